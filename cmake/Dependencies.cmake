@@ -1,0 +1,39 @@
+# Boost.Thread and header-only spdlog, for each way to build:
+#   zol_boost_thread   what the framework module links
+#   zol_spdlog         what the ready-made back ends compile in
+
+add_library(zol_boost_thread INTERFACE)
+add_library(zol_spdlog INTERFACE)
+
+if(MINGW)
+    # Debian has no Boost for mingw: scripts/setup.sh lays the library's sources, and links to the
+    # header-only parts, into this folder.
+    set(ZOL_WINDOWS_DEPS ${PROJECT_SOURCE_DIR}/build/deps CACHE PATH
+        "Sources and headers for the cross build, made by scripts/setup.sh")
+    if(NOT EXISTS ${ZOL_WINDOWS_DEPS}/boost-thread/win32/thread.cpp)
+        message(FATAL_ERROR "${ZOL_WINDOWS_DEPS} lacks the sources of Boost.Thread: run scripts/setup.sh")
+    endif()
+
+    add_library(zol_boost_thread_windows STATIC
+        ${ZOL_WINDOWS_DEPS}/boost-thread/win32/thread.cpp
+        ${ZOL_WINDOWS_DEPS}/boost-thread/win32/thread_primitives.cpp)
+    target_compile_features(zol_boost_thread_windows PUBLIC cxx_std_17)
+    target_include_directories(zol_boost_thread_windows SYSTEM PUBLIC ${ZOL_WINDOWS_DEPS}/include)
+    target_compile_definitions(zol_boost_thread_windows
+        PRIVATE BOOST_THREAD_BUILD_LIB
+        INTERFACE BOOST_THREAD_USE_LIB
+        PUBLIC BOOST_CHRONO_HEADER_ONLY WIN32_LEAN_AND_MEAN)
+    target_link_libraries(zol_boost_thread INTERFACE zol_boost_thread_windows)
+
+    target_include_directories(zol_spdlog SYSTEM INTERFACE ${ZOL_WINDOWS_DEPS}/include)
+    target_compile_definitions(zol_spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
+else()
+    set(Boost_USE_STATIC_LIBS ${WIN32})
+    find_package(Boost 1.74 REQUIRED COMPONENTS thread)
+    target_link_libraries(zol_boost_thread INTERFACE Boost::thread)
+
+    if(ZOL_BUILD_BACKENDS)
+        find_package(spdlog REQUIRED)
+        target_link_libraries(zol_spdlog INTERFACE spdlog::spdlog_header_only)
+    endif()
+endif()

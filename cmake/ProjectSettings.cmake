@@ -1,0 +1,35 @@
+# What every target of this project is built with; nothing here reaches a consumer.
+
+add_library(zol_settings INTERFACE)
+target_compile_features(zol_settings INTERFACE cxx_std_17)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(MSVC)
+    target_compile_options(zol_settings INTERFACE /W4 /WX /permissive- /utf-8)
+else()
+    target_compile_options(zol_settings INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+endif()
+
+# A GNU unique symbol, which Boost and spdlog bring along, would keep a module loaded for ever.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+    add_compile_options(-fno-gnu-unique)
+endif()
+
+if(ZOL_SANITIZE)
+    add_compile_options(-fsanitize=${ZOL_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${ZOL_SANITIZE})
+    if(ZOL_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+
+# Modules find what lies beside them, the framework its back ends too.
+if(NOT WIN32)
+    set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+    set(CMAKE_BUILD_RPATH "$ORIGIN")
+    set(CMAKE_INSTALL_RPATH "$ORIGIN")
+endif()
