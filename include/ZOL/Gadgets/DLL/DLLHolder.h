@@ -1,0 +1,151 @@
+#pragma once
+
+#include <ios>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+
+#if defined(_WIN32)
+#if !defined(NOMINMAX)
+#define NOMINMAX
+#endif
+#if !defined(WIN32_LEAN_AND_MEAN)
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
+
+namespace ZOL::Gadgets::DLL {
+
+/// An always active assertion that takes its details as a stream and formats them only if it
+/// failed:
+///
+///     AssertionStream assertion(&condition, "text of the failure");
+///     assertion << "details " << value;
+///     assertion.raise();
+class AssertionStream {
+public:
+    /// @param failureText kept as a pointer; must outlive the object.
+    AssertionStream(const bool* condition, const char* failureText)
+        : condition_(condition), failureText_(*condition ? nullptr : failureText) {}
+
+    template <typename Value>
+    AssertionStream& operator<<(const Value& value) {
+        if (failureText_ == nullptr) {
+            return *this;
+        }
+        std::ostringstream text;
+        text.exceptions(std::ios_base::badbit); // or it would swallow std::bad_alloc
+        text << value;
+        details_ += text.str();
+        return *this;
+    }
+
+    /// Throws std::runtime_error with the details, a line feed and the failure text, if the
+    /// condition did not hold.
+    void raise() const {
+        if (failureText_ != nullptr) {
+            throw std::runtime_error(details_ + "\n" + failureText_);
+        }
+    }
+
+private:
+    [[maybe_unused]] const bool* condition_;
+    std::string details_;
+    const char* failureText_;
+};
+
+/// Holds one loaded dynamic library and resolves its functions. A load that fails shows at the
+/// first resolve. Objects share nothing and take no lock.
+class DLLHolder {
+public:
+    /// Loads the library that dllFileName names, by the platform's search rules.
+    /// @param version may be empty.
+    DLLHolder(const char* name, const char* version)
+        : handle_(load(dllFileName(name, version).c_str())) {}
+
+    /// Loads that very file.
+    explicit DLLHolder(const char* fileName) : handle_(load(fileName)) {}
+
+    DLLHolder(const DLLHolder&) = delete;
+    DLLHolder& operator=(const DLLHolder&) = delete;
+
+    /// Gives the load back; functions resolved before are not to be called any more unless the
+    /// library is held elsewhere.
+    ~DLLHolder() { unload(handle_); }
+
+    /// The function of that unmangled name, never null:
+    ///
+    ///     holder.resolve<int(double)>("rounded")(0.5);
+    ///
+    /// Throws std::runtime_error if the library was not loaded or has no such symbol.
+    template <typename Function>
+    Function* resolve(const char* name) const {
+        static_assert(std::is_function_v<Function>, "resolve takes a function type, R(Arguments)");
+        constexpr const char* failureText =
+            "Expression 'p != 0' failed in "
+            "'D:\\Repository_x64\\ZOL_Gadgets\\include\\ZOL/Gadgets/DLL/DLLHolder', line: 25";
+
+        auto* const p = reinterpret_cast<Function*>(address(handle_, name));
+        const bool resolved = p != nullptr;
+        AssertionStream assertion(&resolved, failureText);
+        assertion << "Unable to resolve function " << name << " from dynamic library";
+        assertion.raise();
+        return p;
+    }
+
+    /// <name>_r.dll, or <name>_r.<version>.dll if version is not empty (.so on Linux).
+    static std::string dllFileName(const char* name, const char* version) {
+        constexpr const char* prefix = "";
+        constexpr const char* kind = "";
+        constexpr const char* build = "r";
+        constexpr const char* tail = "";
+
+        std::string fileName = prefix;
+        fileName.append(name).append("_").append(kind).append(build);
+        if (*version != '\0') {
+            fileName.append(".").append(version);
+        }
+        return fileName.append(tail).append(extension);
+    }
+
+private:
+#if defined(_WIN32)
+    using Handle = HMODULE;
+    static constexpr const char* extension = ".dll";
+
+    static Handle load(const char* fileName) {
+        return ::LoadLibraryA(fileName);
+    }
+    static void unload(Handle handle) {
+        ::FreeLibrary(handle);
+    }
+    static void* address(Handle handle, const char* name) {
+        return reinterpret_cast<void*>(::GetProcAddress(handle, name));
+    }
+#else
+    using Handle = void*;
+    static constexpr const char* extension = ".so";
+
+    static Handle load(const char* fileName) {
+        return ::dlopen(fileName, RTLD_NOW | RTLD_LOCAL);
+    }
+
+    // A null handle means the whole process to dlsym, and is not harmless to dlclose.
+    static void unload(Handle handle) {
+        if (handle != nullptr) {
+            ::dlclose(handle);
+        }
+    }
+    static void* address(Handle handle, const char* name) {
+        return handle != nullptr ? ::dlsym(handle, name) : nullptr;
+    }
+#endif
+
+    Handle handle_;
+};
+
+} // namespace ZOL::Gadgets::DLL

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+#include <boost/thread/mutex.hpp>
+
+namespace ZOL::Framework::CrisisLogging {
+
+class CrisisLoggerImpl {
+public:
+    CrisisLoggerImpl() = default;
+    CrisisLoggerImpl(const CrisisLoggerImpl&) = delete;
+    CrisisLoggerImpl& operator=(const CrisisLoggerImpl&) = delete;
+    ~CrisisLoggerImpl();
+
+    /// Throws FrameworkException if the file cannot be opened.
+    void open();
+
+    void log(const char* message);
+
+private:
+    /// The local time of day, with minute and second unpadded.
+    static std::string timestamp();
+
+    std::FILE* file_ = nullptr;
+    boost::mutex mutex_; // held over clock and writing, so that lines stand in the order of times
+};
+
+} // namespace ZOL::Framework::CrisisLogging

@@ -1,0 +1,76 @@
+#include "ZOL/Framework/GenericLogger/LoggerImpl.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "ZOL/Framework/GenericLogger/LoggerBackend.h"
+#include "ZOL/Framework/GenericLogger/LoggingChannel.h"
+
+namespace ZOL::Framework::GenericLogger {
+
+namespace {
+
+// With more entries than this in the cache, the next message turns into the overflow entry.
+constexpr std::size_t overflowThreshold = 100;
+constexpr std::size_t mostEntries = overflowThreshold + 2;
+
+constexpr LoggingLevel overflowLevel = LOG_LEVEL_WARNING;
+constexpr const char* overflowText = "LOG Cache overflow...";
+
+} // namespace
+
+LoggerImpl::LoggerImpl(const char* name) : name_(name) {}
+
+LoggerImpl::~LoggerImpl() {
+    for (std::size_t i = 0; i < channels_.size(); ++i) {
+        channels_[i]->release();
+    }
+}
+
+void LoggerImpl::connect(std::vector<LoggerBackend*> backends) {
+    updateChannels(std::move(backends));
+    flushCache();
+}
+
+void LoggerImpl::deliverToChannels(LoggingLevel level, const char* text) {
+    for (std::size_t i = 0; i < channels_.size(); ++i) {
+        channels_[i]->log(level, text);
+    }
+}
+
+void LoggerImpl::cacheMessage(LoggingLevel level, const char* text) {
+    if (cacheOverflowed_ == 1) {
+        return;
+    }
+    // Room for all there can be: a channel that logs during a flush must not move the text that it
+    // was handed.
+    cache_.reserve(mostEntries);
+    if (cache_.size() > overflowThreshold) {
+        cache_.push_back({overflowLevel, overflowText});
+        cacheOverflowed_ = 1;
+        return;
+    }
+    cache_.push_back({level, text});
+}
+
+void LoggerImpl::flushCache() {
+    for (std::size_t entry = 0; entry < cache_.size(); ++entry) {
+        for (std::size_t i = 0; i < channels_.size(); ++i) {
+            channels_[i]->log(cache_[entry].level, cache_[entry].text.c_str());
+        }
+    }
+    cache_.clear();
+    cacheOverflowed_ = 0;
+}
+
+void LoggerImpl::updateChannels(std::vector<LoggerBackend*> backends) {
+    channels_.clear();
+    for (std::size_t i = 0; i < backends.size(); ++i) {
+        LoggingChannel* const channel = backends[i]->createChannel(name_.c_str());
+        if (channel != nullptr) {
+            channels_.push_back(channel);
+        }
+    }
+}
+
+} // namespace ZOL::Framework::GenericLogger

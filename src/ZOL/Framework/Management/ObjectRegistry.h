@@ -1,0 +1,23 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include <boost/thread/mutex.hpp>
+
+namespace ZOL::Framework::Management {
+
+/// The process's table of named objects; it owns its names and none of the objects.
+class ObjectRegistry {
+public:
+    void* registerObject(const char* name, void* (*factory)());
+    void* findObject(const char* name);
+
+private:
+    void* lookup(const char* name) const; // with mutex_ held
+
+    std::map<std::string, void*> objects_;
+    boost::mutex mutex_;
+};
+
+} // namespace ZOL::Framework::Management

@@ -1,0 +1,25 @@
+#include "ZOL/Platform/CrisisLogFile.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace ZOL::Platform {
+
+const char* const crisisLogPath = "/var/log/zol.log";
+
+std::FILE* openCrisisLogFile() {
+    const int descriptor = open(crisisLogPath, O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+    if (descriptor == -1) {
+        return nullptr;
+    }
+    // Not fcntl: its locks would let this process in twice.
+    std::FILE* const file =
+        flock(descriptor, LOCK_EX | LOCK_NB) == 0 ? fdopen(descriptor, "a+") : nullptr;
+    if (file == nullptr) {
+        close(descriptor);
+    }
+    return file;
+}
+
+} // namespace ZOL::Platform
