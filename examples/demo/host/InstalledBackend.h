@@ -1,0 +1,20 @@
+#pragma once
+
+#include "ZOL/Framework/GenericLogger/LoggerBackend.h"
+
+namespace Demo {
+
+/// A back end that is installed for as long as the object lives.
+class InstalledBackend {
+public:
+    /// Throws std::runtime_error if there is no such back end.
+    explicit InstalledBackend(const char* name);
+    InstalledBackend(const InstalledBackend&) = delete;
+    InstalledBackend& operator=(const InstalledBackend&) = delete;
+    ~InstalledBackend();
+
+private:
+    ZOL::Framework::GenericLogger::LoggerBackend* backend_;
+};
+
+} // namespace Demo
