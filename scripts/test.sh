@@ -1,0 +1,99 @@
+#!/usr/bin/env bash
+# test.sh [windows|linux]: sets up the machine, then builds and tests everything: for Windows under
+# Wine; for Linux with g++, with clang++ and with the sanitizers, where format and lint are checked
+# too. Goes on behind a failure, and ends with a line for each part.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+say() { echo "test: $*"; }
+die() { echo "test: $*" >&2; exit 1; }
+
+case ${1-} in
+    windows) presets=(windows) ;;
+    linux) presets=(linux linux-clang linux-asan linux-tsan) ;;
+    '') presets=(windows linux linux-clang linux-asan linux-tsan) ;;
+    *) die "usage: scripts/test.sh [windows|linux]" ;;
+esac
+
+logs=build/logs
+summary=()
+failed=0
+
+finish_part() { # NAME RESULT [FAILED]
+    summary+=("$1: $2")
+    if [ -n "${3-}" ]; then
+        failed=$((failed + 1))
+    fi
+}
+
+# run_logged LOG COMMAND...: its output goes to the log, and here if it fails.
+run_logged() {
+    local log=$1
+    shift
+    "$@" >"$log" 2>&1 || { tail -n 200 "$log"; return 1; }
+}
+
+test_preset() {
+    local preset=$1 log=$logs/$1
+    say "$preset: building"
+    if ! run_logged "$log.configure" cmake --preset "$preset" ||
+        ! run_logged "$log.build" cmake --build --preset "$preset"; then
+        finish_part "$preset" "does not build" FAILED
+        return
+    fi
+    say "$preset: testing"
+    local result=0
+    # CI reads the tests' own closing lines.
+    ctest --preset "$preset" >"$log.test" 2>&1 || result=$?
+    if [ "$result" != 0 ]; then
+        sed -n '/\*\*\*/p; /^The following tests FAILED/,$p' "$log.test"
+        say "$preset: the tests' whole output is in $log.test"
+    fi
+    local line
+    line=$(grep -E '% tests passed' "$log.test" || echo "no test was run")
+    echo "$line"
+    if [ "$result" = 0 ] && [[ $line = 100%* ]]; then
+        finish_part "$preset" "passed, $line"
+    else
+        finish_part "$preset" "$line" FAILED
+    fi
+}
+
+check_format() {
+    say "format: checking"
+    if git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror; then
+        finish_part format "passed"
+    else
+        finish_part format "clang-format would change files" FAILED
+    fi
+}
+
+check_lint() {
+    say "lint: checking"
+    local sources
+    sources=$(sed -n 's/^ *"file": "\(.*\)",*$/\1/p' build/linux-clang/compile_commands.json |
+        grep -E "^$PWD/(src|backends|examples|tests)/" | sort -u)
+    if echo "$sources" | xargs -P "$(nproc)" -n 4 clang-tidy -quiet -p build/linux-clang >"$logs/lint" 2>&1; then
+        finish_part lint "passed, $(echo "$sources" | wc -l) sources"
+    else
+        grep -vE '^[0-9]+ warnings? generated|^Suppressed ' "$logs/lint" | tail -n 200
+        finish_part lint "clang-tidy has findings" FAILED
+    fi
+}
+
+scripts/setup.sh
+mkdir -p "$logs"
+for preset in "${presets[@]}"; do
+    test_preset "$preset"
+done
+if [ "${1-}" != windows ]; then
+    check_format
+    check_lint
+fi
+
+echo
+for line in "${summary[@]}"; do
+    say "$line"
+done
+[ "$failed" = 0 ] || die "failed: $failed of ${#summary[@]}"
+say "all passed"

@@ -1,0 +1,93 @@
+#include <stdexcept>
+
+#include "OutOfMemory.h"
+
+#include "ZOL/Gadgets/DLL/DLLHolder.h"
+
+using support::longText;
+using ZOL::Gadgets::DLL::AssertionStream;
+using ZOL::Gadgets::DLL::DLLHolder;
+
+namespace {
+
+/// The whole text of what the assertion raises.
+std::string raised(const AssertionStream& assertion) {
+    try {
+        assertion.raise();
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+    return "nothing was raised";
+}
+
+class DLLHolderOutOfMemory : public support::OutOfMemory {};
+ZOL_INSTANTIATE_OUT_OF_MEMORY(DLLHolderOutOfMemory);
+
+TEST_P(DLLHolderOutOfMemory, AFileNameThatCannotBeBuiltLeavesNothing) {
+    EXPECT_GE(sweep([] { DLLHolder::dllFileName(longText, "1.2.3"); }), 1U);
+}
+
+TEST_P(DLLHolderOutOfMemory, TheConstructorLeavesNothing) {
+    EXPECT_GE(sweep([] { const DLLHolder holder(longText, "1.2.3"); }), 1U);
+}
+
+TEST_P(DLLHolderOutOfMemory, ResolvingWhatIsMissingGivesBadAllocInPlaceOfItsError) {
+    const DLLHolder holder("no such library", "");
+    std::string told(500, '\0'); // room for all, allocated before
+    EXPECT_GE(sweep([&] {
+                  try {
+                      holder.resolve<void()>("aFunctionWithALongName");
+                  } catch (const std::runtime_error& error) {
+                      told.assign(error.what());
+                  }
+              }),
+              4U);
+    EXPECT_EQ(told.substr(0, told.find(' ', told.find('\n'))),
+              "Unable to resolve function aFunctionWithALongName from dynamic library\n"
+              "Expression");
+}
+
+TEST_P(DLLHolderOutOfMemory, ResolvingWhatIsThereNeedsNone) {
+    const DLLHolder holder("AllocatingBackend", "");
+    EXPECT_EQ(allocationsOf([&] { holder.resolve<void()>("createBackend"); }), 0U);
+}
+
+TEST_P(DLLHolderOutOfMemory, ADetailThatFailsIsNotThereNotEvenHalf) {
+    const bool condition = false;
+    AssertionStream assertion(&condition, "failure");
+    const std::string veryLong(2000, 'x');
+    assertion << "before, ";
+    // What the details have got in room stays.
+    EXPECT_GE(sweep([&] { assertion << veryLong; },
+                    [&] { EXPECT_EQ(raised(assertion), "before, \nfailure"); }, anyNumber),
+              2U);
+    EXPECT_EQ(raised(assertion), "before, " + veryLong + "\nfailure");
+}
+
+TEST_P(DLLHolderOutOfMemory, RaisingGivesBadAllocInPlaceOfTheFailureAndLaterTheFailure) {
+    const bool condition = false;
+    AssertionStream assertion(&condition, longText);
+    assertion << "details";
+    std::string told(500, '\0');
+    EXPECT_GE(sweep([&] {
+                  try {
+                      assertion.raise();
+                  } catch (const std::runtime_error& error) {
+                      told.assign(error.what());
+                  }
+              }),
+              2U);
+    EXPECT_EQ(told, std::string("details\n") + longText);
+}
+
+TEST_P(DLLHolderOutOfMemory, AnAssertionThatHoldsNeedsNone) {
+    const bool condition = true;
+    EXPECT_EQ(allocationsOf([&] {
+                  AssertionStream assertion(&condition, longText);
+                  assertion << longText << 5;
+                  assertion.raise();
+              }),
+              0U);
+}
+
+} // namespace

@@ -1,0 +1,107 @@
+// The crisis log on Linux: what only a file system and a descriptor of it can show.
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+#include <pthread.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+#include "CrisisCalls.h"
+#include "CrisisClients.h"
+#include "CrisisLogPlace.h"
+
+#include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
+#include "ZOL/Framework/Exceptions/FrameworkException.h"
+
+using support::CrisisLogPlace;
+using ZOL::Framework::CrisisLogging::CrisisLogger;
+using ZOL::Framework::Exceptions::FrameworkException;
+namespace CrisisCalls = support::CrisisCalls;
+
+namespace {
+
+thread_local int locksTaken = 0;
+
+} // namespace
+
+// Comes before the C library's own.
+extern "C" int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
+    using Function = int(pthread_mutex_t*);
+    static auto* const next = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "pthread_mutex_lock"));
+    ++locksTaken;
+    return next(mutex);
+}
+
+namespace {
+
+constexpr const char* filler = "/var/log/filler";
+
+void fillTheDisk() {
+    std::ofstream file(filler, std::ios_base::binary);
+    const std::string page(4096, 'x');
+    while (file << page << std::flush) {
+    }
+    ASSERT_EQ(std::filesystem::space("/var/log").available, 0U);
+}
+
+CRISIS_LOG_TEST(CrisisLogOnLinux, AFullDiskLosesTheLineAndTheNextGoesAsUsual) {
+    const std::string wholePage(4096, '-'); // no room left in what the file has already
+    {
+        std::ofstream file(CrisisLogPlace::path, std::ios_base::binary);
+        file << wholePage;
+    }
+    CrisisCalls::attach();
+    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogger& logger = CrisisLogger::instance();
+    fillTheDisk();
+    logger.log("lost");
+    logger.log("lost as well");
+    EXPECT_EQ(CrisisCalls::content(), wholePage);
+    std::filesystem::remove(filler);
+    logger.log("written");
+    logger.log("and another");
+    EXPECT_EQ(CrisisCalls::content(),
+              wholePage + "09:5:7.012 - written\n09:5:7.012 - and another\n");
+}
+
+CRISIS_LOG_TEST(CrisisLogOnLinux, AFileSystemThatTakesNoWritingRefusesTheLogUntilItDoes) {
+    ASSERT_EQ(mount(nullptr, "/var/log", nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+    EXPECT_THROW(CrisisLogger::instance(), FrameworkException);
+    ASSERT_EQ(mount(nullptr, "/var/log", nullptr, MS_REMOUNT, nullptr), 0);
+    CrisisLogger::instance().log("written");
+    EXPECT_NE(CrisisCalls::content().find(" - written\n"), std::string::npos);
+}
+
+CRISIS_LOG_TEST(CrisisLogOnLinux, AProcessStartedMeanwhileDoesNotKeepTheFileFromOthers) {
+    CrisisLogger& logger = CrisisLogger::instance();
+    const StayingClient started("idle");
+    logger.~CrisisLogger();
+    EXPECT_TRUE(CrisisLogPlace::isFree());
+    EXPECT_EQ(logInAnotherProcess("free"), gotTheLog);
+}
+
+CRISIS_LOG_TEST(CrisisLogOnLinux, OnlyTheFirstInstanceTakesALockAndALineTakesOne) {
+    locksTaken = 0;
+    CrisisLogger& logger = CrisisLogger::instance();
+    EXPECT_EQ(locksTaken, 1);
+    CrisisLogger::instance();
+    CrisisLogger::instance();
+    EXPECT_EQ(locksTaken, 1);
+    logger.log("message");
+    EXPECT_EQ(locksTaken, 2);
+}
+
+CRISIS_LOG_TEST(CrisisLogOnLinux, OnlyTheOwnerMayWriteTheFileAndEverybodyMayReadIt) {
+    umask(0);
+    CrisisLogger::instance();
+    struct stat status = {};
+    ASSERT_EQ(stat(CrisisLogPlace::path, &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0644U);
+}
+
+} // namespace

@@ -1,0 +1,75 @@
+// The crisis log when the framework comes and goes at run time. This program is not linked with it:
+// a module brings it along, and it goes with that module. Its file does not.
+
+#include <array>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "CrisisLogPlace.h"
+#include "LoadedModule.h"
+
+#include "ZOL/Gadgets/DLL/DLLHolder.h"
+
+using support::CrisisLogPlace;
+using ZOL::Gadgets::DLL::DLLHolder;
+
+namespace {
+
+bool frameworkIsLoaded() {
+    return support::isLoaded("ZOL_Framework", "2.0.8.129");
+}
+
+/// Why a module is refused the crisis log; empty if it is not.
+std::string refusalBy(const DLLHolder& module) {
+    std::array<char, 100> why = {};
+    module.resolve<bool(char*, int)>("askForCrisisLog")(why.data(), static_cast<int>(why.size()));
+    return why.data();
+}
+
+CRISIS_LOG_TEST(CrisisLogReload, LeavesNoFileBehindIfTheCrisisLogWasNeverUsed) {
+    {
+        const DLLHolder module("CrisisModuleA", "");
+        ASSERT_TRUE(frameworkIsLoaded());
+        EXPECT_TRUE(CrisisLogPlace::isFree());
+    }
+    ASSERT_FALSE(frameworkIsLoaded());
+    EXPECT_TRUE(CrisisLogPlace::isFree());
+    const DLLHolder again("CrisisModuleA", "");
+    EXPECT_EQ(refusalBy(again), "");
+}
+
+CRISIS_LOG_TEST(CrisisLogReload, TheFileStaysOpenWhenTheFrameworkHasGone) {
+    {
+        const DLLHolder module("CrisisModuleA", "");
+        module.resolve<void(const char*)>("logCrisis")("before it goes");
+    }
+    ASSERT_FALSE(frameworkIsLoaded());
+    EXPECT_FALSE(CrisisLogPlace::isFree());
+}
+
+CRISIS_LOG_TEST(CrisisLogReload, AFrameworkLoadedAnewInTheSameProcessIsRefused) {
+    {
+        const DLLHolder module("CrisisModuleA", "");
+        ASSERT_EQ(refusalBy(module), "");
+    }
+    ASSERT_FALSE(frameworkIsLoaded());
+    const std::string refusal =
+        std::string("Error opening log file: '") + CrisisLogPlace::path + "'";
+    const DLLHolder same("CrisisModuleA", "");
+    const DLLHolder other("CrisisModuleB", "");
+    EXPECT_EQ(refusalBy(same), refusal);
+    EXPECT_EQ(refusalBy(other), refusal);
+}
+
+CRISIS_LOG_TEST(CrisisLogReload, StaysWithTheFrameworkWhileOneOfTwoModulesHoldsIt) {
+    const DLLHolder staying("CrisisModuleA", "");
+    void* fromB = nullptr;
+    {
+        const DLLHolder going("CrisisModuleB", "");
+        fromB = going.resolve<void*()>("crisisLogger")();
+    }
+    EXPECT_EQ(staying.resolve<void*()>("crisisLogger")(), fromB);
+}
+
+} // namespace

@@ -1,0 +1,66 @@
+// While one process has the crisis log, nobody else gets it.
+
+#include <fstream>
+#include <set>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "CrisisCalls.h"
+#include "CrisisClients.h"
+#include "CrisisLogPlace.h"
+
+#include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
+
+using support::ChildProcess;
+using support::CrisisLogPlace;
+using ZOL::Framework::CrisisLogging::CrisisLogger;
+
+namespace {
+
+CRISIS_LOG_TEST(CrisisLogSharing, ASecondProcessIsRefusedWhileTheFirstHasTheFile) {
+    CrisisLogger::instance();
+    EXPECT_EQ(logInAnotherProcess("refused"), wasRefused);
+    EXPECT_EQ(logInAnotherProcess("refused again"), wasRefused);
+}
+
+CRISIS_LOG_TEST(CrisisLogSharing, ARefusedProcessLeavesTheFileAlone) {
+    support::CrisisCalls::attach();
+    support::CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogger::instance().log("mine");
+    EXPECT_EQ(logInAnotherProcess("not mine"), wasRefused);
+    CrisisLogger::instance().log("mine still");
+    const std::string lineEnd = CrisisLogPlace::lineEnd;
+    EXPECT_EQ(support::CrisisCalls::content(),
+              "09:5:7.012 - mine" + lineEnd + "09:5:7.012 - mine still" + lineEnd);
+    EXPECT_EQ(logInAnotherProcess("still refused"), wasRefused);
+}
+
+CRISIS_LOG_TEST(CrisisLogSharing, AnyOtherOpenerInTheSameProcessIsRefusedAsWell) {
+    EXPECT_TRUE(CrisisLogPlace::isFree());
+    CrisisLogger::instance();
+    EXPECT_FALSE(CrisisLogPlace::isFree());
+    CrisisLogger::instance().log("used");
+    EXPECT_FALSE(CrisisLogPlace::isFree());
+}
+
+CRISIS_LOG_TEST(CrisisLogSharing, TheFileIsFreeAgainWhenItsProcessHasEnded) {
+    StayingClient holder("hold");
+    EXPECT_FALSE(CrisisLogPlace::isFree());
+    ASSERT_EQ(holder.end(), gotTheLog);
+    EXPECT_TRUE(CrisisLogPlace::isFree());
+    EXPECT_EQ(logInAnotherProcess("mine now"), gotTheLog);
+}
+
+CRISIS_LOG_TEST(CrisisLogSharing, OfTwoProcessesThatContendExactlyOneGetsTheFile) {
+    const std::string folder = CrisisLogPlace::scratch();
+    ChildProcess first({clientProgram(), "contend", folder, "first", "second"});
+    ChildProcess second({clientProgram(), "contend", folder, "second", "first"});
+    waitForFile(folder + "/first.ready");
+    waitForFile(folder + "/second.ready");
+    const std::ofstream go(folder + "/go");
+    EXPECT_EQ((std::multiset<int>{first.wait(), second.wait()}),
+              (std::multiset<int>{gotTheLog, wasRefused}));
+}
+
+} // namespace

@@ -1,0 +1,216 @@
+// The crisis log used by many threads, and beside the ordinary logging.
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <mutex>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "CrisisCalls.h"
+#include "CrisisLogPlace.h"
+#include "RecordingBackend.h"
+
+#include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
+#include "ZOL/Framework/GenericLogger/Logger.h"
+
+using support::CrisisLogPlace;
+using ZOL::Framework::CrisisLogging::CrisisLogger;
+namespace CrisisCalls = support::CrisisCalls;
+using CrisisCalls::Kind;
+
+namespace {
+
+constexpr int threadCount = 8;
+constexpr int linesPerThread = 100;
+
+std::string messageOf(int thread, int line) {
+    return "thread " + std::to_string(thread) + " line " + std::to_string(line) +
+           std::string(50, '.');
+}
+
+void logFromThreads() {
+    std::vector<std::thread> threads;
+    threads.reserve(threadCount);
+    for (int thread = 0; thread < threadCount; ++thread) {
+        threads.emplace_back([thread] {
+            for (int line = 0; line < linesPerThread; ++line) {
+                CrisisLogger::instance().log(messageOf(thread, line).c_str());
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+std::vector<std::string> linesOfTheFile() {
+    std::istringstream content(CrisisCalls::content());
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(content, line);) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+CRISIS_LOG_TEST(CrisisLoggerThreads, LinesArriveWholeAndThoseOfOneThreadInItsOrder) {
+    CrisisCalls::attach();
+    CrisisCalls::setTime(9, 5, 7, 12);
+    logFromThreads();
+
+    std::array<int, threadCount> nextLine = {};
+    for (const std::string& line : linesOfTheFile()) {
+        const std::string start = "09:5:7.012 - thread ";
+        ASSERT_EQ(line.substr(0, start.size()), start);
+        const int thread = line[start.size()] - '0';
+        ASSERT_TRUE(thread >= 0 && thread < threadCount) << line;
+        int& next = nextLine[static_cast<std::size_t>(thread)];
+        ASSERT_EQ(line, "09:5:7.012 - " + messageOf(thread, next));
+        ++next;
+    }
+    for (const int count : nextLine) {
+        EXPECT_EQ(count, linesPerThread);
+    }
+}
+
+CRISIS_LOG_TEST(CrisisLoggerThreads, LinesStandInTheOrderOfTheirTimes) {
+    CrisisCalls::attach();
+    CrisisCalls::setTime(9, 0, 0, 0, 1); // each look at the clock sees another millisecond
+    CrisisCalls::observe([](const CrisisCalls::Call& call) {
+        if (call.kind == Kind::Clock) {
+            std::this_thread::yield();
+        }
+    });
+    logFromThreads();
+    CrisisCalls::observe(nullptr);
+
+    int millisecond = 0;
+    for (const std::string& line : linesOfTheFile()) {
+        const std::string padded = std::to_string(1000 + millisecond % 1000).substr(1);
+        EXPECT_EQ(line.substr(0, 11), "09:0:0." + padded + " ") << line;
+        ++millisecond;
+    }
+    EXPECT_EQ(millisecond, threadCount * linesPerThread);
+}
+
+CRISIS_LOG_TEST(CrisisLoggerThreads, NoThreadLooksAtTheClockBeforeTheLineOfAnotherIsFlushed) {
+    CrisisCalls::attach();
+    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogger::instance();
+    std::mutex mutex;
+    std::vector<std::pair<Kind, std::thread::id>> calls;
+    CrisisCalls::observe([&](const CrisisCalls::Call& call) {
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            calls.emplace_back(call.kind, std::this_thread::get_id());
+        }
+        std::this_thread::yield();
+    });
+    logFromThreads();
+    CrisisCalls::observe(nullptr);
+
+    ASSERT_EQ(calls.size(), 3U * threadCount * linesPerThread);
+    for (std::size_t i = 0; i < calls.size(); i += 3) {
+        ASSERT_EQ(calls[i], std::make_pair(Kind::Clock, calls[i].second)) << "call " << i;
+        ASSERT_EQ(calls[i + 1], std::make_pair(Kind::Write, calls[i].second)) << "call " << i;
+        ASSERT_EQ(calls[i + 2], std::make_pair(Kind::Flush, calls[i].second)) << "call " << i;
+    }
+}
+
+/// Holds the thread that makes a call of that kind, until it is let go.
+class Gate {
+public:
+    explicit Gate(Kind kind) {
+        CrisisCalls::observe([this, kind](const CrisisCalls::Call& call) {
+            ++calls_;
+            if (call.kind == kind && !open_) {
+                reached_ = true;
+                while (!open_) {
+                    std::this_thread::yield();
+                }
+            }
+        });
+    }
+    Gate(const Gate&) = delete;
+    Gate& operator=(const Gate&) = delete;
+    ~Gate() { CrisisCalls::observe(nullptr); }
+
+    void waitUntilReached() const {
+        while (!reached_) {
+            std::this_thread::yield();
+        }
+    }
+    void open() { open_ = true; }
+    int calls() const { return calls_; }
+
+private:
+    std::atomic<bool> reached_ = false;
+    std::atomic<bool> open_ = false;
+    std::atomic<int> calls_ = 0;
+};
+
+void secondLineWaitsWhileTheFirstIsAt(Kind kind, int callsOfTheFirst) {
+    CrisisCalls::attach();
+    CrisisCalls::setTime(9, 5, 7, 12, 1);
+    CrisisLogger& logger = CrisisLogger::instance();
+    Gate gate(kind);
+    std::thread first([&] { logger.log("first"); });
+    gate.waitUntilReached();
+    std::atomic<bool> secondDone = false;
+    std::thread second([&] {
+        logger.log("second");
+        secondDone = true;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(secondDone);
+    EXPECT_EQ(gate.calls(), callsOfTheFirst) << "the second has not even looked at the clock";
+    EXPECT_EQ(&CrisisLogger::instance(), &logger) << "which waits for no line";
+    gate.open();
+    first.join();
+    second.join();
+    const std::string lineEnd = CrisisLogPlace::lineEnd;
+    EXPECT_EQ(CrisisCalls::content(),
+              "09:5:7.012 - first" + lineEnd + "09:5:7.013 - second" + lineEnd);
+}
+
+CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsWhileAnotherLooksAtTheClock) {
+    secondLineWaitsWhileTheFirstIsAt(Kind::Clock, 1);
+}
+
+CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsWhileAnotherIsWritten) {
+    secondLineWaitsWhileTheFirstIsAt(Kind::Write, 2);
+}
+
+CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsWhileAnotherIsFlushed) {
+    secondLineWaitsWhileTheFirstIsAt(Kind::Flush, 3);
+}
+
+CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsForNoOrdinaryLogging) {
+    CrisisCalls::attach();
+    CrisisCalls::setTime(9, 5, 7, 12);
+    static support::Journal journal;
+    static support::RecordingBackend backend("A", journal);
+    // The channel holds the one logging lock while another thread, and it itself, has a crisis.
+    backend.beforeLog = [](const std::string&, ZOL::Framework::GenericLogger::LoggingLevel,
+                           const char*) {
+        std::thread([] { CrisisLogger::instance().log("another thread's"); }).join();
+        CrisisLogger::instance().log("the channel's");
+    };
+    ZOL::Framework::GenericLogger::Logger::installBackend(&backend);
+    ZOL::Framework::GenericLogger::Logger::getLogger("logger")->info() << "ordinary";
+    ZOL::Framework::GenericLogger::Logger::uninstallBackend(&backend);
+    const std::string lineEnd = CrisisLogPlace::lineEnd;
+    EXPECT_EQ(CrisisCalls::content(),
+              "09:5:7.012 - another thread's" + lineEnd + "09:5:7.012 - the channel's" + lineEnd);
+    EXPECT_EQ(journal, support::Journal{"A/logger 30 ordinary"});
+}
+
+} // namespace

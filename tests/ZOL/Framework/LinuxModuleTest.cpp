@@ -1,0 +1,64 @@
+// What can be seen of the module on Linux alone, where a program stands in front of the C library.
+
+#include <cstdint>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "FixedClock.h"
+#include "Generator.h"
+
+#include "ZOL/Gadgets/DLL/DLLHolder.h"
+
+using support::FixedClock;
+using support::Generator;
+using ZOL::Gadgets::DLL::DLLHolder;
+
+namespace {
+
+struct Seeding {
+    long nanosecond;
+    std::uint32_t seed;
+};
+
+TEST(LinuxModule, SeedsTheRandomNumbersWithTheMillisecondsOfTheClockCutAndNotRounded) {
+    for (const auto [nanosecond, seed] :
+         {Seeding{0, 0}, Seeding{999999, 0}, Seeding{1000000, 1}, Seeding{123456789, 123},
+          Seeding{500999999, 500}, Seeding{999999999, 999}}) {
+        const FixedClock clock(nanosecond);
+        const DLLHolder client("LifeClient", "");
+        int (*const drawn)() = client.resolve<int()>("drawn");
+        Generator generator(seed);
+        for (std::uint32_t call = 0; call < 5; ++call) {
+            const std::uint32_t expected = generator.draw() + call;
+            EXPECT_EQ(drawn(), static_cast<int>(expected)) << "at nanosecond " << nanosecond;
+        }
+    }
+}
+
+TEST(LinuxModule, SeedsTheThreadThatLoadsItAndNoOther) {
+    int ofLoader = 0;
+    int ofOther = 0;
+    std::thread([&] {
+        const FixedClock clock(777000000);
+        const DLLHolder client("LifeClient", "");
+        int (*const drawn)() = client.resolve<int()>("drawn");
+        ofLoader = drawn();
+        std::thread([&] { ofOther = drawn(); }).join();
+    }).join();
+    EXPECT_EQ(ofLoader, static_cast<int>(Generator(777).draw()));
+    EXPECT_EQ(ofOther, 41 + 1);
+}
+
+TEST(LinuxModule, ReadsTheClockForItsSeedAtTheLoadAlone) {
+    const DLLHolder client("LifeClient", "");
+    int (*const drawn)() = client.resolve<int()>("drawn");
+    int first = 0;
+    std::thread([&] {
+        const FixedClock clock(777000000);
+        first = drawn();
+    }).join();
+    EXPECT_EQ(first, 41);
+}
+
+} // namespace

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Input.h"
+#include "Model.h"
+#include "SimulatedRegistry.h"
+#include "ZOL/RegistryAccess/Registry.h"
+
+namespace fuzz {
+
+/// One sequence of operations, done with nodes and in the model side by side.
+class Run {
+public:
+    explicit Run(Input input);
+
+    /// Ends the program, and tells what was done so far, at the first thing that differs.
+    void execute();
+
+private:
+    /// A node and what the model has in its place.
+    struct Slot {
+        std::unique_ptr<ZOL::RegistryAccess::Registry> node =
+            std::make_unique<ZOL::RegistryAccess::Registry>();
+        Model::Node modelled;
+
+        bool isOpen() const { return modelled.cell != nullptr; }
+    };
+
+    void step();
+    void makeNode(std::size_t kind);
+    void readOrWrite(std::size_t kind);
+    void listSubKeys();
+    void copyNode();
+    void assignNode();
+    void placeValue();
+
+    Slot& slot() { return slots_[input_.below(slots_.size())]; }
+    void put(Slot& slot, const ZOL::RegistryAccess::Registry& node, Model::Node modelled);
+
+    /// Runs both, with one of the calls failing now and then, and compares what comes out.
+    void compare(const std::string& what, const std::function<std::string()>& real,
+                 const std::function<std::string()>& modelled);
+    void compareState();
+    void check(const std::string& what, const std::string& real, const std::string& expected);
+
+    Input input_;
+    support::SimulatedRegistry platform_;
+    Model model_;
+    std::array<Slot, 4> slots_;
+    std::vector<void*> lostCells_; // those that an assignment keeps for ever
+    std::vector<Model::Node> lostNodes_;
+    std::vector<std::string> trace_;
+};
+
+} // namespace fuzz

@@ -1,0 +1,208 @@
+// What is left when memory is short: no open handle, and the error is the caller's to see.
+
+#include "ScarceMemory.h"
+
+#include <memory>
+#include <new>
+
+#include "FailingDemangler.h"
+#include "NodeCell.h"
+#include "Operations.h"
+#include "RegistryTest.h"
+
+using support::Lines;
+using support::Operation;
+using ZOL::RegistryAccess::Registry;
+namespace ScarceMemory = support::ScarceMemory;
+
+namespace {
+
+// Longer than what a string holds without an allocation.
+const std::string longName = "a name that is longer than a short string";
+const std::string longPath = std::string("a path\\with components that are\\").append(longName);
+const std::string longMessage = "a message that is longer than a short string";
+const std::string description = std::string("class ZOL::RegistryAccess::Registry::NotFound' (")
+                                    .append(longName)
+                                    .append(":7): ")
+                                    .append(longMessage);
+
+class OperationWithoutMemory
+    : public support::RegistryTest,
+      public testing::WithParamInterface<std::tuple<Operation, ScarceMemory::Kind>> {
+protected:
+    void resetTree() {
+        for (const char* const path : {"node", "other", "a path"}) {
+            platform.user().erase(path);
+        }
+        support::arrange(platform);
+        platform.user().make("existing\\" + longPath);
+        for (const char* const path : {"node\\", "other\\"}) {
+            const std::string below = path + longName;
+            platform.user().make(std::string(below).append("\\").append(longName).append("\\low"));
+            platform.user().make(below)->setValue(longName, REG_SZ, longName);
+            platform.user().make(path)->setValue(longName, REG_SZ, longName);
+        }
+    }
+};
+
+std::vector<Operation> withLongNames() {
+    return {
+        {"open",
+         [](Registry&, Registry&) {
+             Registry::open(HKEY_CURRENT_USER, "existing\\" + longPath);
+         }},
+        {"create",
+         [](Registry&, Registry&) {
+             Registry::create(HKEY_CURRENT_USER, longPath);
+         }},
+        {"hasSubKey",
+         [](Registry& node, Registry&) {
+             node.hasSubKey(longName);
+         }},
+        {"openSubKey",
+         [](Registry& node, Registry&) {
+             node.openSubKey(longName);
+         }},
+        {"createSubKey",
+         [](Registry& node, Registry&) {
+             node.createSubKey(longPath);
+         }},
+        {"deleteSubKey",
+         [](Registry& node, Registry&) {
+             node.deleteSubKey(longName);
+         }},
+        {"hasValue",
+         [](Registry& node, Registry&) {
+             node.hasValue(longName);
+         }},
+        {"getStringValue",
+         [](Registry& node, Registry&) {
+             node.getStringValue(longName);
+         }},
+        {"updateStringValue",
+         [](Registry& node, Registry&) {
+             node.updateStringValue(longName, support::bytes(longName));
+         }},
+        {"updateIntValue",
+         [](Registry& node, Registry&) {
+             node.updateIntValue(longName, 1);
+         }},
+        {"deleteValue",
+         [](Registry& node, Registry&) {
+             node.deleteValue(longName);
+         }},
+        {"getSubKeys",
+         [](Registry& node, Registry&) {
+             node.getSubKeys();
+         }},
+        {"copyValuesFrom",
+         [](Registry& node, Registry& other) {
+             node.copyValuesFrom(other);
+         }},
+        {"copyFrom",
+         [](Registry& node, Registry& other) {
+             node.copyFrom(other);
+         }},
+        {"copy",
+         [](Registry& node, Registry&) {
+             const Registry copy(node.openSubKey(longName));
+         }},
+        {"assignment",
+         [](Registry& node, Registry&) {
+             const Registry source = node.openSubKey(longName);
+             Registry target;
+             target = source;
+         }},
+    };
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, OperationWithoutMemory,
+                         testing::Combine(testing::ValuesIn(withLongNames()),
+                                          testing::Values(ScarceMemory::Kind::ForAMoment,
+                                                          ScarceMemory::Kind::FromThenOn)),
+                         [](const auto& instance) {
+                             return std::get<0>(instance.param).name +
+                                    (std::get<1>(instance.param) == ScarceMemory::Kind::ForAMoment
+                                         ? "ForAMoment"
+                                         : "FromThenOn");
+                         });
+
+TEST_P(OperationWithoutMemory, ThrowsBadAllocAndLeavesNoHandleOpen) {
+    const auto& [operation, kind] = GetParam();
+    bool failed = true;
+    std::size_t n = 0;
+    while (failed) {
+        ++n;
+        resetTree();
+        Registry own = node();
+        Registry other = node("other");
+        failed = false;
+        ScarceMemory::start(n, kind);
+        try {
+            operation.run(own, other);
+        } catch (const std::bad_alloc&) {
+            failed = true;
+        }
+        const std::size_t allocations = ScarceMemory::stop();
+        EXPECT_EQ(failed, allocations >= n) << "allocation " << n << " failed";
+        ASSERT_EQ(platform.openHandles(), 2U) << "after the failure of allocation " << n;
+        ASSERT_EQ(platform.takeMisuses(), Lines()) << "after the failure of allocation " << n;
+    }
+    EXPECT_GT(n, 1U) << "there was something to fail";
+}
+
+class WhatWithoutMemory : public testing::TestWithParam<ScarceMemory::Kind> {};
+INSTANTIATE_TEST_SUITE_P(Short, WhatWithoutMemory,
+                         testing::Values(ScarceMemory::Kind::ForAMoment,
+                                         ScarceMemory::Kind::FromThenOn),
+                         [](const auto& instance) {
+                             return instance.param == ScarceMemory::Kind::ForAMoment ? "ForAMoment"
+                                                                                     : "FromThenOn";
+                         });
+
+TEST_P(WhatWithoutMemory, IsEmptyAndWholeAtALaterCall) {
+    bool failed = true;
+    std::size_t n = 0;
+    while (failed) {
+        ++n;
+        const Registry::NotFound error(longMessage.c_str(), longName.c_str(), 7);
+        ScarceMemory::start(n, GetParam());
+        const char* const text = error.what();
+        failed = ScarceMemory::stop() >= n;
+        EXPECT_EQ(text, failed ? "" : description) << "allocation " << n;
+        EXPECT_EQ(error.what(), description);
+    }
+    EXPECT_GT(n, 3U);
+}
+
+TEST(WhatWithoutADemangledName, IsEmptyAndWholeAtALaterCall) {
+    const Registry::NotFound error(longMessage.c_str(), longName.c_str(), 7);
+    support::failDemangling(true);
+    EXPECT_STREQ(error.what(), "");
+    support::failDemangling(false);
+    EXPECT_EQ(error.what(), description);
+}
+
+TEST_P(WhatWithoutMemory, AnErrorThatCannotBeMadeOrCopiedLeavesNothing) {
+    // What is left shows under the address sanitizer.
+    const Registry::NotFound source(longMessage.c_str(), longName.c_str(), 7);
+    source.what();
+    bool failed = true;
+    std::size_t n = 0;
+    while (failed) {
+        ++n;
+        failed = false;
+        ScarceMemory::start(n, GetParam());
+        try {
+            const Registry::NotFound made(longName.c_str(), longName.c_str(), 7);
+            const auto copy = std::make_unique<Registry::NotFound>(source);
+        } catch (const std::bad_alloc&) {
+            failed = true;
+        }
+        ScarceMemory::stop();
+        EXPECT_EQ(source.what(), description);
+    }
+    EXPECT_EQ(n, 9U) << "a record and two texts, then an error with a record and three";
+}
+
+} // namespace

@@ -1,0 +1,67 @@
+# There is no registry here: the sources of the registry access are built against headers of their
+# own, behind which a registry lies in memory.
+set(simulation ${PROJECT_SOURCE_DIR}/tests/support/registry)
+set(registry_simulation
+    ${simulation}/HandleTable.cpp
+    ${simulation}/RegistryFunctions.cpp
+    ${simulation}/RegistryTree.cpp
+    ${simulation}/ScarceMemory.cpp
+    ${simulation}/ShowText.cpp
+    ${simulation}/SimulatedRegistry.cpp)
+set(registry_includes ${simulation} ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
+
+add_executable(zol_registry_tests
+    ${PROJECT_SOURCE_DIR}/tests/support/FailingDemangler.cpp
+    Simulated/CopyFromTest.cpp
+    Simulated/CopyValuesFromTest.cpp
+    Simulated/EveryCallFailsTest.cpp
+    Simulated/GetStringValueTest.cpp
+    Simulated/GetSubKeysTest.cpp
+    Simulated/HandleHolderTest.cpp
+    Simulated/NativeTextTest.cpp
+    Simulated/NodeCell.cpp
+    Simulated/NodeTest.cpp
+    Simulated/Operations.cpp
+    Simulated/RegistryErrorTest.cpp
+    Simulated/RegistryTest.cpp
+    Simulated/ScarceMemoryTest.cpp
+    Simulated/SimulatedRegistryTest.cpp
+    Simulated/ThrowSiteTest.cpp
+    Simulated/ThrowSites.cpp
+    Simulated/ThrowSitesTest.cpp
+    Simulated/Thrown.cpp
+    Simulated/UninitializedNodeTest.cpp
+    Simulated/UpdateValueTest.cpp
+    Simulated/ValueLookupTest.cpp)
+target_sources(zol_registry_tests PRIVATE ${ZOL_REGISTRY_ACCESS_SOURCES} ${registry_simulation})
+target_include_directories(zol_registry_tests PRIVATE
+    ${registry_includes} ${PROJECT_SOURCE_DIR}/tests/support)
+target_link_libraries(zol_registry_tests PRIVATE zol_settings zol_boost_thread zol_gtest_main)
+zol_add_tests(zol_registry_tests)
+
+# Random sequences of operations beside a model of them. The number of runs and the seed are fixed,
+# so that each test run does the same.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NOT ZOL_SANITIZE)
+    add_executable(zol_registry_fuzzer
+        Fuzz/Input.cpp
+        Fuzz/Model.cpp
+        Fuzz/RegistryFuzzer.cpp
+        Fuzz/Run.cpp
+        Simulated/NodeCell.cpp
+        Simulated/Thrown.cpp)
+    target_sources(zol_registry_fuzzer PRIVATE ${ZOL_REGISTRY_ACCESS_SOURCES} ${registry_simulation})
+    target_include_directories(zol_registry_fuzzer PRIVATE ${registry_includes} Simulated)
+    target_link_libraries(zol_registry_fuzzer PRIVATE zol_settings zol_boost_thread)
+    set(fuzzed -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined)
+    target_compile_options(zol_registry_fuzzer PRIVATE ${fuzzed})
+    target_link_options(zol_registry_fuzzer PRIVATE ${fuzzed})
+    add_test(NAME RegistryFuzzer.FindsNoSequenceOfOperationsThatTheModelDoesNotForetell
+        COMMAND ${CMAKE_COMMAND}
+            -DFUZZER=$<TARGET_FILE:zol_registry_fuzzer>
+            -DSEEDS=${CMAKE_CURRENT_SOURCE_DIR}/Fuzz/corpus
+            -DWORK=${CMAKE_CURRENT_BINARY_DIR}/fuzz
+            -DRUNS=60000
+            -P ${CMAKE_CURRENT_SOURCE_DIR}/Fuzz/RunFuzzer.cmake)
+    set_tests_properties(RegistryFuzzer.FindsNoSequenceOfOperationsThatTheModelDoesNotForetell
+        PROPERTIES TIMEOUT 300)
+endif()

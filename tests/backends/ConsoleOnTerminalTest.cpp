@@ -1,0 +1,105 @@
+// Console on a terminal, and on a standard error that is gone.
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include "ZOL/Framework/GenericLogger/Logger.h"
+
+using namespace ZOL::Framework::GenericLogger;
+
+namespace {
+
+/// Puts another file in the place of standard error for as long as it lives.
+class StandardError {
+public:
+    explicit StandardError(int descriptor) : saved_(dup(STDERR_FILENO)) {
+        dup2(descriptor, STDERR_FILENO);
+    }
+    StandardError(const StandardError&) = delete;
+    StandardError& operator=(const StandardError&) = delete;
+    ~StandardError() {
+        dup2(saved_, STDERR_FILENO);
+        close(saved_);
+    }
+
+private:
+    int saved_;
+};
+
+/// A new terminal, also where none are to be had yet, as in a fresh chroot.
+bool openTerminal(int& master, int& slave) {
+    if (openpty(&master, &slave, nullptr, nullptr, nullptr) == 0) {
+        return true;
+    }
+    if (unshare(CLONE_NEWNS) != 0 ||
+        mount("devpts", "/dev/pts", "devpts", 0, "newinstance,ptmxmode=0666") != 0) {
+        return false;
+    }
+    master = open("/dev/pts/ptmx", O_RDWR | O_NOCTTY);
+    if (master == -1 || unlockpt(master) != 0) {
+        return false;
+    }
+    slave = open(ptsname(master), O_RDWR | O_NOCTTY);
+    return slave != -1;
+}
+
+TEST(ConsoleOnTerminal, ColoursTheLevelsApart) {
+    int master = -1;
+    int slave = -1;
+    ASSERT_TRUE(openTerminal(master, slave)) << std::strerror(errno);
+    setenv("TERM", "xterm", 1);
+    {
+        const StandardError terminal(slave);
+        LoggerBackend* const console = Logger::installBackend("Console");
+        Logger::getLogger("orders")->error("red");
+        Logger::getLogger("orders")->info("green");
+        Logger::uninstallBackend(console);
+    }
+    // What was written comes through the terminal in pieces, and a little later.
+    std::string text;
+    std::array<char, 4096> buffer{};
+    while (text.find("green\x1b[") == std::string::npos) {
+        pollfd arrived{master, POLLIN, 0};
+        ASSERT_EQ(poll(&arrived, 1, 10000), 1) << "only this came through: " << text;
+        const ssize_t size = read(master, buffer.data(), buffer.size());
+        ASSERT_GT(size, 0);
+        text.append(buffer.data(), static_cast<std::size_t>(size));
+    }
+
+    const auto colourBefore = [&text](const std::string& piece) {
+        const std::size_t end = text.find(piece);
+        const std::size_t begin = text.rfind("\x1b[", end);
+        return begin == std::string::npos ? "" : text.substr(begin, end - begin);
+    };
+    EXPECT_NE(colourBefore("ERROR [orders] red"), "") << text;
+    EXPECT_NE(colourBefore("INFO [orders] green"), "") << text;
+    EXPECT_NE(colourBefore("ERROR [orders] red"), colourBefore("INFO [orders] green"));
+    EXPECT_NE(text.find("red\x1b["), std::string::npos) << "the colour ends with the line";
+    close(master);
+    close(slave);
+}
+
+TEST(ConsoleOnTerminal, AStandardErrorThatIsGoneDisturbsNobody) {
+    const int full = open("/dev/full", O_WRONLY);
+    ASSERT_NE(full, -1);
+    {
+        const StandardError nowhere(full);
+        LoggerBackend* const console = Logger::installBackend("Console");
+        EXPECT_NO_THROW(Logger::getLogger("orders")->error("lost"));
+        Logger::uninstallBackend(console);
+    }
+    close(full);
+}
+
+} // namespace

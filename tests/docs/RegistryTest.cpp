@@ -1,0 +1,31 @@
+// The examples of registry.md, with what the document says of them.
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "ZOL/RegistryAccess/Registry.h"
+
+using ZOL::RegistryAccess::Registry;
+
+namespace {
+
+TEST(RegistryDocument, Example) {
+#include "registry_example.inc"
+    EXPECT_EQ(width, 800);
+    EXPECT_EQ(shown, "Shop");
+    EXPECT_EQ(names, "window\n");
+    EXPECT_EQ(reason, "Unable to delete given key.");
+    EXPECT_THROW(Registry::open(HKEY_CURRENT_USER, home), Registry::OpenError);
+}
+
+TEST(RegistryDocument, Assignment) {
+    const std::string name = "ZOL_Framework docs." + std::to_string(GetCurrentProcessId());
+    const std::string path = "Software\\" + name;
+#include "registry_assignment.inc"
+    EXPECT_EQ(node.getName(), name);
+    EXPECT_EQ(below.getName(), "below");
+    Registry::open(HKEY_CURRENT_USER, "Software").deleteSubKey(name);
+}
+
+} // namespace

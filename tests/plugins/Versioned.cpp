@@ -1,0 +1,5 @@
+#include "ZOL/Framework/Export.h"
+
+extern "C" ZOL_BACKEND_EXPORT int seven() {
+    return 7;
+}

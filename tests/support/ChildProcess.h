@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// A program started beside this one.
+class ChildProcess {
+public:
+    /// @param command the program's file and its arguments, without quotation marks in them.
+    explicit ChildProcess(const std::vector<std::string>& command);
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+    /// Waits for it.
+    ~ChildProcess();
+
+    /// Waits until it has ended and returns its exit code, never 0 if something else ended it.
+    int wait();
+
+    /// Sees to it that this process, if it was started by this class, does not outlive its parent,
+    /// however that ends.
+    static void endWithParent();
+
+    /// The file of the running program.
+    static std::string thisProgram();
+
+    /// The file of another program of this build.
+    static std::string program(const std::string& name);
+
+    /// What this process has open: files and other things of the system.
+    static std::size_t openHandles();
+
+    /// Sets a variable of this process and of the ones it starts.
+    static void setEnvironment(const char* name, const char* value);
+
+private:
+    std::intptr_t process_ = 0; // id or handle
+    int exitCode_ = -1;
+    bool waitedFor_ = false;
+};
+
+} // namespace support

@@ -1,0 +1,75 @@
+#include "ChildProcess.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <stdexcept>
+
+#include <spawn.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace support {
+
+namespace {
+
+// Asked at the start: in another mount namespace, a program in a chroot is told a path that leads
+// nowhere from there.
+const std::string startedProgram = std::filesystem::read_symlink("/proc/self/exe").string();
+
+} // namespace
+
+ChildProcess::ChildProcess(const std::vector<std::string>& command) {
+    std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
+    for (const std::string& argument : command) {
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    }
+    arguments.push_back(nullptr);
+    pid_t id = -1;
+    if (posix_spawn(&id, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) {
+        throw std::runtime_error("cannot start " + command.front());
+    }
+    process_ = id;
+}
+
+ChildProcess::~ChildProcess() {
+    wait();
+}
+
+int ChildProcess::wait() {
+    if (!waitedFor_) {
+        waitedFor_ = true;
+        int status = 0;
+        const auto id = static_cast<pid_t>(process_);
+        if (waitpid(id, &status, 0) == id) {
+            exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        }
+    }
+    return exitCode_;
+}
+
+void ChildProcess::endWithParent() {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
+
+std::string ChildProcess::thisProgram() {
+    return startedProgram;
+}
+
+std::string ChildProcess::program(const std::string& name) {
+    return (std::filesystem::path(thisProgram()).parent_path() / name).string();
+}
+
+std::size_t ChildProcess::openHandles() {
+    const std::filesystem::directory_iterator descriptors("/proc/self/fd");
+    return static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors)));
+}
+
+void ChildProcess::setEnvironment(const char* name, const char* value) {
+    setenv(name, value, 1);
+}
+
+} // namespace support

@@ -1,0 +1,89 @@
+#include "ChildProcess.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+#include <windows.h>
+
+namespace support {
+
+namespace {
+
+HANDLE handleOf(std::intptr_t process) {
+    return reinterpret_cast<HANDLE>(process);
+}
+
+/// Ends what is in it when its last handle goes, which is with this process.
+HANDLE makeJob() {
+    HANDLE const job = CreateJobObjectA(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof(limits));
+    return job;
+}
+
+} // namespace
+
+ChildProcess::ChildProcess(const std::vector<std::string>& command) {
+    std::string line;
+    for (const std::string& argument : command) {
+        line += (line.empty() ? "\"" : " \"") + argument + "\"";
+    }
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION information = {};
+    if (!CreateProcessA(command.front().c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                        nullptr, &startup, &information)) {
+        throw std::runtime_error("cannot start " + command.front());
+    }
+    static HANDLE const job = makeJob();
+    AssignProcessToJobObject(job, information.hProcess);
+    CloseHandle(information.hThread);
+    process_ = reinterpret_cast<std::intptr_t>(information.hProcess);
+}
+
+ChildProcess::~ChildProcess() {
+    wait();
+    CloseHandle(handleOf(process_));
+}
+
+int ChildProcess::wait() {
+    if (!waitedFor_) {
+        waitedFor_ = true;
+        DWORD code = 1;
+        WaitForSingleObject(handleOf(process_), INFINITE);
+        GetExitCodeProcess(handleOf(process_), &code);
+        exitCode_ = static_cast<int>(code);
+    }
+    return exitCode_;
+}
+
+void ChildProcess::endWithParent() {
+    // The parent's job has it already.
+}
+
+std::string ChildProcess::thisProgram() {
+    std::string file(MAX_PATH, '\0');
+    file.resize(GetModuleFileNameA(nullptr, file.data(), MAX_PATH));
+    return file;
+}
+
+std::string ChildProcess::program(const std::string& name) {
+    return (std::filesystem::path(thisProgram()).parent_path() / (name + ".exe")).string();
+}
+
+std::size_t ChildProcess::openHandles() {
+    DWORD count = 0;
+    if (!GetProcessHandleCount(GetCurrentProcess(), &count)) {
+        throw std::runtime_error("the system does not tell its handles");
+    }
+    return count;
+}
+
+void ChildProcess::setEnvironment(const char* name, const char* value) {
+    _putenv_s(name, value);
+    SetEnvironmentVariableA(name, value);
+}
+
+} // namespace support

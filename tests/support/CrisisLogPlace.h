@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace support {
+
+/// The fixed place of the crisis log, made this test's own for the life of the object: natively in
+/// a mount namespace that the machine does not see, on Windows by taking turns and putting an
+/// existing file aside. The place starts empty. Started processes share it.
+class CrisisLogPlace {
+public:
+    CrisisLogPlace();
+    CrisisLogPlace(const CrisisLogPlace&) = delete;
+    CrisisLogPlace& operator=(const CrisisLogPlace&) = delete;
+    ~CrisisLogPlace();
+
+    static const char* const path;
+    static const char* const lineEnd;
+
+    /// An empty folder for what processes of a test tell one another.
+    static std::string scratch();
+
+    /// Whether somebody else, be it one who only reads, would get the file now if it asked the way
+    /// the crisis logger does. A missing file is free.
+    static bool isFree();
+};
+
+/// Runs the body of the running test in a process of its own, in a place of its own.
+void withCrisisLog(const std::function<void()>& body);
+
+} // namespace support
+
+/// A test that finds no crisis log and a framework that was never asked for one. The framework's
+/// crisis logger lives as long as the process, so each test has its own.
+#define CRISIS_LOG_TEST(suite, name)                                                               \
+    static void suite##name();                                                                     \
+    TEST(suite, name) {                                                                            \
+        support::withCrisisLog(suite##name);                                                       \
+    }                                                                                              \
+    static void suite##name()

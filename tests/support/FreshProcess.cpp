@@ -1,0 +1,38 @@
+#include "FreshProcess.h"
+
+#include <cstdlib>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "ChildProcess.h"
+
+namespace support {
+
+namespace {
+
+constexpr const char* mark = "ZOL_TEST_IN_FRESH_PROCESS";
+
+} // namespace
+
+bool isFreshProcess() {
+    const char* const value = std::getenv(mark);
+    return value != nullptr && *value != '\0';
+}
+
+void inFreshProcess(const std::function<void()>& body) {
+    if (isFreshProcess()) {
+        ChildProcess::endWithParent();
+        body();
+        return;
+    }
+    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+    const std::string name = std::string(test.test_suite_name()) + "." + test.name();
+    ChildProcess::setEnvironment(mark, "1");
+    ChildProcess process({ChildProcess::thisProgram(), "--gtest_filter=" + name, "--gtest_repeat=1",
+                          "--gtest_brief=1", "--gtest_output="});
+    ChildProcess::setEnvironment(mark, "");
+    EXPECT_EQ(process.wait(), 0) << "see above what failed in the process of its own";
+}
+
+} // namespace support

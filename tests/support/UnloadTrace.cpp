@@ -1,0 +1,100 @@
+#include "UnloadTrace.h"
+
+#include <array>
+#include <atomic>
+
+#include "UnloadLedger.h"
+
+namespace support {
+
+namespace {
+
+struct Block {
+    void* address = nullptr;
+    std::size_t size = 0;
+    const char* tag = nullptr;
+};
+
+struct Event {
+    const char* what = nullptr;
+    std::size_t size = 0;
+};
+
+std::array<Block, 65536> blocks;
+std::size_t blockCount = 0;
+std::array<Event, 1024> events;
+std::size_t eventCount = 0;
+std::atomic<const char*> currentTag = nullptr;
+std::atomic<bool> recording = false;
+
+constexpr const char* lockEvent = "lock";
+
+void record(const char* what, std::size_t size) {
+    if (recording && eventCount < events.size()) {
+        events[eventCount++] = {what, size};
+    }
+}
+
+} // namespace
+
+// Tags are set, and the module is unloaded, by one thread while no other uses it.
+
+void UnloadLedger::allocated(void* block, std::size_t size) {
+    const char* const tag = currentTag;
+    if (tag != nullptr && blockCount < blocks.size()) {
+        blocks[blockCount++] = {block, size, tag};
+    }
+}
+
+void UnloadLedger::freed(void* block) {
+    if (block == nullptr || (currentTag == nullptr && !recording)) {
+        return;
+    }
+    for (std::size_t i = 0; i < blockCount; ++i) {
+        if (blocks[i].address == block) {
+            record(blocks[i].tag, blocks[i].size);
+            blocks[i] = blocks[--blockCount];
+            return;
+        }
+    }
+}
+
+void UnloadLedger::lockReleased() {
+    record(lockEvent, 0);
+}
+
+void UnloadTrace::tag(const char* tag) {
+    currentTag = tag;
+}
+
+void UnloadTrace::start() {
+    eventCount = 0;
+    recording = true;
+}
+
+std::vector<std::string> UnloadTrace::stop() {
+    recording = false;
+    std::vector<std::string> result;
+    for (std::size_t i = 0; i < eventCount; ++i) {
+        std::string text = events[i].what;
+        if (events[i].what != lockEvent) {
+            text += " " + std::to_string(events[i].size);
+        }
+        result.push_back(text);
+    }
+    return result;
+}
+
+std::size_t UnloadTrace::alive(const char* tag) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < blockCount; ++i) {
+        count += blocks[i].tag == tag ? 1U : 0U;
+    }
+    return count;
+}
+
+void UnloadTrace::forget() {
+    blockCount = 0;
+}
+
+} // namespace support

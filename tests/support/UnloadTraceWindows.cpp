@@ -1,0 +1,45 @@
+#include <cstdlib>
+#include <new>
+
+#include "ImportHook.h"
+#include "UnloadLedger.h"
+#include "UnloadTrace.h"
+
+namespace support::UnloadTrace {
+
+namespace {
+
+void* recordingNew(std::size_t size) {
+    void* const block = ::operator new(size);
+    UnloadLedger::allocated(block, size);
+    return block;
+}
+
+void recordingDelete(void* block) {
+    UnloadLedger::freed(block);
+    ::operator delete(block);
+}
+
+void recordingSizedDelete(void* block, std::size_t) {
+    recordingDelete(block);
+}
+
+BOOL WINAPI recordingCloseHandle(HANDLE handle) {
+    UnloadLedger::lockReleased();
+    return CloseHandle(handle);
+}
+
+} // namespace
+
+const bool everyLockHasAResource = false;
+const bool seesStrings = false;
+
+void attach() {
+    HMODULE const module = GetModuleHandleA("ZOL_Framework_r.2.0.8.129.dll");
+    hookImport(module, "_Znwy", reinterpret_cast<void*>(&recordingNew));
+    hookImport(module, "_ZdlPv", reinterpret_cast<void*>(&recordingDelete));
+    hookImport(module, "_ZdlPvy", reinterpret_cast<void*>(&recordingSizedDelete));
+    hookImport(module, "CloseHandle", reinterpret_cast<void*>(&recordingCloseHandle));
+}
+
+} // namespace support::UnloadTrace
