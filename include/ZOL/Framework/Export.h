@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 // ZOL_FRAMEWORK_API marks what crosses the module's boundary; nothing else is exported.
 // ZOL_BACKEND_EXPORT marks the one function that a back-end plug-in exports, createBackend.
 #if defined(_WIN32)
@@ -12,4 +14,15 @@
 #else
 #define ZOL_FRAMEWORK_API __attribute__((visibility("default")))
 #define ZOL_BACKEND_EXPORT __attribute__((visibility("default")))
+#endif
+
+// What the module was built with, and its users must not change by a compiler flag.
+#if defined(_WIN32)
+static_assert(sizeof(wchar_t) == 2, "the framework's texts need the platform's own wchar_t");
+#if defined(_MSC_VER)
+static_assert(std::is_same_v<void(), void __cdecl()>,
+              "the framework's functions are __cdecl: compile its headers with that default");
+#endif
+#else
+static_assert(sizeof(wchar_t) == 4, "the framework's texts need the platform's own wchar_t");
 #endif

@@ -33,4 +33,6 @@ private:
     HeapString* holder_;
 };
 
+static_assert(sizeof(StringHolder) == sizeof(void*), "modules know it as one pointer");
+
 } // namespace ZOL::Framework

@@ -39,4 +39,6 @@ private:
     std::int32_t value_;
 };
 
+static_assert(sizeof(Counter) == sizeof(std::int32_t), "modules know it as one number");
+
 } // namespace ZOL::Framework::Counting

@@ -39,4 +39,6 @@ private:
     ZOL_FRAMEWORK_API static CrisisLogger* crisisLoggerSingleton_;
 };
 
+static_assert(sizeof(CrisisLogger) == sizeof(void*), "modules know it as one pointer");
+
 } // namespace ZOL::Framework::CrisisLogging

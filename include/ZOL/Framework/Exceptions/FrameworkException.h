@@ -34,6 +34,9 @@ private:
     HeapString* message_;
 };
 
+static_assert(sizeof(FrameworkException) == 2 * sizeof(void*),
+              "modules know it as a virtual table and one pointer");
+
 } // namespace Exceptions
 
 } // namespace ZOL::Framework

@@ -91,6 +91,8 @@ private:
     LoggerImpl* impl_;
 };
 
+static_assert(sizeof(Logger) == sizeof(void*), "modules know it as one pointer");
+
 inline LogStream::~LogStream() noexcept(false) {
     if (level_ == LOG_LEVEL_NONE || stream_.bad()) {
         return;

@@ -39,4 +39,6 @@ public:
     virtual LoggingChannel* createChannel(const char* name) = 0;
 };
 
+static_assert(sizeof(LoggerBackend) == sizeof(void*), "plug-ins know it as a virtual table");
+
 } // namespace ZOL::Framework::GenericLogger

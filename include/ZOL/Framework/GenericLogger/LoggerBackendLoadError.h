@@ -15,4 +15,6 @@ public:
     ~LoggerBackendLoadError() override = default;
 };
 
+static_assert(sizeof(LoggerBackendLoadError) == sizeof(LoggerException), "it adds a type alone");
+
 } // namespace ZOL::Framework::GenericLogger

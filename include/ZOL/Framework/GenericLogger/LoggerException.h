@@ -40,4 +40,7 @@ private:
     LoggerExceptionImpl* impl_;
 };
 
+static_assert(sizeof(LoggerException) == 2 * sizeof(void*),
+              "modules know it as a virtual table and one pointer");
+
 } // namespace ZOL::Framework::GenericLogger

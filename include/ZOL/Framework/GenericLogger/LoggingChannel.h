@@ -43,4 +43,6 @@ public:
     virtual void log(LoggingLevel level, const char* text) = 0;
 };
 
+static_assert(sizeof(LoggingChannel) == sizeof(void*), "plug-ins know it as a virtual table");
+
 } // namespace ZOL::Framework::GenericLogger

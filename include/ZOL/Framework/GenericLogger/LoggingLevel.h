@@ -3,7 +3,7 @@
 namespace ZOL::Framework::GenericLogger {
 
 /// Importance of a message; the larger number is the more important. Levels are compared as signed
-/// numbers, and any other int is a level too.
+/// numbers, and any other int is a level too. The values are compiled into every module that logs.
 enum LoggingLevel : int {
     LOG_LEVEL_NONE = 0, ///< No level: a message of it waits in the cache, and a LogStream drops it.
     LOG_LEVEL_TRACE = 10,

@@ -3,10 +3,30 @@
 #include <string>
 #include <type_traits>
 
+#include "ZOL/Framework/Export.h"
+
+// WideString is the one type of the standard library that crosses the boundary. Its layout must be
+// the module's: that of GNU's library with its present ABI, or of Visual C++'s without iterator
+// debugging. Whoever builds the module and all of its users with one and the same other library
+// defines ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY for all of them.
+#if !defined(ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY)
+#if defined(_MSVC_STL_VERSION)
+#if _ITERATOR_DEBUG_LEVEL != 0
+#error "ZOL Framework's properties need _ITERATOR_DEBUG_LEVEL=0, as the framework module has it"
+#endif
+#elif defined(__GLIBCXX__)
+#if !_GLIBCXX_USE_CXX11_ABI
+#error "ZOL Framework's properties need _GLIBCXX_USE_CXX11_ABI=1, as the framework module has it"
+#endif
+#else
+#error "ZOL Framework's properties need the standard library that the framework module has"
+#endif
+#endif
+
 namespace ZOL::Framework::Management {
 
 /// A counted sequence of 16-bit units, which may be empty and may hold a zero unit. Modules that
-/// exchange it must share one standard library.
+/// exchange it must share one standard library with the framework.
 using WideString = std::conditional_t<sizeof(wchar_t) == 2, std::wstring, std::u16string>;
 
 /// The process's table of named texts, which Framework::propertyManager gives out. Never to be
@@ -36,5 +56,7 @@ public:
     /// Throws a FrameworkException if there is no such property.
     virtual void clearProperty(const WideString& name) = 0;
 };
+
+static_assert(sizeof(PropertyManager) == sizeof(void*), "modules know it as a virtual table");
 
 } // namespace ZOL::Framework::Management

@@ -1,0 +1,47 @@
+#include "ModuleSurface.h"
+
+#include <cctype>
+#include <cstdlib>
+#include <map>
+#include <memory>
+
+#include <cxxabi.h>
+
+namespace boundary {
+
+namespace {
+
+/// Behind the names of a nested name: "C1" of _ZN3ZOL9Framework12StringHolderC1Ev.
+std::string markBehindNames(const std::string& mangled) {
+    const std::string nested = "_ZN";
+    if (mangled.compare(0, nested.size(), nested) != 0) {
+        return {};
+    }
+    std::size_t at = nested.size();
+    while (at < mangled.size() && std::isdigit(static_cast<unsigned char>(mangled[at])) != 0) {
+        std::size_t digits = 0;
+        const std::size_t length = std::stoul(mangled.substr(at), &digits);
+        at += digits + length;
+    }
+    return at < mangled.size() ? mangled.substr(at, 2) : std::string();
+}
+
+} // namespace
+
+std::string readable(const std::string& mangled) {
+    int status = 0;
+    const std::unique_ptr<char, decltype(&std::free)> demangled(
+        abi::__cxa_demangle(mangled.c_str(), nullptr, nullptr, &status), &std::free);
+    if (status != 0) {
+        return mangled;
+    }
+    static const std::map<std::string, const char*> bodies = {{"C1", " [complete object]"},
+                                                              {"C2", " [base object]"},
+                                                              {"D0", " [deleting]"},
+                                                              {"D1", " [complete object]"},
+                                                              {"D2", " [base object]"}};
+    const auto body = bodies.find(markBehindNames(mangled));
+    return std::string(demangled.get()) + (body != bodies.end() ? body->second : "");
+}
+
+} // namespace boundary
