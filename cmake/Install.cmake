@@ -36,13 +36,14 @@ install(FILES
     ${PROJECT_SOURCE_DIR}/cmake/backend-exports.map
     DESTINATION ${ZOL_INSTALL_CMAKEDIR})
 
-# What a mingw-built program needs beside it. Exceptions cross modules only while all of them share
-# these, so they are never linked statically.
+# What a mingw-built program needs beside it. A module with a runtime of its own does not see the
+# exceptions that are on their way in another's, so these are never linked statically.
 if(MINGW)
     set(zolRuntime "")
+    separate_arguments(zolLinkFlags UNIX_COMMAND "${CMAKE_SHARED_LINKER_FLAGS}")
     foreach(dll libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
         execute_process(
-            COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
+            COMMAND ${CMAKE_CXX_COMPILER} ${zolLinkFlags} -print-file-name=${dll}
             OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
         if(NOT IS_ABSOLUTE "${path}")
             message(FATAL_ERROR "${CMAKE_CXX_COMPILER} does not know where its ${dll} is")

@@ -8,15 +8,20 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 say() { echo "accept-boundary: $*"; }
 
 scripts/setup.sh
-for preset in linux windows; do
-    say "$preset: building"
-    cmake --preset "$preset" >/dev/null
-    cmake --build --preset "$preset" --target zol_boundary_tests >/dev/null
-done
-say "linux: storing"
-ZOL_ACCEPT_GOLDENS=1 build/linux/bin/zol_boundary_tests --gtest_brief=1
-say "windows: storing"
-ZOL_ACCEPT_GOLDENS=1 scripts/wine.sh build/windows/bin/zol_boundary_tests.exe --gtest_brief=1
+export ZOL_ACCEPT_GOLDENS=1
+say "linux: building and storing"
+cmake --preset linux >/dev/null
+cmake --build --preset linux --target zol_boundary_tests >/dev/null
+build/linux/bin/zol_boundary_tests --gtest_brief=1
+
+say "windows: building and storing"
+cmake --preset windows >/dev/null
+cmake --build --preset windows >/dev/null
+scripts/wine.sh build/windows/bin/zol_boundary_tests.exe --gtest_brief=1
+say "windows: building with clang and storing"
+ctest --preset windows -R OtherBuilds.FrameworkOfClangInReleaseAsCxx23
+say "Visual C++: storing"
+tests/boundary/msvc/check.sh --accept
 
 git --no-pager diff --stat -- tests/boundary/goldens
 say "stored; 'git diff tests/boundary/goldens' shows what changed"

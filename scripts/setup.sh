@@ -16,6 +16,7 @@ packages=(
     libboost-dev libboost-thread-dev libspdlog-dev libfmt-dev
     googletest
     clang-format clang-tidy
+    clang-19 llvm-19 libc++-19-dev libwine-dev  # Visual C++'s binary interface, without Visual C++
     xz-utils
 )
 deps=build/deps

@@ -1,6 +1,7 @@
 // What the built modules offer to the loader, read from their export tables.
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,17 @@ std::vector<std::string> readableExportsOf(const char* module) {
     return names;
 }
 
+/// Clang does not build the complete-object constructors of abstract classes, and nothing can call
+/// them where g++ does.
+bool isOfNoUse(const std::string& name) {
+    const std::string body = " [complete object]";
+    const bool ofAbstractClass =
+        name.find("::LoggerBackend::LoggerBackend(") != std::string::npos ||
+        name.find("::LoggingChannel::LoggingChannel(") != std::string::npos;
+    return ofAbstractClass && name.size() > body.size() &&
+           name.compare(name.size() - body.size(), body.size(), body) == 0;
+}
+
 /// The name without what the compiler says about a class.
 std::string ownerOf(const std::string& name) {
     for (const std::string about : {"typeinfo for ", "typeinfo name for ", "vtable for "}) {
@@ -35,7 +47,10 @@ std::string ownerOf(const std::string& name) {
 }
 
 TEST(Exports, OfTheModuleAreThoseOfTheStoredList) {
-    expectGolden(std::string("exports.") + ZOL_PLATFORM + ".txt", readableExportsOf(moduleName));
+    std::vector<std::string> names = readableExportsOf(moduleName);
+    names.erase(std::remove_if(names.begin(), names.end(), isOfNoUse), names.end());
+    const char* const otherList = std::getenv("ZOL_EXPORTS_LIST");
+    expectGolden(otherList != nullptr ? otherList : ZOL_EXPORTS_LIST, names);
 }
 
 TEST(Exports, HoldNothingOfBoostOrTheStandardLibrary) {

@@ -45,6 +45,10 @@ Values valuesByName(const std::vector<std::string>& lines) {
     return values;
 }
 
+std::string lineOf(const std::string& name, const std::string& value) {
+    return value.empty() ? name : name + separator + value;
+}
+
 /// Takes the lines that both have out of both.
 void dropCommon(Values& left, Values& right) {
     for (auto entry = left.begin(); entry != left.end();) {
@@ -75,7 +79,7 @@ void expectGolden(const std::string& name, std::vector<std::string> seen) {
     for (const auto& [what, value] : wasThere) {
         const auto now = isThere.find(what);
         if (now == isThere.end()) {
-            ADD_FAILURE() << "gone from " << name << ": " << what << separator << value;
+            ADD_FAILURE() << "gone from " << name << ": " << lineOf(what, value);
         } else {
             ADD_FAILURE() << "changed in " << name << ": " << what << ": was " << value << ", is "
                           << now->second;
@@ -83,7 +87,7 @@ void expectGolden(const std::string& name, std::vector<std::string> seen) {
         }
     }
     for (const auto& [what, value] : isThere) {
-        ADD_FAILURE() << "new, and not in " << name << ": " << what << separator << value;
+        ADD_FAILURE() << "new, and not in " << name << ": " << lineOf(what, value);
     }
     if (testing::Test::HasFailure()) {
         ADD_FAILURE() << toAccept;

@@ -1,20 +1,13 @@
-# Installs the package, then configures, builds and runs the consumer project against it.
+# Configures, builds and runs the consumer project against the installed package.
 #
-# cmake -DBUILD_TREE=... -DWORK=... -DGENERATOR=... -DTOOLCHAIN=... -DCOMPILER=... -DEMULATOR=... -P RunConsumer.cmake
+# cmake -DPACKAGE=<where it is installed> -DWORK=... -DGENERATOR=... -DTOOLCHAIN=... -DCOMPILER=...
+#       -DEMULATOR=... -P RunConsumer.cmake
 
-set(prefix ${WORK}/prefix)
+cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/../support/Run.cmake)
+
 set(build ${WORK}/build)
 file(REMOVE_RECURSE ${WORK})
-
-function(run)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
-    if(NOT result EQUAL 0)
-        message(FATAL_ERROR "failed (${result}): ${ARGN}\n${output}")
-    endif()
-    set(output "${output}" PARENT_SCOPE)
-endfunction()
-
-run(${CMAKE_COMMAND} --install ${BUILD_TREE} --prefix ${prefix})
 
 if(TOOLCHAIN)
     set(compiler -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
@@ -22,7 +15,7 @@ else()
     set(compiler -DCMAKE_CXX_COMPILER=${COMPILER})
 endif()
 run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${build} -G ${GENERATOR} ${compiler}
-    -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${prefix})
+    -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${PACKAGE})
 run(${CMAKE_COMMAND} --build ${build})
 
 # expect_output(<program> <text>): runs a program of the consumer's.
@@ -40,7 +33,7 @@ endfunction()
 
 # The plug-in and the modules lie beside the programs, the framework in the package.
 if(EMULATOR)
-    set(ENV{WINEPATH} "Z:${prefix}/bin")
+    set(ENV{WINEPATH} "Z:${PACKAGE}/bin")
 else()
     set(ENV{LD_LIBRARY_PATH} ${build})
 endif()
@@ -50,7 +43,7 @@ if(EMULATOR)
 endif()
 
 # What is only there to build the package must not reach its users, not even as an empty mention.
-file(GLOB_RECURSE targetFiles ${prefix}/ZOL_FrameworkTargets*.cmake)
+file(GLOB_RECURSE targetFiles ${PACKAGE}/ZOL_FrameworkTargets*.cmake)
 if(NOT targetFiles)
     message(FATAL_ERROR "the package has no file of targets")
 endif()

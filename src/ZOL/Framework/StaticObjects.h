@@ -8,6 +8,10 @@
 #include <boost/thread/mutex.hpp>
 #include <boost/thread/recursive_mutex.hpp>
 
+// Not a mere declaration of LoggerBackend: one that is not marked for export hides what a debug
+// build writes down about the class.
+#include "ZOL/Framework/GenericLogger/LoggerBackend.h"
+
 // The process-wide state that comes up while the module loads; StaticObjects.cpp defines it in
 // load order. Name tables compare byte by byte, and may be searched without a copy of the key.
 
@@ -34,7 +38,6 @@ extern boost::mutex instanceMutex_; // guards the creation of the crisis logger
 namespace GenericLogger {
 
 class Logger;
-class LoggerBackend;
 
 using LoggerTable = std::map<std::string, Logger*, std::less<>>;
 extern LoggerTable loggers;                // owns its keys, not the loggers

@@ -2,6 +2,11 @@
 
 #include "ZOL/Framework/Export.h"
 
+// A derived class that was compiled without has no name that what could tell.
+#if !defined(__cpp_rtti)
+#error "ZOL Framework's LoggerException needs run-time type information"
+#endif
+
 namespace ZOL::Framework::GenericLogger {
 
 struct LoggerExceptionImpl;

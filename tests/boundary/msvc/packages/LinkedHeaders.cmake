@@ -1,0 +1,15 @@
+# zol_linked_headers(<variable> <folder>...)
+#
+# Sets <variable> to a folder that has links to these of the machine's include folders and to no
+# others: the rest of them is for Linux.
+function(zol_linked_headers variable)
+    set(links ${CMAKE_BINARY_DIR}/linked)
+    file(MAKE_DIRECTORY ${links})
+    foreach(folder IN LISTS ARGN)
+        if(NOT IS_DIRECTORY /usr/include/${folder})
+            message(FATAL_ERROR "/usr/include/${folder} is missing: run scripts/setup.sh")
+        endif()
+        file(CREATE_LINK /usr/include/${folder} ${links}/${folder} SYMBOLIC)
+    endforeach()
+    set(${variable} ${links} PARENT_SCOPE)
+endfunction()

@@ -1,0 +1,16 @@
+#pragma once
+
+// Wine's header lacks these, and has MB_CUR_MAX under another name.
+
+#pragma GCC system_header
+#include_next <stdlib.h>
+
+extern "C" {
+errno_t __cdecl getenv_s(size_t*, char*, size_t, const char*);
+double __cdecl _strtod_l(const char*, char**, _locale_t);
+float __cdecl _strtof_l(const char*, char**, _locale_t);
+}
+
+#if !defined(MB_CUR_MAX)
+#define MB_CUR_MAX __mb_cur_max
+#endif

@@ -1,0 +1,11 @@
+# run(<command> [<argument>...]): runs it, leaves what it wrote in <output>, and ends the script if it
+# fails.
+function(run)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    if(NOT result EQUAL 0)
+        string(REPLACE ";" " " command "${ARGN}")
+        message(NOTICE "${output}") # as it is: an error's own text is wrapped
+        message(FATAL_ERROR "failed (${result}): ${command}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
