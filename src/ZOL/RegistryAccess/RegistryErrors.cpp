@@ -24,9 +24,14 @@ std::string displayName(const std::type_info& type) {
     if (demangled.get() == nullptr) {
         throw std::bad_alloc();
     }
-    const std::string keyword = "class ";
-    const std::string name = demangled.get();
-    return name.compare(0, keyword.size(), keyword) == 0 ? name : keyword + name;
+    // Some compilers' names carry the key word of the declaration already.
+    std::string name = demangled.get();
+    for (const std::string keyword : {"class ", "struct "}) {
+        if (name.compare(0, keyword.size(), keyword) == 0) {
+            name.erase(0, keyword.size());
+        }
+    }
+    return "class " + name;
 }
 
 } // namespace
