@@ -12,7 +12,6 @@ endif()
 # Iterators and containers that check themselves, which have another layout; and no optimization.
 set(debug "-O0 -g -D_GLIBCXX_DEBUG -D_GLIBCXX_DEBUG_PEDANTIC -D_GLIBCXX_ASSERTIONS")
 set(release "-O2 -DNDEBUG")
-set(ownRuntime "-O2 -static-libgcc -static-libstdc++")
 
 # test_other_build(<test> <modules|framework> <compiler> <standard> <flags>)
 function(test_other_build test side compiler standard flags)
@@ -40,8 +39,3 @@ test_other_build(ModulesOfGccInReleaseAsCxx23 modules ${gcc} 23 "${release}")
 test_other_build(FrameworkOfClangInDebugAsCxx17 framework ${clang} 17 "${debug}")
 test_other_build(FrameworkOfClangInReleaseAsCxx23 framework ${clang} 23 "${release}")
 test_other_build(FrameworkOfGccInDebugAsCxx20 framework ${gcc} 20 "${debug}")
-
-# On Windows the two runtimes would count the exceptions on their way apart, which does not fit.
-if(NOT WIN32)
-    test_other_build(ModulesOfGccWithRuntimesOfTheirOwn modules ${gcc} 17 "${ownRuntime}")
-endif()
