@@ -9,6 +9,7 @@
 #include "ZOL/Framework/Framework.h"
 #include "ZOL/Framework/GenericLogger/Logger.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
+#include "ZOL/Framework/GenericLogger/LoggerBackendLoadError.h"
 #include "ZOL/Framework/Management/MemoryManager.h"
 #include "ZOL/Framework/Management/PropertyManager.h"
 #include "ZOL/Framework/StringHolder.h"
@@ -41,6 +42,36 @@ private:
 
 Backend backend;
 
+/// Tells of every call on it.
+class WatchedChannel final : public LoggingChannel {
+public:
+    explicit WatchedChannel(void (*witness)(const char*)) : witness_(witness) {}
+    ~WatchedChannel() override { witness_("channel destroyed"); }
+
+    void release() override { witness_("channel released"); }
+    void log(LoggingLevel, const char* text) override { witness_(text); }
+
+private:
+    void (*witness_)(const char*);
+};
+
+/// Tells of every call on it, and opens a channel of its own for each logger.
+class WatchedBackend final : public LoggerBackend {
+public:
+    explicit WatchedBackend(void (*witness)(const char*)) : witness_(witness) {}
+    ~WatchedBackend() override { witness_("back end destroyed"); }
+
+    LoggingChannel* createChannel(const char* name) override {
+        witness_(name);
+        return new WatchedChannel(witness_);
+    }
+
+private:
+    void (*witness_)(const char*);
+};
+
+WatchedBackend* watchedBackend = nullptr;
+
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT int nextOf(const char* counter) {
@@ -65,6 +96,28 @@ extern "C" ZOL_BACKEND_EXPORT void logTo(const char* name, const char* text) {
 
 extern "C" ZOL_BACKEND_EXPORT void install() {
     Logger::installBackend(&backend);
+}
+
+extern "C" ZOL_BACKEND_EXPORT void uninstall() {
+    Logger::uninstallBackend(&backend);
+    Logger::uninstallBackend(watchedBackend);
+}
+
+/// The back end and its channels are nobody's, and outlive this module.
+extern "C" ZOL_BACKEND_EXPORT void installWatched(void (*witness)(const char*)) {
+    watchedBackend = new WatchedBackend(witness);
+    Logger::installBackend(watchedBackend);
+}
+
+/// Whether the framework's exception for that comes here, whole.
+extern "C" ZOL_BACKEND_EXPORT bool refusesNoBackend() {
+    try {
+        Logger::installBackend(static_cast<LoggerBackend*>(nullptr));
+    } catch (const LoggerBackendLoadError& error) {
+        return std::strcmp(error.message(), "Cannot install a NULL backend!") == 0 &&
+               std::strstr(error.what(), error.message()) != nullptr;
+    }
+    return false;
 }
 
 extern "C" ZOL_BACKEND_EXPORT void callOnLog(void (*callee)()) {
@@ -99,4 +152,15 @@ extern "C" ZOL_BACKEND_EXPORT bool join(const char* first, const char* second, c
     StringHolder assigned;
     assigned = whole;
     return std::strcmp(assigned.c_str(), joined) == 0;
+}
+
+/// Whether a block keeps what it holds when its size changes.
+extern "C" ZOL_BACKEND_EXPORT bool resize() {
+    namespace MemoryManager = Management::MemoryManager;
+    void* const block = MemoryManager::allocate(100);
+    std::memset(block, 'x', 100);
+    auto* const resized = static_cast<const char*>(MemoryManager::reallocate(block, 100000));
+    const bool kept = resized[0] == 'x' && resized[99] == 'x';
+    MemoryManager::deallocate(const_cast<char*>(resized));
+    return kept;
 }

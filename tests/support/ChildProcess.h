@@ -31,9 +31,6 @@ public:
     /// The file of another program of this build.
     static std::string program(const std::string& name);
 
-    /// What this process has open: files and other things of the system.
-    static std::size_t openHandles();
-
     /// Sets a variable of this process and of the ones it starts.
     static void setEnvironment(const char* name, const char* value);
 

@@ -63,11 +63,6 @@ std::string ChildProcess::program(const std::string& name) {
     return (std::filesystem::path(thisProgram()).parent_path() / name).string();
 }
 
-std::size_t ChildProcess::openHandles() {
-    const std::filesystem::directory_iterator descriptors("/proc/self/fd");
-    return static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors)));
-}
-
 void ChildProcess::setEnvironment(const char* name, const char* value) {
     setenv(name, value, 1);
 }

@@ -73,14 +73,6 @@ std::string ChildProcess::program(const std::string& name) {
     return (std::filesystem::path(thisProgram()).parent_path() / (name + ".exe")).string();
 }
 
-std::size_t ChildProcess::openHandles() {
-    DWORD count = 0;
-    if (!GetProcessHandleCount(GetCurrentProcess(), &count)) {
-        throw std::runtime_error("the system does not tell its handles");
-    }
-    return count;
-}
-
 void ChildProcess::setEnvironment(const char* name, const char* value) {
     _putenv_s(name, value);
     SetEnvironmentVariableA(name, value);

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <new>
 
 #include "UnloadLedger.h"
 
@@ -91,6 +92,30 @@ std::size_t UnloadTrace::alive(const char* tag) {
         count += blocks[i].tag == tag ? 1U : 0U;
     }
     return count;
+}
+
+std::map<const void*, std::string> UnloadTrace::contents(const char* tag) {
+    const char* const interrupted = currentTag.exchange(nullptr); // for blocks of the result
+    std::map<const void*, std::string> result;
+    for (std::size_t i = 0; i < blockCount; ++i) {
+        if (blocks[i].tag == tag) {
+            result.emplace(
+                blocks[i].address,
+                std::string(static_cast<const char*>(blocks[i].address), blocks[i].size));
+        }
+    }
+    currentTag = interrupted;
+    return result;
+}
+
+void UnloadTrace::giveBack(const char* tag) {
+    for (std::size_t i = blockCount; i-- > 0;) {
+        if (blocks[i].tag == tag) {
+            void* const block = blocks[i].address;
+            blocks[i] = blocks[--blockCount];
+            ::operator delete(block);
+        }
+    }
 }
 
 void UnloadTrace::forget() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,12 @@ std::vector<std::string> stop();
 
 /// Blocks of that tag that are still there.
 std::size_t alive(const char* tag);
+
+/// What the blocks of that tag that are still there hold now, byte for byte, by their addresses.
+std::map<const void*, std::string> contents(const char* tag);
+
+/// Frees the blocks of that tag that are still there, as nobody else will.
+void giveBack(const char* tag);
 
 /// Puts every block out of sight: one that is freed while nobody looks would seem to be there
 /// still.

@@ -2,16 +2,16 @@
 #include <fstream>
 #include <iterator>
 
-#include "ChildProcess.h"
 #include "CrisisLogPlace.h"
+#include "OpenHandles.h"
 #include "OutOfMemory.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
 
-using support::ChildProcess;
 using support::CrisisLogPlace;
 using support::longText;
+using support::openHandles;
 using support::withCrisisLog;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 using ZOL::Framework::Exceptions::FrameworkException;
@@ -28,13 +28,13 @@ ZOL_INSTANTIATE_OUT_OF_MEMORY(CrisisLoggerOutOfMemory);
 
 TEST_P(CrisisLoggerOutOfMemory, InstanceThatFailsHoldsNoFileAndSucceedsLater) {
     withCrisisLog([this] {
-        const std::size_t openBefore = ChildProcess::openHandles();
+        const std::size_t openBefore = openHandles();
         CrisisLogger* logger = nullptr;
         EXPECT_EQ(sweep([&] { logger = &CrisisLogger::instance(); },
                         [&] {
                             EXPECT_EQ(logger, nullptr);
                             EXPECT_TRUE(CrisisLogPlace::isFree());
-                            EXPECT_EQ(ChildProcess::openHandles(), openBefore);
+                            EXPECT_EQ(openHandles(), openBefore);
                         }),
                   2U)
             << "the logger and its private block";

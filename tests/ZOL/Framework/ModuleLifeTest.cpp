@@ -10,44 +10,22 @@
 
 #include <gtest/gtest.h>
 
-#include "LoadedModule.h"
+#include "Contention.h"
+#include "LifeClient.h"
 #include "UnloadTrace.h"
 #include "WideText.h"
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
+using support::frameworkIsLoaded;
 using support::wide;
-using ZOL::Framework::Management::PropertyManager;
+using Client = support::LifeClient;
 using ZOL::Framework::Management::WideString;
 using ZOL::Gadgets::DLL::DLLHolder;
+namespace Contention = support::Contention;
 namespace UnloadTrace = support::UnloadTrace;
 
 namespace {
-
-bool frameworkIsLoaded() {
-    return support::isLoaded("ZOL_Framework", "2.0.8.129");
-}
-
-/// The module that brings the framework along.
-class Client {
-public:
-    DLLHolder holder{"LifeClient", ""};
-
-    int (*nextOf)(const char*) = holder.resolve<int(const char*)>("nextOf");
-    void* (*objectOf)(const char*,
-                      void* (*)()) = holder.resolve<void*(const char*, void* (*)())>("objectOf");
-    void* (*knownObject)(const char*) = holder.resolve<void*(const char*)>("knownObject");
-    void (*makeLogger)(const char*) = holder.resolve<void(const char*)>("makeLogger");
-    void (*logTo)(const char*,
-                  const char*) = holder.resolve<void(const char*, const char*)>("logTo");
-    void (*install)() = holder.resolve<void()>("install");
-    void (*callOnLog)(void (*)()) = holder.resolve<void(void (*)())>("callOnLog");
-    int (*drawn)() = holder.resolve<int()>("drawn");
-    PropertyManager* (*properties)() = holder.resolve<PropertyManager*()>("properties");
-    bool (*failsToRead)(const WideString*) = holder.resolve<bool(const WideString*)>("failsToRead");
-    bool (*join)(const char*, const char*,
-                 const char*) = holder.resolve<bool(const char*, const char*, const char*)>("join");
-};
 
 // Longer than what a string holds within itself, so that each key is a block of its own.
 constexpr const char* longName = "a name that is longer than a short string";
@@ -59,35 +37,8 @@ void* makeObject() {
     return theObject;
 }
 
-std::atomic<bool> entered = false;
-std::atomic<bool> leave = false;
-
-void waitInside() {
-    entered = true;
-    while (!leave) {
-        std::this_thread::yield();
-    }
-}
-
-/// Lets one thread wait for the lock that another holds inside the module, so that the lock gets
-/// its system resource where it has none from the start.
-template <typename Holder, typename Waiter>
-void contend(Holder holder, Waiter waiter) {
-    entered = false;
-    leave = false;
-    std::thread first(holder);
-    while (!entered) {
-        std::this_thread::yield();
-    }
-    std::thread second(waiter);
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    leave = true;
-    first.join();
-    second.join();
-}
-
 void* factoryThatWaits() {
-    waitInside();
+    Contention::waitInside();
     static int object = 0;
     return &object;
 }
@@ -153,11 +104,13 @@ TEST(ModuleLife, CleansUpInReverseLoadOrderAndLeavesLoggersAndObjectsAlone) {
         client.install();
         UnloadTrace::tag(nullptr);
 
-        client.callOnLog(waitInside);
-        contend([] { used->logTo(longName, "held"); }, [] { used->makeLogger("waits"); });
+        constexpr std::chrono::milliseconds surelyWaiting(200);
+        client.callOnLog(Contention::waitInside);
+        Contention::make([] { used->logTo(longName, "held"); }, [] { used->makeLogger("waits"); },
+                         surelyWaiting);
         client.callOnLog(nullptr);
-        contend([] { used->objectOf("held", factoryThatWaits); },
-                [] { used->knownObject("waits"); });
+        Contention::make([] { used->objectOf("held", factoryThatWaits); },
+                         [] { used->knownObject("waits"); }, surelyWaiting);
 
         UnloadTrace::start();
     }
@@ -183,38 +136,6 @@ TEST(ModuleLife, CleansUpInReverseLoadOrderAndLeavesLoggersAndObjectsAlone) {
     EXPECT_GE(UnloadTrace::alive(loggerBlocks), UnloadTrace::seesStrings ? 4U : 3U);
     EXPECT_EQ(*theObject, "the object of a long name, on the heap");
     delete theObject;
-}
-
-TEST(ModuleLife, LoadsAndUnloadsAThousandTimesAndStartsAfreshEachTime) {
-    const char* const everything = "everything";
-    const WideString property = wide(longName);
-    for (int round = 0; round < 1000; ++round) {
-        {
-            const Client client;
-            ASSERT_TRUE(frameworkIsLoaded());
-            UnloadTrace::attach();
-            UnloadTrace::tag(everything); // keeps what stays behind by design in sight
-            ASSERT_EQ(client.nextOf("counter"), 0) << "round " << round;
-            ASSERT_EQ(client.nextOf("counter"), 1);
-            ASSERT_EQ(client.knownObject("object"), nullptr) << "round " << round;
-            static int object = 0;
-            ASSERT_EQ(client.objectOf("object", [] { return static_cast<void*>(&object); }),
-                      &object);
-            client.logTo("logger", "cached and flushed");
-            client.install();
-            client.logTo("logger", "live");
-            ASSERT_FALSE(client.properties()->hasProperty(property)) << "round " << round;
-            ASSERT_TRUE(client.failsToRead(&property)) << "round " << round;
-            client.properties()->setProperty(property, property);
-            ASSERT_EQ(client.properties()->readProperty(property), property);
-            ASSERT_TRUE(client.join("a name", longName + 6, longName));
-            int drawn = 0;
-            std::thread([&] { drawn = client.drawn(); }).join();
-            ASSERT_EQ(drawn, 41) << "the count of calls starts at 0, round " << round;
-            UnloadTrace::tag(nullptr);
-        }
-        ASSERT_FALSE(frameworkIsLoaded()) << "round " << round;
-    }
 }
 
 TEST(ModuleLife, StaysWhileOneOfTwoClientsHoldsIt) {

@@ -14,6 +14,7 @@
 #include "CrisisCalls.h"
 #include "CrisisClients.h"
 #include "CrisisLogPlace.h"
+#include "OpenHandles.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
@@ -21,6 +22,7 @@
 
 using support::ChildProcess;
 using support::CrisisLogPlace;
+using support::openHandles;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 using ZOL::Framework::Exceptions::FrameworkException;
 using ZOL::Gadgets::DLL::DLLHolder;
@@ -137,11 +139,11 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, LeavesItsLockFreeWhenItFails) {
 CRISIS_LOG_TEST(CrisisLoggerCreation, LeavesNothingOpenWhenItFails) {
     StayingClient holder("hold");
     EXPECT_EQ(refusalOfInstance(), refusal);
-    const std::size_t before = ChildProcess::openHandles();
+    const std::size_t before = openHandles();
     for (int i = 0; i < 100; ++i) {
         EXPECT_EQ(refusalOfInstance(), refusal);
     }
-    EXPECT_EQ(ChildProcess::openHandles(), before);
+    EXPECT_EQ(openHandles(), before);
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, GivesEightThreadsThatRaceForItOneObject) {

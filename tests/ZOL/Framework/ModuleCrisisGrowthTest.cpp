@@ -1,0 +1,60 @@
+// What a process has after it loaded the framework thousands of times and asked it for the crisis
+// log: the file of the first life, which stays open, and nothing of those that were refused it.
+
+#include <array>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "CrisisLogPlace.h"
+#include "LifeClient.h"
+#include "ProcessResources.h"
+
+#include "ZOL/Gadgets/DLL/DLLHolder.h"
+
+using support::CrisisLogPlace;
+using support::frameworkIsLoaded;
+using support::ProcessResources;
+using ZOL::Gadgets::DLL::DLLHolder;
+
+namespace {
+
+constexpr int rounds = 10000;
+constexpr int warmUp = 1000;
+
+/// What a new life of the framework says to who asks for the crisis log; nothing if it is there.
+std::string askOnce() {
+    std::array<char, 100> why = {};
+    {
+        const DLLHolder module("CrisisModuleA", "");
+        module.resolve<bool(char*, int)>("askForCrisisLog")(why.data(),
+                                                            static_cast<int>(why.size()));
+    }
+    EXPECT_FALSE(frameworkIsLoaded());
+    return why.data();
+}
+
+TEST(ModuleCrisisGrowth, NothingGrowsOverTenThousandLivesThatAreRefusedTheCrisisLog) {
+    constexpr std::size_t heapStore = 16384; // what heap and system keep comes and goes a little
+    constexpr std::size_t regionStore = 16;
+
+    const CrisisLogPlace place;
+    const std::string refusal =
+        std::string("Error opening log file: '") + CrisisLogPlace::path + "'";
+    ASSERT_EQ(askOnce(), "");
+    ProcessResources before;
+    for (int round = 1; round <= rounds; ++round) {
+        ASSERT_EQ(askOnce(), refusal) << "in round " << round;
+        if (round == warmUp) {
+            before = ProcessResources::now();
+        }
+    }
+    const ProcessResources after = ProcessResources::now();
+    EXPECT_EQ(after.openHandles, before.openHandles);
+    if (ProcessResources::memoryIsOurs) {
+        EXPECT_LE(after.heapBytes, before.heapBytes + heapStore);
+        EXPECT_LE(after.mappings, before.mappings + regionStore);
+    }
+}
+
+} // namespace
