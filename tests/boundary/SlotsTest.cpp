@@ -141,11 +141,14 @@ TEST(Slots, OfTheContractsAreThoseOfTheStoredList) {
     expectGolden("slots.txt", lines);
 }
 
-// Tables written by hand, as a plug-in of another language would bring them.
+// Tables written by hand, as a plug-in of another language would bring them. Two entries that are
+// no slots stand before the first: where the object begins, and its class, for whoever asks.
 
 struct HandMadeObject {
     const void* const* slots;
 };
+
+constexpr std::size_t firstSlot = 2;
 
 std::string called;
 
@@ -163,18 +166,22 @@ const void* address(Function* function) {
     return reinterpret_cast<const void*>(function);
 }
 
-const std::array<const void*, 4> channelSlots = {address(neverCalled), address(neverCalled),
-                                                 address(neverCalled), address(logIntoCalled)};
-HandMadeObject channel{channelSlots.data()};
+const std::array<const void*, firstSlot + 4> channelTable = {nullptr,
+                                                             &typeid(Channel),
+                                                             address(neverCalled),
+                                                             address(neverCalled),
+                                                             address(neverCalled),
+                                                             address(logIntoCalled)};
+HandMadeObject channel{channelTable.data() + firstSlot};
 
 void* createChannel(void*, const char* name) {
     called += "[createChannel " + std::string(name) + "]";
     return &channel;
 }
 
-const std::array<const void*, 3> backendSlots = {address(neverCalled), address(neverCalled),
-                                                 address(createChannel)};
-HandMadeObject backend{backendSlots.data()};
+const std::array<const void*, firstSlot + 3> backendTable = {
+    nullptr, &typeid(Backend), address(neverCalled), address(neverCalled), address(createChannel)};
+HandMadeObject backend{backendTable.data() + firstSlot};
 
 TEST(Slots, AreWhereTheModuleCallsBackEndsAndChannels) {
     called.clear();
