@@ -37,7 +37,7 @@ if(NOT WIN32)
     add_test(NAME Refusals.AnotherStandardLibrary
         COMMAND ${libcxx} ${CMAKE_CURRENT_SOURCE_DIR}/Client.cpp)
     set_tests_properties(Refusals.AnotherStandardLibrary PROPERTIES PASS_REGULAR_EXPRESSION
-        "error: [^\n]*properties need the standard library that the framework module has")
+        "error: [^\n]*needs the standard library that its module has")
     add_test(NAME Refusals.AnotherStandardLibraryForTheModuleAndAllItsUsersIsNot
         COMMAND ${libcxx} -DZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY
             ${CMAKE_CURRENT_SOURCE_DIR}/Client.cpp)

@@ -16,7 +16,14 @@
 #define ZOL_BACKEND_EXPORT __attribute__((visibility("default")))
 #endif
 
-// What the module was built with, and its users must not change by a compiler flag.
+// What the module was built with, and its users must not do otherwise. Another standard library
+// than GNU's or Visual C++'s does not catch the module's exceptions; whoever builds the module and
+// all of its users with one and the same other library defines ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY
+// for all of them.
+#if !defined(__GLIBCXX__) && !defined(_MSVC_STL_VERSION) &&                                        \
+    !defined(ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY)
+#error "ZOL Framework needs the standard library that its module has"
+#endif
 #if defined(_WIN32)
 static_assert(sizeof(wchar_t) == 2, "the framework's texts need the platform's own wchar_t");
 #if defined(_MSC_VER)

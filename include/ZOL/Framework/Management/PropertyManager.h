@@ -6,21 +6,13 @@
 #include "ZOL/Framework/Export.h"
 
 // WideString is the one type of the standard library that crosses the boundary. Its layout must be
-// the module's: that of GNU's library with its present ABI, or of Visual C++'s without iterator
-// debugging. Whoever builds the module and all of its users with one and the same other library
-// defines ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY for all of them.
-#if !defined(ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY)
-#if defined(_MSVC_STL_VERSION)
-#if _ITERATOR_DEBUG_LEVEL != 0
+// the module's: of GNU's library that of the present ABI, of Visual C++'s that without iterator
+// debugging.
+#if defined(_MSVC_STL_VERSION) && _ITERATOR_DEBUG_LEVEL != 0
 #error "ZOL Framework's properties need _ITERATOR_DEBUG_LEVEL=0, as the framework module has it"
 #endif
-#elif defined(__GLIBCXX__)
-#if !_GLIBCXX_USE_CXX11_ABI
+#if defined(__GLIBCXX__) && !_GLIBCXX_USE_CXX11_ABI
 #error "ZOL Framework's properties need _GLIBCXX_USE_CXX11_ABI=1, as the framework module has it"
-#endif
-#else
-#error "ZOL Framework's properties need the standard library that the framework module has"
-#endif
 #endif
 
 namespace ZOL::Framework::Management {
