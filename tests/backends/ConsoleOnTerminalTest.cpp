@@ -16,6 +16,9 @@
 
 #include "ZOL/Framework/GenericLogger/Logger.h"
 
+#include "FreshProcess.h"
+#include "Property.h"
+
 using namespace ZOL::Framework::GenericLogger;
 
 namespace {
@@ -100,6 +103,17 @@ TEST(ConsoleOnTerminal, AStandardErrorThatIsGoneDisturbsNobody) {
         Logger::uninstallBackend(console);
     }
     close(full);
+}
+
+TEST(ConsoleOnTerminal, ColoursFilesTooIfToldTo) {
+    support::inFreshProcess([] {
+        setProperty("Console.colour", "always");
+        testing::internal::CaptureStderr();
+        Logger::installBackend("Console");
+        Logger::getLogger("orders")->error("red");
+        const std::string text = testing::internal::GetCapturedStderr();
+        EXPECT_NE(text.find("\x1b["), std::string::npos) << text;
+    });
 }
 
 } // namespace

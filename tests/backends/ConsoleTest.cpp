@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "DoLog.h"
+#include "FreshProcess.h"
+#include "Property.h"
 
 #include "ZOL/Framework/GenericLogger/Logger.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackendLoadError.h"
@@ -110,6 +112,35 @@ TEST_F(Console, TakesAMessageAsTextAndNotAsAPattern) {
 TEST_F(Console, UsesNoColoursWhereThereIsNoTerminal) {
     logAt(60, "fatal");
     EXPECT_EQ(written(), "FATAL [orders] fatal\n");
+}
+
+TEST(ConsoleSettings, ChangeColourPatternAndLevels) {
+    support::inFreshProcess([] {
+        setProperty("Console.pattern", "%^%v%$!");
+        setProperty("Console.levels", "=ERROR;orders=INFO");
+        setProperty("Console.colour", "Never");
+        testing::internal::CaptureStderr();
+        Logger::installBackend("Console");
+        Logger::getLogger("stock")->info("dropped");
+        Logger::getLogger("orders")->debug("dropped");
+        Logger::getLogger("orders")->info("out");
+        std::string text = testing::internal::GetCapturedStderr();
+        text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+        EXPECT_EQ(text, "INFO [orders] out!\n");
+    });
+}
+
+TEST(ConsoleSettings, ThatMakeNoSenseAreToldInOneLineEach) {
+    support::inFreshProcess([] {
+        setProperty("Console.levels", "orders:INFO");
+        setProperty("Console.colour", "pink");
+        testing::internal::CaptureStderr();
+        EXPECT_NE(Logger::installBackend("Console"), nullptr);
+        const std::string text = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2) << text;
+        EXPECT_NE(text.find("Console.levels is \"orders:INFO\""), std::string::npos) << text;
+        EXPECT_NE(text.find("Console.colour is \"pink\""), std::string::npos) << text;
+    });
 }
 
 } // namespace

@@ -1,0 +1,67 @@
+#include <cerrno>
+#include <cstddef>
+
+#include <netdb.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "Sockets.h"
+
+namespace ZOL::Backends::Sockets {
+
+namespace {
+
+int descriptor(std::intptr_t socket) {
+    return static_cast<int>(socket);
+}
+
+} // namespace
+
+void start() {}
+
+void stop() {}
+
+std::intptr_t open(const addrinfo& address) {
+    return ::socket(address.ai_family, address.ai_socktype | SOCK_CLOEXEC | SOCK_NONBLOCK,
+                    address.ai_protocol);
+}
+
+void close(std::intptr_t socket) {
+    ::close(descriptor(socket));
+}
+
+bool connect(std::intptr_t socket, const addrinfo& address) {
+    return ::connect(descriptor(socket), address.ai_addr, address.ai_addrlen) == 0 ||
+           errno == EINPROGRESS;
+}
+
+bool waitToSend(std::intptr_t socket, int milliseconds) {
+    pollfd room{descriptor(socket), POLLOUT, 0};
+    return ::poll(&room, 1, milliseconds) == 1;
+}
+
+int pendingError(std::intptr_t socket) {
+    int error = 0;
+    socklen_t size = sizeof(error);
+    return ::getsockopt(descriptor(socket), SOL_SOCKET, SO_ERROR, &error, &size) == 0 ? error
+                                                                                      : errno;
+}
+
+long long send(std::intptr_t socket, const char* data, std::size_t size) {
+    // Without a signal, which would end the host.
+    const ssize_t sent = ::send(descriptor(socket), data, size, MSG_NOSIGNAL);
+    return sent < 0 && (errno == EAGAIN || errno == EINTR) ? 0 : sent;
+}
+
+bool isClosedByPeer(std::intptr_t socket) {
+    char byte = 0;
+    const ssize_t size = ::recv(descriptor(socket), &byte, 1, MSG_PEEK | MSG_DONTWAIT);
+    return size == 0 || (size < 0 && errno != EAGAIN && errno != EINTR);
+}
+
+int lastError() {
+    return errno;
+}
+
+} // namespace ZOL::Backends::Sockets

@@ -1,0 +1,63 @@
+// DebugOutput with a journal that the test listens to, in mounts of its own.
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "ZOL/Framework/GenericLogger/Logger.h"
+
+#include "FreshProcess.h"
+#include "ListeningSocketLinux.h"
+#include "PrivateMountsLinux.h"
+#include "Property.h"
+
+using namespace ZOL::Framework::GenericLogger;
+using namespace std::string_literals;
+
+namespace {
+
+constexpr const char* journal = "/run/systemd/journal/socket";
+
+void useARunFolderOfOnesOwn() {
+    leaveTheMachinesMounts();
+    mountMemory("/run", "size=1m");
+    std::filesystem::create_directories("/run/systemd/journal");
+}
+
+TEST(DebugOutput, SendsMessagePriorityProgramAndLoggerToTheJournal) {
+    support::inFreshProcess([] {
+        useARunFolderOfOnesOwn();
+        const ListeningSocket listener(journal);
+        Logger::installBackend("DebugOutput");
+        Logger::getLogger("orders")->error("sold out");
+        EXPECT_EQ(listener.receive(),
+                  "MESSAGE\n\x17\0\0\0\0\0\0\0ERROR [orders] sold out\n"
+                  "PRIORITY\n\1\0\0\0\0\0\0\0003\n"
+                  "SYSLOG_IDENTIFIER\n\x16\0\0\0\0\0\0\0zol_debug_output_tests\n"
+                  "ZOL_LOGGER\n\6\0\0\0\0\0\0\0orders\n"s);
+    });
+}
+
+TEST(DebugOutput, LosesMessagesWhileThereIsNoJournalAndSaysHowMany) {
+    support::inFreshProcess([] {
+        testing::internal::CaptureStderr();
+        useARunFolderOfOnesOwn();
+        ASSERT_NE(Logger::installBackend("DebugOutput"), nullptr);
+        for (int i = 0; i < 10; ++i) {
+            EXPECT_NO_THROW(Logger::getLogger("orders")->info("lost"));
+        }
+        const ListeningSocket listener(journal);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+        Logger::getLogger("orders")->info("out");
+        EXPECT_NE(listener.receive().find("INFO [orders] out"), std::string::npos);
+        const std::string told = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(told, "ZOL back end DebugOutput: messages are being lost: "
+                        "/run/systemd/journal/socket: No such file or directory\n"
+                        "ZOL back end DebugOutput: works again, lost messages: 10\n");
+    });
+}
+
+} // namespace

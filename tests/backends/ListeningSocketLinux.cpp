@@ -1,0 +1,34 @@
+#include "ListeningSocketLinux.h"
+
+#include <array>
+#include <cerrno>
+#include <system_error>
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+ListeningSocket::ListeningSocket(const std::string& path)
+    : path_(path), socket_(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path_.copy(address.sun_path, sizeof(address.sun_path) - 1);
+    if (bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) {
+        throw std::system_error(errno, std::generic_category(), path_);
+    }
+}
+
+ListeningSocket::~ListeningSocket() {
+    close(socket_);
+    unlink(path_.c_str());
+}
+
+std::string ListeningSocket::receive() const {
+    constexpr int patience = 10000; // milliseconds
+    pollfd arrived{socket_, POLLIN, 0};
+    std::array<char, 4096> buffer{};
+    const ssize_t size =
+        poll(&arrived, 1, patience) == 1 ? recv(socket_, buffer.data(), buffer.size(), 0) : 0;
+    return std::string(buffer.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
+}

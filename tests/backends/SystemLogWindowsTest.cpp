@@ -1,0 +1,95 @@
+// SystemLog, with the test in the place of the functions that write the event log.
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "ZOL/Framework/GenericLogger/Logger.h"
+
+#include "FreshProcess.h"
+#include "ImportHook.h"
+#include "Property.h"
+
+using namespace ZOL::Framework::GenericLogger;
+
+namespace {
+
+struct Event {
+    WORD type;
+    std::wstring text;
+};
+
+std::vector<Event> events;
+std::string eventSource;
+bool isLogFull = false;
+
+HANDLE WINAPI registerEventSource(LPCSTR, LPCSTR source) {
+    eventSource = source;
+    return GetCurrentProcess(); // a handle that may be closed
+}
+
+BOOL WINAPI deregisterEventSource(HANDLE) {
+    return TRUE;
+}
+
+BOOL WINAPI reportEvent(HANDLE, WORD type, WORD, DWORD, PSID, WORD, DWORD, LPCWSTR* texts, LPVOID) {
+    if (isLogFull) {
+        SetLastError(ERROR_LOG_FILE_FULL);
+        return FALSE;
+    }
+    events.push_back({type, texts[0]});
+    return TRUE;
+}
+
+void install() {
+    ASSERT_NE(Logger::installBackend("SystemLog"), nullptr);
+    HMODULE const plugin = GetModuleHandleA("SystemLog_r.dll");
+    ASSERT_NE(support::hookImport(plugin, "RegisterEventSourceA",
+                                  reinterpret_cast<void*>(&registerEventSource)),
+              nullptr);
+    ASSERT_NE(support::hookImport(plugin, "DeregisterEventSource",
+                                  reinterpret_cast<void*>(&deregisterEventSource)),
+              nullptr);
+    ASSERT_NE(support::hookImport(plugin, "ReportEventW", reinterpret_cast<void*>(&reportEvent)),
+              nullptr);
+}
+
+TEST(SystemLog, ReportsAnEventForEachMessageOfTheTypeThatFitsItsLevel) {
+    support::inFreshProcess([] {
+        setProperty("SystemLog.source", "shop");
+        install();
+        Logger::getLogger("orders")->error("sold out \xE2\x82\xAC");
+        Logger::getLogger("orders")->warning("low");
+        Logger::getLogger("orders")->info("fine");
+        EXPECT_EQ(eventSource, "shop");
+        ASSERT_EQ(events.size(), 3U);
+        EXPECT_EQ(events[0].text, L"ERROR [orders] sold out \u20AC");
+        EXPECT_EQ(events[0].type, EVENTLOG_ERROR_TYPE);
+        EXPECT_EQ(events[1].type, EVENTLOG_WARNING_TYPE);
+        EXPECT_EQ(events[2].type, EVENTLOG_INFORMATION_TYPE);
+    });
+}
+
+TEST(SystemLog, LosesMessagesWhileTheEventLogIsFullAndSaysHowMany) {
+    support::inFreshProcess([] {
+        install();
+        testing::internal::CaptureStderr();
+        isLogFull = true;
+        for (int i = 0; i < 10; ++i) {
+            EXPECT_NO_THROW(Logger::getLogger("orders")->info("lost"));
+        }
+        isLogFull = false;
+        Sleep(1000);
+        Logger::getLogger("orders")->info("out");
+        const std::string told = testing::internal::GetCapturedStderr();
+        EXPECT_NE(told.find("SystemLog: messages are being lost: ReportEvent"), std::string::npos)
+            << told;
+        EXPECT_NE(told.find("SystemLog: works again, lost messages: 10"), std::string::npos)
+            << told;
+        EXPECT_EQ(events.size(), 1U);
+    });
+}
+
+} // namespace

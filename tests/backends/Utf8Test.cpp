@@ -1,0 +1,30 @@
+#include "Utf8.h"
+
+#include <gtest/gtest.h>
+
+using ZOL::Backends::utf8;
+using ZOL::Framework::Management::WideString;
+
+namespace {
+
+WideString wide(std::u16string_view text) {
+    return WideString(text.begin(), text.end());
+}
+
+TEST(Utf8, TakesCharactersOfEveryLength) {
+    EXPECT_EQ(utf8(wide(u"a\u00e9\u20ac\U0001F600")), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
+    EXPECT_EQ(utf8(wide(u"\u007f\u0080\u07ff\u0800\uffff\U00010000\U0010ffff")),
+              "\x7f\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
+}
+
+TEST(Utf8, ReplacesHalvesOfPairs) {
+    const char16_t high = 0xD83D;
+    const char16_t low = 0xDE00;
+    EXPECT_EQ(utf8(wide({&high, 1})), "\xEF\xBF\xBD");
+    EXPECT_EQ(utf8(wide({&low, 1}) + wide(u"a")), "\xEF\xBF\xBD"
+                                                  "a");
+    EXPECT_EQ(utf8(wide({&high, 1}) + wide(u"a")), "\xEF\xBF\xBD"
+                                                   "a");
+}
+
+} // namespace
