@@ -18,6 +18,7 @@ packages=(
     clang-format clang-tidy
     clang-19 llvm-19 libc++-19-dev libwine-dev  # Visual C++'s binary interface, without Visual C++
     xz-utils
+    dpkg-dev file gdb libxml2-utils pkgconf     # the packages, and what their tests look with
 )
 deps=build/deps
 

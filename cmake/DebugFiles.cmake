@@ -1,0 +1,54 @@
+# Debug information in files of its own: releases are compiled with it too, and what is installed is
+# stripped of it and tells debuggers the name of the file that keeps it, <file>.debug beside it.
+
+if(MSVC)
+    foreach(target IN LISTS zolCompiled)
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:/Zi>)
+    endforeach()
+    foreach(target IN ITEMS ZOL_Framework LISTS zolBackends)
+        target_link_options(${target} PRIVATE $<$<CONFIG:Release>:/DEBUG /OPT:REF /OPT:ICF>)
+        install(FILES $<TARGET_PDB_FILE:${target}>
+            DESTINATION ${ZOL_INSTALL_MODULEDIR} COMPONENT Debug OPTIONAL)
+    endforeach()
+    return()
+endif()
+
+# The sources' place on the machine that built them is nobody's business.
+foreach(target IN LISTS zolCompiled)
+    target_compile_options(${target} PRIVATE
+        $<$<CONFIG:Release>:-g>
+        -fdebug-prefix-map=${PROJECT_SOURCE_DIR}=${PROJECT_NAME}-${PROJECT_VERSION})
+endforeach()
+
+# zol_install_split(<component> <folder> <call>): has a function of SplitDebugInformation.cmake run
+# when the component is installed.
+function(zol_install_split component folder call)
+    install(CODE "
+        set(objcopy \"${CMAKE_OBJCOPY}\")
+        set(destination \"\${CMAKE_INSTALL_PREFIX}/${folder}\")
+        set(debugFiles \"${PROJECT_BINARY_DIR}/debug-files\")
+        include(\"${PROJECT_SOURCE_DIR}/cmake/SplitDebugInformation.cmake\")
+        ${call}"
+        COMPONENT ${component})
+endfunction()
+
+if(NOT ZOL_SANITIZE)
+    zol_install_split(Runtime ${ZOL_INSTALL_MODULEDIR}
+        "strip_installed(\"$<TARGET_FILE:ZOL_Framework>\")")
+    foreach(file IN LISTS ZOL_RUNTIME_LIBRARIES)
+        zol_install_split(Runtime ${ZOL_INSTALL_MODULEDIR}
+            "strip_only(\"${file}\" --strip-unneeded)")
+    endforeach()
+    foreach(target IN LISTS zolBackends)
+        zol_install_split(Backends ${ZOL_INSTALL_MODULEDIR}
+            "strip_installed(\"$<TARGET_FILE:${target}>\")")
+    endforeach()
+    if(WIN32)
+        zol_install_split(Development ${CMAKE_INSTALL_LIBDIR}
+            "strip_only(\"$<TARGET_FILE:ZOL_RegistryAccess>\" --strip-debug)")
+    endif()
+    foreach(target IN ITEMS ZOL_Framework LISTS zolBackends)
+        zol_install_split(Debug ${ZOL_INSTALL_MODULEDIR}
+            "install_debug_file(\"$<TARGET_FILE:${target}>\")")
+    endforeach()
+endif()

@@ -1,0 +1,12 @@
+# Read by cpack for each kind of package: what goes together in one file.
+
+set(CPACK_COMPONENT_RUNTIME_GROUP sdk)
+set(CPACK_COMPONENT_BACKENDS_GROUP sdk)
+set(CPACK_COMPONENT_DEVELOPMENT_GROUP sdk)
+set(CPACK_COMPONENT_DEBUG_GROUP debug)
+
+if(CPACK_GENERATOR STREQUAL "DEB")
+    set(CPACK_COMPONENT_DEVELOPMENT_GROUP development)
+else()
+    set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+endif()

@@ -1,0 +1,34 @@
+# What is shipped, whichever back ends there are:
+#   zolBackends   the plug-ins
+#   zolCompiled   everything whose code ends up in them or in the framework module
+
+# zol_targets_below(<result> <folder>): what that folder and those below it build.
+function(zol_targets_below result folder)
+    get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
+    get_property(folders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
+    foreach(below IN LISTS folders)
+        zol_targets_below(more ${below})
+        list(APPEND targets ${more})
+    endforeach()
+    set(${result} ${targets} PARENT_SCOPE)
+endfunction()
+
+set(zolBackends "")
+set(zolCompiled ZOL_Framework)
+foreach(target zol_registry_access_objects zol_boost_thread_windows)
+    if(TARGET ${target})
+        list(APPEND zolCompiled ${target})
+    endif()
+endforeach()
+if(ZOL_BUILD_BACKENDS)
+    zol_targets_below(targets ${PROJECT_SOURCE_DIR}/backends)
+    foreach(target IN LISTS targets)
+        get_target_property(type ${target} TYPE)
+        if(type STREQUAL "MODULE_LIBRARY")
+            list(APPEND zolBackends ${target})
+        endif()
+        if(type MATCHES "^(MODULE|OBJECT|STATIC)_LIBRARY$")
+            list(APPEND zolCompiled ${target})
+        endif()
+    endforeach()
+endif()

@@ -1,0 +1,169 @@
+# Writes <destination>/ZOL_Framework.spdx.json. Runs while the package is installed; cmake/Sbom.cmake
+# sets what is read here.
+
+# header_macros(<result> <header> <macro>...): the values that the compiler sees.
+function(header_macros result header)
+    set(text "#include <${header}>\n")
+    foreach(macro IN LISTS ARGN)
+        string(APPEND text "zol_value ${macro}\n")
+    endforeach()
+    file(WRITE ${scratch}/macros.cpp "${text}")
+    set(folders ${includeFolders})
+    list(FILTER folders EXCLUDE REGEX "^$")
+    list(TRANSFORM folders PREPEND -I)
+    if(compilerIsMsvc)
+        set(preprocess /nologo /EP /TP)
+    else()
+        set(preprocess -E -P -std=c++17)
+    endif()
+    execute_process(COMMAND ${compiler} ${preprocess} ${folders} ${scratch}/macros.cpp
+        OUTPUT_VARIABLE output ERROR_VARIABLE errors RESULT_VARIABLE failed)
+    string(REGEX MATCHALL "zol_value [0-9]+" values "${output}")
+    list(TRANSFORM values REPLACE "zol_value " "")
+    list(LENGTH values found)
+    list(LENGTH ARGN wanted)
+    if(failed OR NOT found EQUAL wanted)
+        message(FATAL_ERROR "${header} does not tell the version of its library\n${errors}")
+    endif()
+    set(${result} ${values} PARENT_SCOPE)
+endfunction()
+
+# owner_version(<result> <file of the compiler's libraries>): that of the Debian package it is in, or
+# of the compiler where there is none.
+function(owner_version result file)
+    separate_arguments(flags UNIX_COMMAND "${linkFlags}")
+    execute_process(COMMAND ${compiler} ${flags} -print-file-name=${file}
+        OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    file(REAL_PATH ${path} path)
+    find_program(dpkgQuery dpkg-query NO_CACHE)
+    if(dpkgQuery)
+        # A merged /usr leaves packages that say /lib for what is in /usr/lib.
+        string(REGEX REPLACE "^/usr" "" unmerged ${path})
+        foreach(place IN ITEMS ${path} ${unmerged})
+            execute_process(COMMAND ${dpkgQuery} --search ${place}
+                OUTPUT_VARIABLE owner ERROR_QUIET RESULT_VARIABLE failed)
+            if(NOT failed)
+                string(REGEX REPLACE ": /.*" "" owner "${owner}")
+                execute_process(COMMAND ${dpkgQuery} --show --showformat=\${Version} ${owner}
+                    OUTPUT_VARIABLE version COMMAND_ERROR_IS_FATAL ANY)
+                set(${result} ${version} PARENT_SCOPE)
+                return()
+            endif()
+        endforeach()
+    endif()
+    execute_process(COMMAND ${compiler} -dumpfullversion
+        OUTPUT_VARIABLE version OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    set(${result} "of compiler ${version}" PARENT_SCOPE)
+endfunction()
+
+set(packages "")
+set(relationships "")
+
+# add_package(<name> <version> <licence> <supplier> <relationship of the framework to it> <comment>)
+function(add_package package packageVersion licence supplier relationship comment)
+    string(REGEX REPLACE "[^A-Za-z0-9.-]" "-" id "${package}")
+    string(APPEND packages "    {
+      \"SPDXID\": \"SPDXRef-${id}\",
+      \"name\": \"${package}\",
+      \"versionInfo\": \"${packageVersion}\",
+      \"supplier\": \"${supplier}\",
+      \"downloadLocation\": \"NOASSERTION\",
+      \"filesAnalyzed\": false,
+      \"licenseConcluded\": \"${licence}\",
+      \"licenseDeclared\": \"${licence}\",
+      \"copyrightText\": \"NOASSERTION\",
+      \"comment\": \"${comment}\"
+    },\n")
+    if(relationship STREQUAL "DESCRIBES")
+        set(from SPDXRef-DOCUMENT)
+    else()
+        set(from SPDXRef-ZOL-Framework)
+    endif()
+    string(APPEND relationships "    {
+      \"spdxElementId\": \"${from}\",
+      \"relationshipType\": \"${relationship}\",
+      \"relatedSpdxElement\": \"SPDXRef-${id}\"
+    },\n")
+    set(packages "${packages}" PARENT_SCOPE)
+    set(relationships "${relationships}" PARENT_SCOPE)
+endfunction()
+
+set(others NOASSERTION)
+add_package(${name} ${version} NOASSERTION "Organization: ZOL Framework developers" DESCRIBES
+    "The shared module, its back ends and what is needed to build with them")
+
+header_macros(boost boost/version.hpp BOOST_VERSION)
+math(EXPR major "${boost} / 100000")
+math(EXPR minor "${boost} / 100 % 1000")
+math(EXPR patch "${boost} % 100")
+add_package(Boost ${major}.${minor}.${patch} BSL-1.0 ${others} CONTAINS
+    "Thread, Core and Atomic, compiled into the module")
+
+if(backends)
+    header_macros(spdlog spdlog/version.h SPDLOG_VER_MAJOR SPDLOG_VER_MINOR SPDLOG_VER_PATCH)
+    list(JOIN spdlog "." spdlog)
+    add_package(spdlog ${spdlog} MIT ${others} CONTAINS "Compiled into the back ends")
+
+    header_macros(fmt fmt/core.h FMT_VERSION)
+    math(EXPR major "${fmt} / 10000")
+    math(EXPR minor "${fmt} / 100 % 100")
+    math(EXPR patch "${fmt} % 100")
+    if(mingw)
+        set(relationship CONTAINS)
+        set(comment "Compiled into the back ends")
+    else()
+        set(relationship DYNAMIC_LINK)
+        set(comment "Linked by the back ends")
+    endif()
+    add_package(fmt ${major}.${minor}.${patch} MIT ${others} ${relationship} ${comment})
+endif()
+
+set(gccLicence "GPL-3.0-or-later WITH GCC-exception-3.1")
+if(mingw)
+    owner_version(libraryVersion libstdc++-6.dll)
+    add_package("libstdc++" ${libraryVersion} ${gccLicence} ${others} DYNAMIC_LINK
+        "Shipped beside the module")
+    owner_version(libraryVersion libgcc_s_seh-1.dll)
+    add_package(libgcc ${libraryVersion} ${gccLicence} ${others} DYNAMIC_LINK
+        "Shipped beside the module")
+    owner_version(libraryVersion libwinpthread-1.dll)
+    add_package(winpthreads ${libraryVersion} "MIT AND BSD-3-Clause" ${others} DYNAMIC_LINK
+        "Shipped beside the module")
+    owner_version(libraryVersion libmingw32.a)
+    add_package(mingw-w64-runtime ${libraryVersion} ZPL-2.1 ${others} STATIC_LINK
+        "Start-up code of each module; some of its files are under other licences")
+elseif(compilerIsMsvc)
+    header_macros(libraryVersion yvals_core.h _MSVC_STL_UPDATE)
+    add_package(visual-cxx-runtime ${libraryVersion} NOASSERTION ${others} DYNAMIC_LINK
+        "Not shipped")
+else()
+    owner_version(libraryVersion libstdc++.so.6)
+    add_package("libstdc++" ${libraryVersion} ${gccLicence} ${others} DYNAMIC_LINK "Not shipped")
+    owner_version(libraryVersion libgcc_s.so.1)
+    add_package(libgcc ${libraryVersion} ${gccLicence} ${others} DYNAMIC_LINK "Not shipped")
+    owner_version(libraryVersion libc.so.6)
+    add_package(glibc ${libraryVersion} LGPL-2.1-or-later ${others} DYNAMIC_LINK "Not shipped")
+endif()
+
+string(REGEX REPLACE ",\n$" "\n" packages "${packages}")
+string(REGEX REPLACE ",\n$" "\n" relationships "${relationships}")
+string(TIMESTAMP created UTC)
+# One name for each set of contents.
+string(UUID uuid NAMESPACE 6ba7b811-9dad-11d1-80b4-00c04fd430c8 TYPE SHA1
+    NAME "${platform} ${created} ${packages}")
+file(WRITE $ENV{DESTDIR}${destination}/ZOL_Framework.spdx.json "{
+  \"spdxVersion\": \"SPDX-2.3\",
+  \"dataLicense\": \"CC0-1.0\",
+  \"SPDXID\": \"SPDXRef-DOCUMENT\",
+  \"name\": \"${name}-${version}-${platform}\",
+  \"documentNamespace\": \"urn:uuid:${uuid}\",
+  \"creationInfo\": {
+    \"created\": \"${created}\",
+    \"creators\": [\"Organization: ZOL Framework developers\"]
+  },
+  \"packages\": [
+${packages}  ],
+  \"relationships\": [
+${relationships}  ]
+}
+")

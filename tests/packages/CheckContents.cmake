@@ -1,0 +1,78 @@
+# What the unpacked archives must hold, and must not.
+#
+# cmake -DUNPACKED=... -DSOURCE=... -DBUILD=... -DMODULE=<file name> -DWINDOWS=0|1
+#       -P CheckContents.cmake
+
+cmake_minimum_required(VERSION 3.25)
+
+set(faults "")
+
+set(backend "_r\\.(so|dll)$")
+set(package lib/cmake/ZOL_Framework)
+set(expected
+    ${package}/ZOL_FrameworkConfig.cmake ${package}/ZOL_FrameworkConfigVersion.cmake
+    ${package}/ZOL_FrameworkTargets.cmake ${package}/ZOL_FrameworkTargets-release.cmake
+    ${package}/ZOLBackend.cmake ${package}/backend-exports.def ${package}/backend-exports.map
+    lib/pkgconfig/ZOL_Framework.pc share/zol-framework/ZOL_Framework.spdx.json)
+if(WINDOWS)
+    set(module bin/${MODULE}.dll)
+    set(console bin/Console_r.dll)
+    list(APPEND expected bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
+        lib/lib${MODULE}.dll.a lib/libZOL_RegistryAccess.a lib/pkgconfig/ZOL_RegistryAccess.pc
+        share/zol-framework/ZOL_Framework.natvis)
+else()
+    set(module lib/${MODULE}.so)
+    set(console lib/Console_r.so)
+    set(withDebugFiles lib/${MODULE}.so-gdb.py)
+endif()
+list(APPEND expected ${module})
+file(GLOB_RECURSE headers RELATIVE ${SOURCE}/include ${SOURCE}/include/*.h)
+if(NOT WINDOWS)
+    list(FILTER headers EXCLUDE REGEX RegistryAccess)
+endif()
+list(TRANSFORM headers PREPEND "include/")
+list(APPEND expected ${headers})
+
+# expect_files(<folder of UNPACKED> <file>...): these, and no others.
+function(expect_files folder)
+    file(GLOB_RECURSE files RELATIVE "${UNPACKED}/${folder}" "${UNPACKED}/${folder}/*")
+    set(missing ${ARGN})
+    set(surplus ${files})
+    list(REMOVE_ITEM missing ${files})
+    list(REMOVE_ITEM surplus ${ARGN})
+    if(missing)
+        list(APPEND faults "${folder} lacks ${missing}")
+    endif()
+    if(surplus)
+        list(APPEND faults "${folder} has ${surplus} in addition")
+    endif()
+    set(faults "${faults}" PARENT_SCOPE)
+endfunction()
+
+# The back ends are whichever there are, Console for one.
+file(GLOB_RECURSE backends RELATIVE "${UNPACKED}/sdk" "${UNPACKED}/sdk/*")
+list(FILTER backends INCLUDE REGEX "${backend}")
+if(NOT console IN_LIST backends)
+    list(APPEND faults "there is no ${console}")
+endif()
+set(debugFiles ${module} ${backends})
+list(TRANSFORM debugFiles APPEND ".debug")
+expect_files(sdk ${expected} ${backends})
+expect_files(with-debug-files ${expected} ${backends} ${debugFiles} ${withDebugFiles})
+
+# Where the tree lay when it was built, in files for people and in those for debuggers.
+file(GLOB_RECURSE files "${UNPACKED}/with-debug-files/*")
+foreach(file IN LISTS files)
+    foreach(place IN ITEMS ${SOURCE}/ ${BUILD}/)
+        file(STRINGS "${file}" traces LIMIT_COUNT 1 REGEX "${place}")
+        if(traces)
+            list(APPEND faults "${file} names ${place}")
+        endif()
+    endforeach()
+endforeach()
+
+if(faults)
+    list(JOIN faults "\n" faults)
+    message(NOTICE "${faults}")
+    message(FATAL_ERROR "the archives are not as they should be")
+endif()

@@ -1,0 +1,65 @@
+# Which versions and components the CMake package gives to those who ask, and what it tells the others.
+#
+# cmake -DPACKAGE=... -DWORK=... -DGENERATOR=... -DTOOLCHAIN=... -DVERSION=... -DWINDOWS=0|1
+#       -P CheckRequests.cmake
+
+cmake_minimum_required(VERSION 3.25)
+
+# ask(<request> <targets>): leaves <result> and <output>, in one line.
+macro(ask request targets)
+    file(REMOVE_RECURSE ${WORK})
+    execute_process(
+        COMMAND ${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/finder -B ${WORK} -G ${GENERATOR}
+            -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} "-DCMAKE_PREFIX_PATH=${PACKAGE}"
+            "-DREQUEST=${request}" "-DEXPECTED_TARGETS=${targets}"
+        RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    string(REGEX REPLACE "[ \n]+" " " output "${output}")
+endmacro()
+
+# expect_found(<request> <target>...)
+function(expect_found request)
+    ask("${request}" "${ARGN}")
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "'${request}' is refused: ${output}")
+    endif()
+endfunction()
+
+# expect_refused(<request> <text>): the text must be in what is said.
+function(expect_refused request text)
+    ask("${request}" "")
+    string(FIND "${output}" "${text}" position)
+    if(result EQUAL 0 OR position EQUAL -1)
+        message(FATAL_ERROR "'${request}' is not refused with '${text}' (${result}): ${output}")
+    endif()
+endfunction()
+
+set(accepted ZOL::Framework ZOL::Gadgets)
+foreach(request IN ITEMS 2 2.0 2.0.8 ${VERSION} "${VERSION};EXACT")
+    expect_found("${request}" ${accepted})
+endforeach()
+foreach(request IN ITEMS 1 1.9 2.0.8.130 2.1 3 3.0.0 "2.0.8;EXACT")
+    expect_refused("${request}" "version: ${VERSION}")
+endforeach()
+
+expect_found("2.0;COMPONENTS;Framework;Gadgets;Backends" ${accepted})
+expect_found("2.0;OPTIONAL_COMPONENTS;Nonsense" ${accepted})
+expect_refused("2.0;COMPONENTS;Framework;Nonsense" "ZOL_Framework has no component Nonsense here")
+if(WINDOWS)
+    expect_found("2.0;COMPONENTS;RegistryAccess" ${accepted} ZOL::RegistryAccess)
+else()
+    expect_refused("COMPONENTS;RegistryAccess" "ZOL_Framework has no component RegistryAccess here")
+endif()
+
+# A later release of the same major version serves who asked for this one.
+set(package lib/cmake/ZOL_Framework)
+file(READ "${PACKAGE}/${package}/ZOL_FrameworkConfigVersion.cmake" rule)
+string(REPLACE "${VERSION}" 2.3.1.5 rule "${rule}")
+set(later ${WORK}-later)
+file(REMOVE_RECURSE ${later})
+file(COPY "${PACKAGE}/" DESTINATION ${later})
+file(WRITE ${later}/${package}/ZOL_FrameworkConfigVersion.cmake "${rule}")
+set(PACKAGE ${later})
+foreach(request IN ITEMS 2.0 ${VERSION} 2.3)
+    expect_found("${request}" ${accepted})
+endforeach()
+expect_refused(2.4 "version: 2.3.1.5")
