@@ -102,7 +102,8 @@ std::string Settings::text(std::string_view setting, std::string_view otherwise)
 
 spdlog::filename_t Settings::path(std::string_view setting, std::string_view otherwise) const {
     const std::optional<WideString> value = find(setting);
-    const bool usable = value && !value->empty() && value->find(u'\0') == WideString::npos;
+    const bool usable =
+        value && !value->empty() && value->find(WideString::value_type()) == WideString::npos;
     if (value && !usable) {
         refuse(setting, utf8(*value), "the name of a file", "\"" + std::string(otherwise) + "\"");
     }

@@ -2,6 +2,9 @@
 #include <cstddef>
 #include <system_error>
 
+#if !defined(NOMINMAX)
+#define NOMINMAX
+#endif
 #include <winsock2.h>
 #include <ws2tcpip.h>
 

@@ -75,7 +75,7 @@ bool hasSomething(std::intptr_t socket) {
 
 } // namespace
 
-Collector::Collector(Kind kind, int port) : kind_(kind), listener_(none), sender_(none) {
+Collector::Collector(Kind kind, int port) : listener_(none), sender_(none) {
     std::fill(std::begin(waiting_), std::end(waiting_), none);
     startSockets();
     listener_ = newSocket(kind == Kind::udp);

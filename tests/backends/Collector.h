@@ -28,7 +28,6 @@ public:
     std::string receive(const std::string& end);
 
 private:
-    Kind kind_;
     std::intptr_t listener_;
     std::intptr_t sender_;
     std::intptr_t waiting_[4];
