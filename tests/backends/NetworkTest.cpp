@@ -149,8 +149,11 @@ TEST(Network, WaitsOnlyAWhileForACollectorThatDoesNotRead) {
         }
         EXPECT_LT(longest, bound);
         const std::string told = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(told, "ZOL back end Network: messages are being lost: the collector takes no "
-                        "more messages\n");
+        // A slow machine gets to the next attempt, which succeeds, before it has written them all.
+        const std::string loss =
+            "ZOL back end Network: messages are being lost: the collector takes "
+            "no more messages\n";
+        EXPECT_EQ(told.substr(0, loss.size()), loss);
     });
 }
 
