@@ -14,27 +14,34 @@ namespace Demo {
 
 namespace {
 
-LoggerBackend* install(const char* name) {
-    const std::string failure = std::string("cannot install the back end '") + name + "' from " +
+LoggerBackend& load(const char* name) {
+    const std::string failure = std::string("cannot load the back end '") + name + "' from " +
                                 DLLHolder::dllFileName(name, "") + ": ";
     LoggerBackend* backend = nullptr;
     try {
-        backend = Logger::installBackend(name);
+        backend = Logger::loadBackend(name);
     } catch (const std::exception& exception) {
         throw std::runtime_error(failure + exception.what());
     }
     if (backend == nullptr) {
         throw std::runtime_error(failure + "its library offers none");
     }
-    return backend;
+    return *backend;
 }
 
 } // namespace
 
-InstalledBackend::InstalledBackend(const char* name) : backend_(install(name)) {}
+InstalledBackend::InstalledBackend(const char* name) : observed_(load(name)) {
+    try {
+        Logger::installBackend(&observed_);
+    } catch (...) {
+        Logger::uninstallBackend(&observed_); // a plug-in that throws is on the list all the same
+        throw;
+    }
+}
 
 InstalledBackend::~InstalledBackend() {
-    Logger::uninstallBackend(backend_);
+    Logger::uninstallBackend(&observed_);
 }
 
 } // namespace Demo

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
+#include "host/ObservedBackend.h"
 
 namespace Demo {
 
-/// A back end that is installed for as long as the object lives.
+/// A back end that is installed for as long as the object lives, under observation.
 class InstalledBackend {
 public:
     /// Throws std::runtime_error if there is no such back end.
@@ -13,8 +14,10 @@ public:
     InstalledBackend& operator=(const InstalledBackend&) = delete;
     ~InstalledBackend();
 
+    ObservedBackend& observed() { return observed_; }
+
 private:
-    ZOL::Framework::GenericLogger::LoggerBackend* backend_;
+    ObservedBackend observed_;
 };
 
 } // namespace Demo

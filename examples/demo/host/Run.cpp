@@ -27,6 +27,15 @@ void processLines(std::size_t most, const ReaderModule& reader, const AuditorMod
     }
 }
 
+BackendFindings findingsOf(ObservedBackend& backend) {
+    BackendFindings findings;
+    findings.installed = isInstalled(backend);
+    for (const auto& [logger, channel] : backend.channels()) {
+        findings.channels[logger] = channel != nullptr;
+    }
+    return findings;
+}
+
 } // namespace
 
 RunReport run(const Options& options, const DLLHolder& readerLibrary,
@@ -40,10 +49,11 @@ RunReport run(const Options& options, const DLLHolder& readerLibrary,
     report.readerMessages.beforeBackend = report.lines;
     report.auditorMessages.beforeBackend = auditor.totals().messages;
 
-    const InstalledBackend backend(options.backend);
+    InstalledBackend backend(options.backend);
     processLines(allLines, reader, auditor, report);
     auditor.finish();
 
+    report.backend = findingsOf(backend.observed());
     report.audit = auditor.totals();
     report.readerMessages.all = report.lines;
     report.auditorMessages.all = report.audit.messages;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <string>
 
 #include "DemoModules.h"
 #include "ZOL/Framework/GenericLogger/LoggingLevel.h"
@@ -17,12 +18,19 @@ struct MessageCount {
     std::size_t all;
 };
 
+/// What the host could find out about the back end while it was there.
+struct BackendFindings {
+    bool installed = false;
+    std::map<std::string, bool> channels; ///< by logger, whether it has a channel
+};
+
 struct RunReport {
     std::size_t lines = 0;
     std::map<ZOL::Framework::GenericLogger::LoggingLevel, std::size_t> linesByLevel;
     MessageCount readerMessages{};
     MessageCount auditorMessages{};
     AuditTotals audit{};
+    BackendFindings backend;
     Views views{};
 };
 

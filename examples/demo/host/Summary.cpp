@@ -54,6 +54,17 @@ void printComparison(std::ostream& out, const ComparisonGroup& group) {
     }
 }
 
+void printDiagnosis(std::ostream& out, const Options& options, const BackendFindings& backend) {
+    out << "Back ends:\n"
+        << "  " << options.backend << (backend.installed ? ": installed" : ": NOT INSTALLED")
+        << '\n'
+        << "Channels:\n";
+    for (const auto& [logger, hasChannel] : backend.channels) {
+        out << "  " << std::left << std::setw(nameWidth) << logger << std::right
+            << (hasChannel ? "to " : "none to ") << options.backend << '\n';
+    }
+}
+
 } // namespace
 
 void printSummary(std::ostream& out, const Options& options, const RunReport& report) {
@@ -65,6 +76,8 @@ void printSummary(std::ostream& out, const Options& options, const RunReport& re
     printRow(out, "", "logged", "before back end", "lost, cache full", "delivered");
     printMessages(out, readerLoggerName, report.readerMessages);
     printMessages(out, auditorLoggerName, report.auditorMessages);
+
+    printDiagnosis(out, options, report.backend);
 
     for (const ComparisonGroup& group : compare(report.views)) {
         printComparison(out, group);

@@ -41,6 +41,9 @@ void checkSharing(const Demo::RunReport& report) {
             }
         }
     }
+    if (!report.backend.installed) {
+        throw std::runtime_error("the back end was not installed any more at the end");
+    }
     const std::size_t messages = report.readerMessages.all + report.auditorMessages.all;
     // A counter has 32 bits and wraps.
     if (static_cast<std::uint32_t>(report.views.byHost.messages.value) !=
