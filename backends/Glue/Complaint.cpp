@@ -3,11 +3,13 @@
 #include <cstdio>
 #include <string>
 
+#include "NoSignals.h"
 #include "OneLine.h"
 
 namespace ZOL::Backends {
 
 void complain(std::string_view backend, std::string_view what) noexcept {
+    const NoSignals noSignals;
     try {
         // In one piece, so that no other thread's output comes in between.
         const std::string line =

@@ -39,7 +39,7 @@ DatagramSocket::~DatagramSocket() {
 }
 
 void DatagramSocket::send(std::string_view packet) {
-    if (::send(socket_, packet.data(), packet.size(), MSG_NOSIGNAL) == -1) {
+    if (::send(socket_, packet.data(), packet.size(), 0) == -1) {
         fail(path_);
     }
 }

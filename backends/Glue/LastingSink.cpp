@@ -5,6 +5,8 @@
 
 #include <spdlog/pattern_formatter.h>
 
+#include "NoSignals.h"
+
 namespace ZOL::Backends {
 
 namespace {
@@ -36,6 +38,7 @@ void LastingSink::open() {
 }
 
 void LastingSink::write(const spdlog::details::log_msg& message) noexcept {
+    const NoSignals noSignals;
     std::string reason;
     try {
         // A sink that fails after it worked for a while gets a second chance at once: a collector

@@ -28,6 +28,9 @@ public:
     /// Counts a message that did not even get here.
     void lose(std::string_view reason) noexcept { loss_.add(reason); }
 
+    /// Says what would otherwise not be told any more.
+    void sayFarewell() const noexcept { loss_.tell(); }
+
 private:
     using Clock = std::chrono::steady_clock;
 

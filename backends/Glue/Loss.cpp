@@ -27,4 +27,15 @@ void Loss::end() noexcept {
     count_ = 0;
 }
 
+void Loss::tell() const noexcept {
+    if (count_ == 0) {
+        return;
+    }
+    try {
+        complain(backend_, "the process ends, lost messages: " + std::to_string(count_));
+    } catch (...) {
+        complain(backend_, "the process ends, and messages are lost");
+    }
+}
+
 } // namespace ZOL::Backends

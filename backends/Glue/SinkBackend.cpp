@@ -27,10 +27,26 @@ Framework::GenericLogger::LoggingChannel* SinkBackend::createChannel(const char*
     }
 }
 
+namespace {
+
+/// Speaks for the back end when the plug-in is cleaned up.
+struct Farewell {
+    explicit Farewell(const SinkBackend& speaker) : backend(speaker) {}
+    Farewell(const Farewell&) = delete;
+    Farewell& operator=(const Farewell&) = delete;
+    ~Farewell() { backend.sayFarewell(); }
+
+    const SinkBackend& backend;
+};
+
+} // namespace
+
 SinkBackend* makeSinkBackend(const char* name, SinkPlan (*plan)(const Settings&)) noexcept {
     try {
         const Settings settings(name);
-        return new SinkBackend(settings, plan(settings));
+        auto* const backend = new SinkBackend(settings, plan(settings));
+        static const Farewell farewell(*backend);
+        return backend;
     } catch (const std::exception& error) {
         complain(name, error.what());
     } catch (...) {

@@ -35,6 +35,9 @@ public:
     /// One channel for each name, however often it is asked for; null if there is no memory.
     Framework::GenericLogger::LoggingChannel* createChannel(const char* name) override;
 
+    /// Tells of a loss that has not ended.
+    void sayFarewell() const noexcept { sink_.sayFarewell(); }
+
 private:
     LevelRules rules_;
     LastingSink sink_;

@@ -49,8 +49,7 @@ int pendingError(std::intptr_t socket) {
 }
 
 long long send(std::intptr_t socket, const char* data, std::size_t size) {
-    // Without a signal, which would end the host.
-    const ssize_t sent = ::send(descriptor(socket), data, size, MSG_NOSIGNAL);
+    const ssize_t sent = ::send(descriptor(socket), data, size, 0);
     return sent < 0 && (errno == EAGAIN || errno == EINTR) ? 0 : sent;
 }
 

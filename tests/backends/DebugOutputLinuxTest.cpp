@@ -22,8 +22,8 @@ namespace {
 constexpr const char* journal = "/run/systemd/journal/socket";
 
 void useARunFolderOfOnesOwn() {
-    leaveTheMachinesMounts();
-    mountMemory("/run", "size=1m");
+    support::leaveTheMachinesMounts();
+    support::mountMemory("/run", "size=1m");
     std::filesystem::create_directories("/run/systemd/journal");
 }
 

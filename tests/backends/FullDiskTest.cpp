@@ -38,8 +38,8 @@ fs::path logIn(const fs::path& folder) {
 
 void expectLossToBeToldAndCounted(const std::string& backend) {
     fs::create_directory("disk");
-    leaveTheMachinesMounts();
-    mountMemory("disk", "size=64k");
+    support::leaveTheMachinesMounts();
+    support::mountMemory("disk", "size=64k");
     setProperty(backend + ".path", "disk/zol.log");
     setProperty(backend + ".pattern", "%v");
     testing::internal::CaptureStderr();

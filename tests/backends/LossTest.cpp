@@ -22,4 +22,16 @@ TEST(Loss, SpeaksOnceWhenItBeginsAndOnceWhenItIsOver) {
               "ZOL back end Test: messages are being lost: again\n");
 }
 
+TEST(Loss, IsToldAtTheEndOfTheProcessIfItHasNotEnded) {
+    testing::internal::CaptureStderr();
+    Loss loss("Test");
+    loss.tell();
+    loss.add("no room");
+    loss.add("no room");
+    loss.tell();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ZOL back end Test: messages are being lost: no room\n"
+              "ZOL back end Test: the process ends, lost messages: 2\n");
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <optional>
 #include <string>
 #include <thread>
@@ -121,6 +122,20 @@ TEST(Network, CostsLittleWhereNobodyListens) {
                   std::string::npos)
             << told;
     });
+}
+
+TEST(Network, CountsAtTheEndOfTheProcessWhatWasLostUntilThen) {
+    EXPECT_EXIT(
+        {
+            {
+                const Collector gone(Collector::Kind::tcp);
+                installFor(gone);
+            }
+            timeOf("lost");
+            timeOf("lost");
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "Network: the process ends, lost messages: 2\n");
 }
 
 TEST(Network, WaitsOnlyAWhileForAHostThatDoesNotAnswer) {

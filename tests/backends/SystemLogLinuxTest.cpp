@@ -24,8 +24,8 @@ namespace {
 constexpr const char* systemLog = "/dev/log";
 
 void useADevFolderOfOnesOwn() {
-    leaveTheMachinesMounts();
-    mountMemory("/dev", "size=1m");
+    support::leaveTheMachinesMounts();
+    support::mountMemory("/dev", "size=1m");
 }
 
 TEST(SystemLog, SendsPriorityTimeProgramAndMessageToTheSystemsSocket) {

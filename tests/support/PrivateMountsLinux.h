@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cerrno>
+#include <fstream>
+#include <string>
+#include <system_error>
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+namespace support {
+
+inline void requireMounts(bool done, const char* what) {
+    if (!done) {
+        throw std::system_error(
+            errno, std::generic_category(),
+            std::string("this test needs mounts of its own, which the machine does not allow: ") +
+                what);
+    }
+}
+
+/// Gives this process, and those that it starts, a view of its own of what is mounted where; throws
+/// std::system_error if the machine does not allow it.
+inline void leaveTheMachinesMounts() {
+    const auto write = [](const char* file, const std::string& text) {
+        std::ofstream stream(file);
+        stream << text << std::flush;
+        requireMounts(stream.good(), file);
+    };
+    const std::string user = std::to_string(geteuid());
+    const std::string group = std::to_string(getegid());
+    if (geteuid() == 0) {
+        requireMounts(unshare(CLONE_NEWNS) == 0, "unshare");
+    } else {
+        requireMounts(unshare(CLONE_NEWNS | CLONE_NEWUSER) == 0, "unshare with a user namespace");
+        write("/proc/self/setgroups", "deny");
+        write("/proc/self/uid_map", "0 " + user + " 1");
+        write("/proc/self/gid_map", "0 " + group + " 1");
+    }
+    // In a chroot the root is no mount point (EINVAL), and whoever made it has seen to this.
+    requireMounts(mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 ||
+                      errno == EINVAL,
+                  "private mounts");
+}
+
+/// Mounts an empty file system in memory on a folder that is there.
+inline void mountMemory(const char* folder, const char* options) {
+    requireMounts(mount("tmpfs", folder, "tmpfs", 0, options) == 0, "mount of a tmpfs");
+}
+
+} // namespace support
