@@ -55,6 +55,7 @@ SinkPlan plan(const Settings&) {
     };
     result.pattern = "%v"; // the journal has a time of its own
     result.lineEnd = "";
+    result.longestLine = DatagramSocket::longestText;
     return result;
 }
 

@@ -5,12 +5,15 @@
 #include <system_error>
 
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <sys/un.h>
 #include <unistd.h>
 
 namespace ZOL::Backends {
 
 namespace {
+
+constexpr timeval patience{0, 100'000};
 
 [[noreturn]] void fail(const std::string& path) {
     throw std::system_error(errno, std::generic_category(), path);
@@ -19,10 +22,12 @@ namespace {
 } // namespace
 
 DatagramSocket::DatagramSocket(const std::string& path)
-    : path_(path), socket_(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {
+    : path_(path), socket_(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
     if (socket_ == -1) {
         fail(path_);
     }
+    // The system keeps a few packets only, some ten: a burst has to wait for its reader.
+    setsockopt(socket_, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof(patience));
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     path_.copy(address.sun_path, sizeof(address.sun_path) - 1);
@@ -39,8 +44,10 @@ DatagramSocket::~DatagramSocket() {
 }
 
 void DatagramSocket::send(std::string_view packet) {
-    if (::send(socket_, packet.data(), packet.size(), 0) == -1) {
-        fail(path_);
+    while (::send(socket_, packet.data(), packet.size(), 0) == -1) {
+        if (errno != EINTR) {
+            fail(path_);
+        }
     }
 }
 

@@ -12,13 +12,14 @@ const char* const stampedLine = "%Y-%m-%d %H:%M:%S.%e %^%v%$";
 SinkBackend::SinkBackend(const Settings& settings, SinkPlan plan)
     : rules_(settings.levels("levels")),
       sink_(settings.backend(), std::move(plan.make), settings.text("pattern", plan.pattern),
-            plan.lineEnd, plan.pause) {}
+            plan.lineEnd, plan.pause),
+      longestLine_(plan.longestLine) {}
 
 Framework::GenericLogger::LoggingChannel* SinkBackend::createChannel(const char* name) {
     try {
         std::unique_ptr<SinkChannel>& channel = channels_[name];
         if (channel == nullptr) {
-            channel = std::make_unique<SinkChannel>(name, sink_, rules_);
+            channel = std::make_unique<SinkChannel>(name, sink_, rules_, longestLine_);
         }
         return channel.get();
     } catch (...) {

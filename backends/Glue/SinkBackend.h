@@ -1,6 +1,8 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
+#include <limits>
 #include <map>
 #include <memory>
 #include <string>
@@ -25,6 +27,9 @@ struct SinkPlan {
     const char* pattern = stampedLine; ///< unless a property says other
     const char* lineEnd = spdlog::details::os::default_eol;
     std::chrono::milliseconds pause = std::chrono::seconds(1); ///< between attempts to open
+    /// Of %v, in bytes; what is longer is cut. A sink that fails for a long line would be given up
+    /// for a while, and shorter ones would be lost with it.
+    std::size_t longestLine = std::numeric_limits<std::size_t>::max();
 };
 
 /// A back end that writes to one sink. The logging lock keeps its calls apart.
@@ -41,6 +46,7 @@ public:
 private:
     LevelRules rules_;
     LastingSink sink_;
+    std::size_t longestLine_;
     std::map<std::string, std::unique_ptr<SinkChannel>> channels_;
 };
 

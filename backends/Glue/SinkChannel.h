@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "ZOL/Framework/GenericLogger/LoggingChannel.h"
@@ -13,7 +14,8 @@ namespace ZOL::Backends {
 class SinkChannel final : public Framework::GenericLogger::LoggingChannel {
 public:
     /// The sink and the rules are the back end's, which outlives its channels.
-    SinkChannel(const char* logger, LastingSink& sink, const LevelRules& rules);
+    SinkChannel(const char* logger, LastingSink& sink, const LevelRules& rules,
+                std::size_t longestLine);
 
     void release() override {}
     void log(Framework::GenericLogger::LoggingLevel level, const char* text) override;
@@ -23,6 +25,7 @@ private:
     std::string shownName_;
     LastingSink& sink_;
     const LevelRules& rules_;
+    std::size_t longestLine_;
 };
 
 } // namespace ZOL::Backends

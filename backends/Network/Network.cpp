@@ -15,6 +15,8 @@ constexpr long long defaultPort = 5170;
 constexpr long long lastPort = 65535;
 constexpr auto pause = std::chrono::seconds(5); // an attempt may hold up all loggers for a second
 
+constexpr std::size_t longestInAPacket = 60000; // of 65507 bytes, with a pattern around it
+
 /// spdlog's own would wait without a limit, and with it all loggers of the process.
 class NetworkSink final : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
 public:
@@ -45,6 +47,9 @@ SinkPlan plan(const Settings& settings) {
     };
     result.lineEnd = "\n"; // the collector need not run on this platform
     result.pause = pause;
+    if (protocol == Connection::Protocol::udp) {
+        result.longestLine = longestInAPacket;
+    }
     return result;
 }
 

@@ -55,6 +55,7 @@ SinkPlan plan(const Settings& settings) {
     };
     result.pattern = "%v"; // the log has a time of its own
     result.lineEnd = "";
+    result.longestLine = DatagramSocket::longestText;
     return result;
 }
 

@@ -8,6 +8,8 @@ using namespace ZOL::Backends;
 
 namespace {
 
+constexpr std::size_t longestEvent = 30000; // Windows takes no more than 31839 characters
+
 SinkPlan plan(const Settings& settings) {
     const std::string source = settings.text("source", "ZOL");
     SinkPlan result;
@@ -16,6 +18,7 @@ SinkPlan plan(const Settings& settings) {
     };
     result.pattern = "%v"; // an event has a time of its own
     result.lineEnd = "";
+    result.longestLine = longestEvent;
     return result;
 }
 

@@ -138,7 +138,7 @@ void Collector::accept() {
 std::string Collector::receive(const std::string& end) {
     accept();
     std::string text;
-    std::array<char, 4096> buffer{};
+    std::array<char, 65536> buffer{}; // the largest packet there is
     while (text.size() < end.size() || text.substr(text.size() - end.size()) != end) {
         if (!hasSomething(sender_)) {
             break;

@@ -41,6 +41,18 @@ TEST(DebugOutput, SendsMessagePriorityProgramAndLoggerToTheJournal) {
     });
 }
 
+TEST(DebugOutput, CutsAMessageThatIsTooLongForAPacketAndGoesOn) {
+    support::inFreshProcess([] {
+        useARunFolderOfOnesOwn();
+        const ListeningSocket listener(journal);
+        Logger::installBackend("DebugOutput");
+        Logger::getLogger("orders")->info() << std::string(1000000, 'x');
+        Logger::getLogger("orders")->info("short");
+        EXPECT_NE(listener.receive().find("xxx...\nPRIORITY\n"), std::string::npos);
+        EXPECT_NE(listener.receive().find("short"), std::string::npos);
+    });
+}
+
 TEST(DebugOutput, LosesMessagesWhileThereIsNoJournalAndSaysHowMany) {
     support::inFreshProcess([] {
         testing::internal::CaptureStderr();

@@ -1,6 +1,5 @@
 #include "ListeningSocketLinux.h"
 
-#include <array>
 #include <cerrno>
 #include <system_error>
 
@@ -27,8 +26,9 @@ ListeningSocket::~ListeningSocket() {
 std::string ListeningSocket::receive() const {
     constexpr int patience = 10000; // milliseconds
     pollfd arrived{socket_, POLLIN, 0};
-    std::array<char, 4096> buffer{};
+    std::string packet(std::size_t{128} * 1024, '\0');
     const ssize_t size =
-        poll(&arrived, 1, patience) == 1 ? recv(socket_, buffer.data(), buffer.size(), 0) : 0;
-    return std::string(buffer.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
+        poll(&arrived, 1, patience) == 1 ? recv(socket_, packet.data(), packet.size(), 0) : 0;
+    packet.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+    return packet;
 }

@@ -57,6 +57,30 @@ TEST(Network, SendsAPacketForEachMessageByUdp) {
     });
 }
 
+TEST(Network, CutsAMessageThatIsTooLongForAPacketAndGoesOn) {
+    support::inFreshProcess([] {
+        Collector collector(Collector::Kind::udp);
+        setProperty("Network.protocol", "udp");
+        installFor(collector);
+        timeOf(std::string(1000000, 'x'));
+        const std::string cut = collector.receive("...\n");
+        EXPECT_EQ(cut.size(), 60001U) << "with the line feed";
+        EXPECT_EQ(cut.substr(0, 17), "INFO [orders] xxx");
+        timeOf("short");
+        EXPECT_EQ(collector.receive("short\n"), "INFO [orders] short\n");
+    });
+}
+
+TEST(Network, SendsALongMessageWholeByTcp) {
+    support::inFreshProcess([] {
+        Collector collector(Collector::Kind::tcp);
+        installFor(collector);
+        const std::string text(100000, 'x');
+        timeOf(text + "!");
+        EXPECT_TRUE(collector.receive("!\n") == "INFO [orders] " + text + "!\n");
+    });
+}
+
 TEST(Network, LosesMessagesWhileTheCollectorIsAwayAndSaysHowMany) {
     support::inFreshProcess([] {
         std::optional<Collector> collector(std::in_place, Collector::Kind::tcp);

@@ -86,7 +86,43 @@ TEST(SystemLog, LosesMessagesWhileThereIsNoLogAndSaysHowMany) {
     });
 }
 
-TEST(SystemLog, DoesNotWaitForALogThatTakesNothing) {
+TEST(SystemLog, LosesNothingOfABurstThatIsFasterThanTheLog) {
+    support::inFreshProcess([] {
+        testing::internal::CaptureStderr();
+        useADevFolderOfOnesOwn();
+        const ListeningSocket log(systemLog);
+        Logger::installBackend("SystemLog");
+        constexpr int messages = 1000;
+        std::thread reader([&log] {
+            for (int i = 0; i < messages; ++i) {
+                const std::string end = " INFO [orders] " + std::to_string(i);
+                const std::string packet = log.receive();
+                EXPECT_EQ(packet.substr(packet.size() - std::min(packet.size(), end.size())), end);
+            }
+        });
+        for (int i = 0; i < messages; ++i) {
+            Logger::getLogger("orders")->info() << i;
+        }
+        reader.join();
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    });
+}
+
+TEST(SystemLog, CutsAMessageThatIsTooLongForAPacketAndGoesOn) {
+    support::inFreshProcess([] {
+        useADevFolderOfOnesOwn();
+        const ListeningSocket log(systemLog);
+        Logger::installBackend("SystemLog");
+        Logger::getLogger("orders")->info() << std::string(1000000, 'x');
+        Logger::getLogger("orders")->info("short");
+        const std::string cut = log.receive();
+        EXPECT_EQ(cut.size() - cut.find("INFO"), 60000U);
+        EXPECT_EQ(cut.substr(cut.size() - 6), "xxx...");
+        EXPECT_NE(log.receive().find("short"), std::string::npos);
+    });
+}
+
+TEST(SystemLog, WaitsOnlyAMomentForALogThatTakesNothing) {
     support::inFreshProcess([] {
         testing::internal::CaptureStderr();
         useADevFolderOfOnesOwn();

@@ -72,6 +72,16 @@ TEST(SystemLog, ReportsAnEventForEachMessageOfTheTypeThatFitsItsLevel) {
     });
 }
 
+TEST(SystemLog, CutsAMessageThatIsTooLongForAnEvent) {
+    support::inFreshProcess([] {
+        install();
+        Logger::getLogger("orders")->info() << std::string(100000, 'x');
+        ASSERT_EQ(events.size(), 1U);
+        EXPECT_EQ(events[0].text.size(), 30000U);
+        EXPECT_EQ(events[0].text.substr(29990), L"xxxxxxx...");
+    });
+}
+
 TEST(SystemLog, LosesMessagesWhileTheEventLogIsFullAndSaysHowMany) {
     support::inFreshProcess([] {
         install();
