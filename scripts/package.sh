@@ -35,7 +35,7 @@ for platform in "${platforms[@]}"; do
     run_logged "$log.build" cmake --build "$tree"
 
     say "$platform: packaging"
-    made=$(mktemp -d "$packages/made.XXXXXX")
+    made=$(mktemp -d -p "$packages")
     run_logged "$log.cpack" cpack --config "$tree/CPackConfig.cmake" -B "$PWD/$made"
     rm -rf "$made/_CPack_Packages"
     for file in "$made"/*; do
