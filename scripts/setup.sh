@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
 # setup.sh: installs what a bare Debian 12 lacks to build and test both platforms, and lays the
-# parts of Boost, spdlog and fmt that the cross build uses into build/deps. A second run costs
-# nothing.
+# headers and sources that the cross build uses into build/deps. A second run costs nothing.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -19,6 +18,7 @@ packages=(
     clang-19 llvm-19 libc++-19-dev libwine-dev  # Visual C++'s binary interface, without Visual C++
     xz-utils
     dpkg-dev file gdb libxml2-utils pkgconf     # the packages, and what their tests look with
+    doxygen furo python3-breathe python3-myst-parser python3-sphinx python3-sphinx-copybutton # the site
 )
 deps=build/deps
 

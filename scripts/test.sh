@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # test.sh [windows|linux]: sets up the machine, then builds and tests everything: for Windows under
-# Wine; for Linux with g++, with clang++ and with the sanitizers, where format and lint are checked
-# too. Goes on behind a failure, and ends with a line for each part.
+# Wine; for Linux with g++, with clang++ and with the sanitizers, where format, lint and the
+# documentation's site are checked too. Goes on behind a failure, and ends with a line for each part.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-say() { echo "test: $*"; }
+say() { echo "test: $((SECONDS / 60)) min: $*"; }
 die() { echo "test: $*" >&2; exit 1; }
 
 case ${1-} in
@@ -84,6 +84,15 @@ check_lint() {
     fi
 }
 
+check_docs() {
+    say "docs: making the site"
+    if run_logged "$logs/docs" scripts/docs.sh; then
+        finish_part docs "passed, $(grep -E '^[0-9]+ pages' "$logs/docs")"
+    else
+        finish_part docs "the site cannot be made" FAILED
+    fi
+}
+
 scripts/setup.sh
 mkdir -p "$logs"
 for preset in "${presets[@]}"; do
@@ -92,6 +101,7 @@ done
 if [ "${1-}" != windows ]; then
     check_format
     check_lint
+    check_docs
 fi
 
 echo

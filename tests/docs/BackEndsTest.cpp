@@ -26,4 +26,18 @@ TEST(BackEnds, AreSetUpByProperties) {
     EXPECT_EQ(text.find("below the level"), std::string::npos) << text;
 }
 
+TEST(BackEnds, TellOfAValueThatMakesNoSense) {
+    const auto wide = [](std::string_view text) {
+        return WideString(text.begin(), text.end());
+    };
+    Framework::propertyManager()->setProperty(wide("RotatingFile.size"), wide("12Q"));
+    testing::internal::CaptureStderr();
+    GenericLogger::Logger::installBackend("RotatingFile");
+    const std::string told = testing::internal::GetCapturedStderr();
+    std::ifstream file(WRONG_SIZE_FILE);
+    std::string shown;
+    std::getline(file, shown);
+    EXPECT_EQ(told, shown + "\n");
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 // The examples of registry.md, with what the document says of them.
 
+#include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -17,6 +18,18 @@ TEST(RegistryDocument, Example) {
     EXPECT_EQ(names, "window\n");
     EXPECT_EQ(reason, "Unable to delete given key.");
     EXPECT_THROW(Registry::open(HKEY_CURRENT_USER, home), Registry::OpenError);
+}
+
+TEST(RegistryDocument, LineOfAnError) {
+    std::ifstream file(WHAT_FILE);
+    std::string shown;
+    std::getline(file, shown);
+    try {
+        Registry::open(HKEY_CURRENT_USER, "Software").deleteSubKey("ZOL_Framework no such key");
+        FAIL() << "deleted what was not there";
+    } catch (const Registry::NotFound& error) {
+        EXPECT_EQ(error.what(), shown);
+    }
 }
 
 TEST(RegistryDocument, Assignment) {

@@ -1,4 +1,4 @@
-// The examples of services.md, each with what the document says of it.
+// The examples of the services' pages, each with what the page says of it.
 
 #include <fstream>
 #include <iostream>
@@ -15,6 +15,8 @@
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
 #include "ZOL/Framework/Framework.h"
+#include "ZOL/Framework/GenericLogger/Logger.h"
+#include "ZOL/Framework/GenericLogger/LoggerException.h"
 #include "ZOL/Framework/Management/MemoryManager.h"
 #include "ZOL/Framework/Management/PropertyManager.h"
 #include "ZOL/Framework/StringHolder.h"
@@ -32,6 +34,11 @@ TEST(Services, StringHolder) {
 TEST(Services, FrameworkException) {
 #include "framework_exception.inc"
     EXPECT_STREQ(kept.message(), "out of paper");
+}
+
+TEST(Services, LoggerException) {
+#include "logger_exception.inc"
+    EXPECT_EQ(told, "Cannot install a NULL backend!");
 }
 
 TEST(Services, Heap) {

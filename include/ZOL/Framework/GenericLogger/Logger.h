@@ -47,7 +47,7 @@ public:
     /// installation, or until the last back end has left.
     ZOL_FRAMEWORK_API static void uninstallBackend(LoggerBackend* backend);
 
-    /// Loads the dynamic library <name>_r.dll (or <name>_r.so), found by the platform's search
+    /// Loads the dynamic library `<name>_r.dll` (or `<name>_r.so`), found by the platform's search
     /// rules, and returns what its createBackend returned, null included, without installing it.
     /// The result is the caller's; the library stays loaded until the process ends.
     ///
@@ -65,7 +65,7 @@ public:
     /// Takes no lock, and gives no ordering to other threads.
     ZOL_FRAMEWORK_API void enableLogging(bool enable);
 
-    // Each starts a line, without asking isLevelActive.
+    /// Starts a line, as do the next five at their levels, without asking isLevelActive.
     LogStream trace(const char* text = "") { return log(LOG_LEVEL_TRACE, text); }
     LogStream debug(const char* text = "") { return log(LOG_LEVEL_DEBUG, text); }
     LogStream info(const char* text = "") { return log(LOG_LEVEL_INFO, text); }

@@ -7,8 +7,8 @@ namespace ZOL::Framework::GenericLogger {
 
 /// A plug-in's side of logging: opens a channel for each logger that it wants to serve.
 ///
-/// A plug-in is a dynamic library named <Name>_r.dll (or <Name>_r.so) that exports one unmangled
-/// function:
+/// A plug-in is a dynamic library named `<Name>_r.dll` (or `<Name>_r.so`) that exports one
+/// unmangled function:
 ///
 ///     extern "C" ZOL_BACKEND_EXPORT LoggerBackend* createBackend();
 ///

@@ -97,7 +97,7 @@ public:
         return p;
     }
 
-    /// <name>_r.dll, or <name>_r.<version>.dll if version is not empty (.so on Linux).
+    /// `<name>_r.dll`, or `<name>_r.<version>.dll` if version is not empty (.so on Linux).
     static std::string dllFileName(const char* name, const char* version) {
         constexpr const char* prefix = "";
         constexpr const char* kind = "";

@@ -1,0 +1,90 @@
+# Follows a document word for word, in a fresh folder: writes its files, runs its commands and compares
+# what they write with what it shows.
+#
+# cmake -DDOCUMENT=... -DWORK=... -DPACKAGE=<where the SDK is installed> -DPLATFORM=linux|windows
+#       -DWINE=<what runs Windows programs> [-DGIVEN=<file>...] [-DTHEN=<command>] -P RunDocument.cmake
+#
+# PREFIX in a command stands for PACKAGE. GIVEN are files that lie in the folder from the start, THEN is
+# one more command for the end, for a document that leaves it to its readers. In what
+# is compared, dates and times are any dates and times.
+
+cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/Blocks.cmake)
+
+# plain(<variable>): without what differs from run to run.
+function(plain variable)
+    set(text "${${variable}}")
+    string(REPLACE "\r" "" text "${text}")
+    string(REGEX REPLACE "[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9] [0-9:.]+" "TIME" text "${text}")
+    set(${variable} "${text}" PARENT_SCOPE)
+endfunction()
+
+# for_this_platform(<result>): whether the block at hand is to be looked at.
+function(for_this_platform result)
+    if(block_name STREQUAL "" OR block_name STREQUAL PLATFORM)
+        set(${result} TRUE PARENT_SCOPE)
+    elseif(block_name MATCHES "^(linux|windows)$")
+        set(${result} FALSE PARENT_SCOPE)
+    else()
+        message(FATAL_ERROR "there is no platform ${block_name}")
+    endif()
+endfunction()
+
+# run_commands(<text>): leaves what they wrote in <output>.
+function(run_commands text)
+    string(REGEX REPLACE "([^_])PREFIX" "\\1${PACKAGE}" commands "\n${text}")
+    file(WRITE "${WORK}/commands" "set -euo pipefail${commands}")
+    # Results and errors in one stream, as at a terminal.
+    execute_process(COMMAND bash "${WORK}/commands" WORKING_DIRECTORY "${WORK}/home"
+        RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    if(NOT result EQUAL 0)
+        message(NOTICE "${output}")
+        message(FATAL_ERROR "failed (${result}): ${commands}")
+    endif()
+    set(commands "${commands}" PARENT_SCOPE)
+    set(output "${output}" PARENT_SCOPE)
+    set(ran TRUE PARENT_SCOPE)
+endfunction()
+
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK}/home ${WORK}/tools)
+foreach(file IN LISTS GIVEN)
+    file(COPY ${file} DESTINATION ${WORK}/home)
+endforeach()
+if(WINE)
+    # Readers call it wine; this one has a prefix of the tree's own.
+    file(WRITE ${WORK}/tools/wine "#!/bin/sh\nPATH='$ENV{PATH}' exec '${WINE}' \"$@\"\n")
+    file(CHMOD ${WORK}/tools/wine PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+    set(ENV{PATH} "${WORK}/tools:$ENV{PATH}")
+endif()
+
+set(ran FALSE)
+file(READ ${DOCUMENT} text)
+zol_next_block(text)
+while(block_found)
+    if(block_kind STREQUAL "file" OR (block_kind STREQUAL "compiled" AND block_name MATCHES "\\.cpp$"))
+        file(WRITE "${WORK}/home/${block_name}" "${block_body}")
+    elseif(block_kind STREQUAL "run")
+        for_this_platform(here)
+        if(here)
+            run_commands("${block_body}")
+        endif()
+    elseif(block_kind STREQUAL "output")
+        for_this_platform(here)
+        if(here)
+            set(shown "${block_body}")
+            plain(shown)
+            plain(output)
+            if(NOT output STREQUAL shown)
+                message(FATAL_ERROR "${commands}wrote\n${output}and the document shows\n${shown}")
+            endif()
+        endif()
+    endif()
+    zol_next_block(text)
+endwhile()
+if(THEN)
+    run_commands("${THEN}\n")
+endif()
+if(NOT ran)
+    message(FATAL_ERROR "${DOCUMENT} has no commands for ${PLATFORM}")
+endif()
