@@ -43,6 +43,12 @@ if(NOT ZOL_SANITIZE)
         zol_install_split(Backends ${ZOL_INSTALL_MODULEDIR}
             "strip_installed(\"$<TARGET_FILE:${target}>\")")
     endforeach()
+    if(ZOL_BUILD_TOOLS)
+        zol_install_split(Development ${CMAKE_INSTALL_BINDIR}
+            "strip_installed(\"$<TARGET_FILE:zol_backend_check>\")")
+        zol_install_split(Debug ${CMAKE_INSTALL_BINDIR}
+            "install_debug_file(\"$<TARGET_FILE:zol_backend_check>\")")
+    endif()
     if(WIN32)
         zol_install_split(Development ${CMAKE_INSTALL_LIBDIR}
             "strip_only(\"$<TARGET_FILE:ZOL_RegistryAccess>\" --strip-debug)")

@@ -1,9 +1,13 @@
-# Boost.Thread and header-only spdlog, for each way to build:
+# Boost.Thread and header-only libraries, for each way to build:
 #   zol_boost_thread   what the framework module links
 #   zol_spdlog         what the ready-made back ends compile in
+#   zol_command_line   CLI11 and
+#   zol_json           JSON for Modern C++, what the tools compile in
 
 add_library(zol_boost_thread INTERFACE)
 add_library(zol_spdlog INTERFACE)
+add_library(zol_command_line INTERFACE)
+add_library(zol_json INTERFACE)
 
 if(MINGW)
     # Debian has no Boost for mingw: scripts/setup.sh lays the library's sources, and links to the
@@ -27,6 +31,10 @@ if(MINGW)
 
     target_include_directories(zol_spdlog SYSTEM INTERFACE ${ZOL_WINDOWS_DEPS}/include)
     target_compile_definitions(zol_spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
+
+    foreach(target IN ITEMS zol_command_line zol_json)
+        target_include_directories(${target} SYSTEM INTERFACE ${ZOL_WINDOWS_DEPS}/include)
+    endforeach()
 else()
     set(Boost_USE_STATIC_LIBS ${WIN32})
     find_package(Boost 1.74 REQUIRED COMPONENTS thread)
@@ -35,5 +43,13 @@ else()
     if(ZOL_BUILD_BACKENDS)
         find_package(spdlog REQUIRED)
         target_link_libraries(zol_spdlog INTERFACE spdlog::spdlog_header_only)
+    endif()
+
+    if(ZOL_BUILD_TOOLS)
+        # Debian has no CMake package of it.
+        find_path(ZOL_CLI11_INCLUDE CLI/CLI.hpp REQUIRED)
+        target_include_directories(zol_command_line SYSTEM INTERFACE ${ZOL_CLI11_INCLUDE})
+        find_package(nlohmann_json REQUIRED)
+        target_link_libraries(zol_json INTERFACE nlohmann_json::nlohmann_json)
     endif()
 endif()

@@ -50,6 +50,16 @@ install(FILES
     ${PROJECT_SOURCE_DIR}/cmake/backend-exports.map
     DESTINATION ${ZOL_INSTALL_CMAKEDIR} COMPONENT Development)
 
+# For plug-in authors: a project to copy, whose tests need the tool.
+if(ZOL_BUILD_TOOLS)
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/cmake/templates
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zol-framework COMPONENT Development)
+    if(MINGW)
+        install(FILES ${PROJECT_SOURCE_DIR}/cmake/mingw-w64.cmake
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/zol-framework COMPONENT Development)
+    endif()
+endif()
+
 include(${CMAKE_CURRENT_LIST_DIR}/PkgConfig.cmake)
 
 # What a mingw-built program needs beside it. A module with a runtime of its own does not see the

@@ -9,6 +9,7 @@ install(CODE "
     set(compilerIsMsvc \"$<BOOL:${MSVC}>\")
     set(mingw \"$<BOOL:${MINGW}>\")
     set(backends \"${zolBackends}\")
+    set(tools \"${ZOL_BUILD_TOOLS}\")
     set(includeFolders [==[${zolSbomTargets}]==])
     set(name \"${PROJECT_NAME}\")
     set(version \"${PROJECT_VERSION}\")

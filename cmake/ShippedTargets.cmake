@@ -15,7 +15,7 @@ endfunction()
 
 set(zolBackends "")
 set(zolCompiled ZOL_Framework)
-foreach(target zol_registry_access_objects zol_boost_thread_windows)
+foreach(target zol_registry_access_objects zol_boost_thread_windows zol_backend_check)
     if(TARGET ${target})
         list(APPEND zolCompiled ${target})
     endif()

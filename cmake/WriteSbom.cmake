@@ -118,6 +118,16 @@ if(backends)
     add_package(fmt ${major}.${minor}.${patch} MIT ${others} ${relationship} ${comment})
 endif()
 
+if(tools)
+    header_macros(cli CLI/Version.hpp CLI11_VERSION_MAJOR CLI11_VERSION_MINOR CLI11_VERSION_PATCH)
+    list(JOIN cli "." cli)
+    add_package(CLI11 ${cli} BSD-3-Clause ${others} CONTAINS "Compiled into zol-backend-check")
+    header_macros(json nlohmann/json.hpp NLOHMANN_JSON_VERSION_MAJOR NLOHMANN_JSON_VERSION_MINOR
+        NLOHMANN_JSON_VERSION_PATCH)
+    list(JOIN json "." json)
+    add_package(nlohmann-json ${json} MIT ${others} CONTAINS "Compiled into zol-backend-check")
+endif()
+
 set(gccLicence "GPL-3.0-or-later WITH GCC-exception-3.1")
 if(mingw)
     owner_version(libraryVersion libstdc++-6.dll)

@@ -13,6 +13,7 @@ packages=(
     g++-mingw-w64-x86-64-posix                  # cross build
     wine wine64                                 # runs what the cross build makes
     libboost-dev libboost-thread-dev libspdlog-dev libfmt-dev
+    libcli11-dev nlohmann-json3-dev             # the tool that checks back ends
     googletest
     clang-format clang-tidy
     clang-19 llvm-19 libc++-19-dev libwine-dev  # Visual C++'s binary interface, without Visual C++
@@ -74,7 +75,7 @@ fi
 
 # Links to the header-only parts, so that nothing else of the Linux headers leaks into the cross build.
 mkdir -p "$deps/include"
-for header in boost spdlog fmt; do
+for header in boost spdlog fmt CLI nlohmann; do
     ln -sfn "/usr/include/$header" "$deps/include/$header"
 done
 

@@ -75,7 +75,7 @@ check_lint() {
     say "lint: checking"
     local sources
     sources=$(sed -n 's/^ *"file": "\(.*\)",*$/\1/p' build/linux-clang/compile_commands.json |
-        grep -E "^$PWD/(src|backends|examples|tests)/" | sort -u)
+        grep -E "^$PWD/(src|backends|examples|tests|tools)/" | sort -u)
     if echo "$sources" | xargs -P "$(nproc)" -n 4 clang-tidy -quiet -p build/linux-clang >"$logs/lint" 2>&1; then
         finish_part lint "passed, $(echo "$sources" | wc -l) sources"
     else

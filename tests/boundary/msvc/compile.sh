@@ -22,7 +22,7 @@ echo "$settings" >"$tree/settings"
 rm -f "$tree/objects"
 say "configuring $tree"
 cmake -S "$root" -B "$tree" -G Ninja --toolchain "$here/toolchain.cmake" \
-    -DCMAKE_BUILD_TYPE=None -DZOL_BUILD_TESTS=OFF >"$tree/configure.log" 2>&1 ||
+    -DCMAKE_BUILD_TYPE=None -DZOL_BUILD_TESTS=OFF -DZOL_BUILD_TOOLS=OFF >"$tree/configure.log" 2>&1 ||
     { cat "$tree/configure.log" >&2; die "cannot configure"; }
 
 mapfile -t objects < <(ninja -C "$tree" -t targets all | sed -n 's/\.obj: .*/.obj/p' | sort -u)

@@ -1,0 +1,18 @@
+// Calls a function of another library; the build decides what becomes of that.
+
+#include "Parts.h"
+
+extern "C" int helpWithBackend();
+
+class HelpedChannel : public Channel {
+public:
+    void log(LoggingLevel, const char* text) override {
+        if (*text == '\x7F') {
+            helpWithBackend();
+        }
+    }
+};
+
+extern "C" ZOL_BACKEND_EXPORT LoggerBackend* createBackend() {
+    return theBackend<BackendWith<HelpedChannel>>();
+}
