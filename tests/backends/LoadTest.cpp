@@ -35,6 +35,7 @@ void logFrom(int thread) {
 
 void logFromAllThreads() {
     std::vector<std::thread> running;
+    running.reserve(threads);
     for (int thread = 0; thread < threads; ++thread) {
         running.emplace_back(logFrom, thread);
     }
