@@ -42,7 +42,13 @@ else()
 
     if(ZOL_BUILD_BACKENDS)
         find_package(spdlog REQUIRED)
-        target_link_libraries(zol_spdlog INTERFACE spdlog::spdlog_header_only)
+        find_package(fmt REQUIRED)
+        # Without spdlog's own target: Debian's links libfmt, and a back end that needs that does not
+        # load on a machine that lacks it.
+        target_include_directories(zol_spdlog SYSTEM INTERFACE
+            $<TARGET_PROPERTY:spdlog::spdlog_header_only,INTERFACE_INCLUDE_DIRECTORIES>)
+        target_compile_definitions(zol_spdlog INTERFACE SPDLOG_FMT_EXTERNAL)
+        target_link_libraries(zol_spdlog INTERFACE fmt::fmt-header-only)
     endif()
 
     if(ZOL_BUILD_TOOLS)

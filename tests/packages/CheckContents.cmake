@@ -1,7 +1,7 @@
 # What the unpacked archives must hold, and must not.
 #
 # cmake -DUNPACKED=... -DSOURCE=... -DBUILD=... -DMODULE=<file name> -DWINDOWS=0|1
-#       -P CheckContents.cmake
+#       -DOBJDUMP=... -P CheckContents.cmake
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -72,6 +72,30 @@ foreach(file IN LISTS files)
         file(STRINGS "${file}" traces LIMIT_COUNT 1 REGEX "${place}")
         if(traces)
             list(APPEND faults "${file} names ${place}")
+        endif()
+    endforeach()
+endforeach()
+
+# The machine that unpacks the SDK has the system's own libraries, and those that come along.
+if(WINDOWS)
+    set(there advapi32.dll kernel32.dll msvcrt.dll shlwapi.dll user32.dll ws2_32.dll
+        libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll ${MODULE}.dll)
+else()
+    set(there libstdc++.so.6 libgcc_s.so.1 libc.so.6 libm.so.6 ld-linux-x86-64.so.2 ${MODULE}.so)
+endif()
+string(TOLOWER "${there}" there)
+foreach(file IN ITEMS ${module} ${tool} ${backends})
+    execute_process(COMMAND ${OBJDUMP} -p "${UNPACKED}/sdk/${file}"
+        OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX MATCHALL "(NEEDED|DLL Name:) +[^ \r\n]+" needed "${headers}")
+    if(NOT needed)
+        list(APPEND faults "${file} needs no library, if objdump is right")
+    endif()
+    foreach(library IN LISTS needed)
+        string(REGEX REPLACE ".* " "" library "${library}")
+        string(TOLOWER "${library}" lower)
+        if(NOT lower IN_LIST there)
+            list(APPEND faults "${file} needs ${library}, which is not in the SDK")
         endif()
     endforeach()
 endforeach()

@@ -1,6 +1,5 @@
 include(LinkedHeaders)
-zol_linked_headers(linkedHeaders spdlog fmt)
+zol_linked_headers(linkedHeaders spdlog)
 add_library(spdlog::spdlog_header_only INTERFACE IMPORTED)
 target_include_directories(spdlog::spdlog_header_only INTERFACE ${linkedHeaders})
-target_compile_definitions(spdlog::spdlog_header_only INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
 set(spdlog_FOUND TRUE)
