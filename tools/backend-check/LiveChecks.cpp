@@ -86,7 +86,8 @@ std::string reasonFor(const ChildEnd& end, const JournalContent& journal, int ti
     if (!end.inTime) {
         return journal.doing + " did not come back within " + std::to_string(timeout) +
                " s\nif it waits for a thread of its own: that one must not log, for the lock is "
-               "held meanwhile";
+               "held meanwhile, and on Windows it is gone at the end of the process\nif it has a "
+               "lock of its own: it must not hold that while it logs";
     }
     if (end.crashed || !journal.lastWords.empty()) {
         return "the process " + end.what + " in " + journal.doing;
