@@ -39,6 +39,11 @@ else()
     set(Boost_USE_STATIC_LIBS ${WIN32})
     find_package(Boost 1.74 REQUIRED COMPONENTS thread)
     target_link_libraries(zol_boost_thread INTERFACE Boost::thread)
+    if(NOT WIN32)
+        # All that the module uses of it is in its headers. Not every linker leaves a library out then,
+        # and every machine would need it.
+        target_link_options(zol_boost_thread INTERFACE LINKER:--as-needed)
+    endif()
 
     if(ZOL_BUILD_BACKENDS)
         find_package(spdlog REQUIRED)
