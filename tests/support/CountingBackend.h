@@ -35,7 +35,7 @@ private:
 
         int logged = 0;
         int released = 0;
-        std::array<char, 1000> lastText = {};
+        std::array<char, 2000> lastText = {};
     };
 
     Channel channel_;

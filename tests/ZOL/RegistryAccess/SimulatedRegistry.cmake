@@ -39,8 +39,7 @@ target_include_directories(zol_registry_tests PRIVATE
 target_link_libraries(zol_registry_tests PRIVATE zol_settings zol_boost_thread zol_gtest_main)
 zol_add_tests(zol_registry_tests)
 
-# Random sequences of operations beside a model of them. The number of runs and the seed are fixed,
-# so that each test run does the same.
+# Random sequences of operations beside a model of them.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NOT ZOL_SANITIZE)
     add_executable(zol_registry_fuzzer
         Fuzz/Input.cpp
@@ -52,16 +51,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NOT ZOL_SANITIZE)
     target_sources(zol_registry_fuzzer PRIVATE ${ZOL_REGISTRY_ACCESS_SOURCES} ${registry_simulation})
     target_include_directories(zol_registry_fuzzer PRIVATE ${registry_includes} Simulated)
     target_link_libraries(zol_registry_fuzzer PRIVATE zol_settings zol_boost_thread)
-    set(fuzzed -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined)
-    target_compile_options(zol_registry_fuzzer PRIVATE ${fuzzed})
-    target_link_options(zol_registry_fuzzer PRIVATE ${fuzzed})
-    add_test(NAME RegistryFuzzer.FindsNoSequenceOfOperationsThatTheModelDoesNotForetell
-        COMMAND ${CMAKE_COMMAND}
-            -DFUZZER=$<TARGET_FILE:zol_registry_fuzzer>
-            -DSEEDS=${CMAKE_CURRENT_SOURCE_DIR}/Fuzz/corpus
-            -DWORK=${CMAKE_CURRENT_BINARY_DIR}/fuzz
-            -DRUNS=60000
-            -P ${CMAKE_CURRENT_SOURCE_DIR}/Fuzz/RunFuzzer.cmake)
-    set_tests_properties(RegistryFuzzer.FindsNoSequenceOfOperationsThatTheModelDoesNotForetell
-        PROPERTIES TIMEOUT 300)
+    zol_add_fuzzer(zol_registry_fuzzer 60000
+        RegistryFuzzer.FindsNoSequenceOfOperationsThatTheModelDoesNotForetell
+        ${CMAKE_CURRENT_SOURCE_DIR}/Fuzz/corpus)
 endif()

@@ -2,10 +2,10 @@
 
 #include <ios>
 #include <ostream>
-#include <sstream>
 #include <utility>
 
 #include "ZOL/Framework/GenericLogger/LoggingLevel.h"
+#include "ZOL/Framework/GenericLogger/TextStream.h"
 
 namespace ZOL::Framework::GenericLogger {
 
@@ -22,15 +22,13 @@ class LogStream {
 public:
     LogStream(Logger* logger, LoggingLevel level, const char* text)
         : logger_(logger), level_(level) {
-        throwOnBadStream();
         stream_ << text;
     }
 
     /// Moves the right to log: the new object takes the text written so far, the source logs
     /// nothing any more.
     LogStream(const LogStream& other) : logger_(other.logger_), level_(other.level_) {
-        throwOnBadStream();
-        stream_ << other.stream_.str();
+        stream_ << other.stream_.view();
         other.level_ = LOG_LEVEL_NONE;
     }
 
@@ -57,16 +55,18 @@ public:
         return *this;
     }
 
-private:
-    // Otherwise a std::ostream swallows std::bad_alloc and leaves half a line behind.
-    void throwOnBadStream() { stream_.exceptions(std::ios_base::badbit); }
+    LogStream& operator<<(std::ios& (*manipulator)(std::ios&)) {
+        stream_ << manipulator;
+        return *this;
+    }
 
+private:
     Logger* logger_;
     mutable LoggingLevel level_;
 
 public:
-    /// The text; takes every insertion that a std::ostream takes.
-    std::ostringstream stream_;
+    /// The text; takes every insertion that a std::ostream takes, and converts to one.
+    TextStream stream_;
 };
 
 } // namespace ZOL::Framework::GenericLogger

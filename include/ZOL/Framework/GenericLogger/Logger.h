@@ -98,7 +98,7 @@ inline LogStream::~LogStream() noexcept(false) {
         return;
     }
     try {
-        logger_->do_log(level_, stream_.str().c_str());
+        logger_->do_log(level_, stream_.c_str());
     } catch (...) {
         // A second exception beside one that is already on its way would end the process.
         if (std::uncaught_exceptions() == 0) {

@@ -1,0 +1,26 @@
+// Random insertions and manipulators into a TextStream, beside a std::ostringstream. The fuzzer's
+// runtime has the program's entry, and prints how to come by an input again that failed.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+#include "ClassicText.h"
+#include "Insertion.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    const auto insertions = [=](auto& stream) {
+        text::insertAll(stream, text::Choices(bytes, size));
+    };
+    const std::string text = text::textOf(insertions);
+    const std::string classic = text::classicTextOf(insertions);
+    if (text != classic) {
+        std::fprintf(stderr, "the line:             '%s'\nthe classic stream's: '%s'\n",
+                     text.c_str(), classic.c_str());
+        std::abort();
+    }
+    return 0;
+}

@@ -1,0 +1,198 @@
+#include "ZOL/Framework/GenericLogger/TextStream.h"
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <locale>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "ClassicText.h"
+#include "Insertion.h"
+
+using ZOL::Framework::GenericLogger::TextStream;
+
+namespace {
+
+// Each of these compares with a std::ostringstream, and names what it compares.
+#define EXPECT_CLASSIC(insertions)                                                                 \
+    EXPECT_EQ(text::textOf([&](auto& stream) { stream << insertions; }),                           \
+              text::classicTextOf([&](auto& stream) { stream << insertions; }))
+
+/// One value plain, and under flags that are each of consequence for some type.
+template <typename Value>
+void expectClassic(const Value& value) {
+    EXPECT_CLASSIC(value);
+    EXPECT_CLASSIC(value << std::hex << value << std::setw(12) << std::setfill('*') << value
+                         << value);
+    EXPECT_CLASSIC(std::showpos << std::showbase << std::oct << std::left << std::setw(9) << value
+                                << std::boolalpha << value << std::uppercase << std::fixed
+                                << std::setprecision(3) << value);
+}
+
+template <typename Value>
+void expectClassicAtItsLimits() {
+    using Limits = std::numeric_limits<Value>;
+    expectClassic(Limits::min());
+    expectClassic(Limits::max());
+    expectClassic(Limits::lowest());
+    expectClassic(Value{});
+    expectClassic(static_cast<Value>(1));
+}
+
+class CommaForAPoint : public std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(TextStreams, WriteEachIntegerAsAStreamDoes) {
+    expectClassicAtItsLimits<bool>();
+    expectClassicAtItsLimits<char>();
+    expectClassicAtItsLimits<signed char>();
+    expectClassicAtItsLimits<unsigned char>();
+    expectClassicAtItsLimits<short>();
+    expectClassicAtItsLimits<unsigned short>();
+    expectClassicAtItsLimits<int>();
+    expectClassicAtItsLimits<unsigned>();
+    expectClassicAtItsLimits<long>();
+    expectClassicAtItsLimits<unsigned long>();
+    expectClassicAtItsLimits<long long>();
+    expectClassicAtItsLimits<unsigned long long>();
+}
+
+TEST(TextStreams, WriteEachFloatingPointNumberAsAStreamDoes) {
+    expectClassicAtItsLimits<float>();
+    expectClassicAtItsLimits<double>();
+    expectClassicAtItsLimits<long double>();
+    for (const double number :
+         {0.0,       -0.0,         1e-5,
+          1e-4,      9.9999949e-5, 9.9999951e-5,
+          0.1,       0.125,        99999.95,
+          123456.0,  123456.5,     999999.4,
+          999999.5,  999999.6,     1e6,
+          1234567.0, 1e15,         1e16,
+          1e100,     -1e-300,      std::numeric_limits<double>::denorm_min()}) {
+        expectClassic(number);
+        expectClassic(static_cast<float>(number));
+    }
+}
+
+TEST(TextStreams, WriteNumbersThatAreNotFiniteAsAStreamDoes) {
+    for (const double number :
+         {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+        expectClassic(number);
+        expectClassic(std::copysign(number, -1.0));
+        expectClassic(static_cast<float>(number));
+    }
+}
+
+TEST(TextStreams, WriteAddressesAsAStreamDoes) {
+    const int object = 0;
+    expectClassic(&object);
+    expectClassic(static_cast<const void*>(&object));
+    expectClassic(static_cast<void*>(nullptr));
+    expectClassic(nullptr);
+    expectClassic(reinterpret_cast<const void*>(std::numeric_limits<std::uintptr_t>::max()));
+}
+
+TEST(TextStreams, WriteTextsOfEveryKindAsAStreamDoes) {
+    char array[20] = "array";
+    expectClassic("literal");
+    expectClassic(static_cast<const char*>(array));
+    expectClassic(std::string("with a zero \0 inside", 20));
+    expectClassic(std::string_view("view and more", 4));
+    expectClassic(reinterpret_cast<const signed char*>("signed"));
+    expectClassic(reinterpret_cast<const unsigned char*>("unsigned"));
+    EXPECT_CLASSIC(array << static_cast<char*>(array));
+}
+
+TEST(TextStreams, WriteTypesOfTheUsersOwn) {
+    expectClassic(text::Point{3, 4.5});
+    expectClassic(text::plain);
+    expectClassic(text::LikeAText());
+    EXPECT_EQ(text::textOf([](auto& stream) { stream << text::Point{3, 4.5}; }), "(   3, 4.5)");
+}
+
+TEST(TextStreams, ServeAFunctionThatWantsAStreamAndKeepWhatItSets) {
+    const auto insertions = [](auto& stream) {
+        stream << "before " << 1.2345678;
+        text::functionOnAStream(stream);
+        stream << 1.2345678;
+    };
+    EXPECT_EQ(text::textOf(insertions), "before 1.23457<    12raw1.234568");
+    EXPECT_EQ(text::textOf(insertions), text::classicTextOf(insertions));
+}
+
+TEST(TextStreams, GoOnUnderTheFlagsThatAManipulatorSet) {
+    EXPECT_EQ(text::textOf([](auto& stream) {
+                  stream << 255 << std::hex << 255 << true << std::boolalpha << true << ' '
+                         << std::setw(4) << std::setfill('.') << 'c' << 255;
+              }),
+              "255ff1true ...cff");
+}
+
+TEST(TextStreams, GrowPastAnyLengthAtWhateverCharacter) {
+    for (const std::size_t length : {398U, 399U, 400U, 401U, 402U, 799U, 800U, 801U, 100000U}) {
+        const std::string text(length, 'x');
+        EXPECT_CLASSIC(text << 'y' << -1234567 << text << 2.5 << std::hex << text << 255);
+        EXPECT_EQ(text::textOf([&](auto& stream) { stream << text << 'y'; }), text + 'y');
+    }
+    // One character, one digit at a time across the border.
+    const auto bits = [](auto& stream) {
+        for (int i = 0; i < 3000; ++i) {
+            stream << (i % 2 == 0) << 'c' << i;
+        }
+    };
+    EXPECT_EQ(text::textOf(bits), text::classicTextOf(bits));
+}
+
+TEST(TextStreams, EndTheirTextWithAZeroAtWhateverLength) {
+    TextStream stream;
+    std::string expected;
+    for (int i = 0; i < 1000; ++i) {
+        EXPECT_EQ(stream.c_str(), expected);
+        stream << 'z';
+        expected += 'z';
+    }
+}
+
+TEST(TextStreams, KeepToTheClassicLocaleWhateverTheProgramsIs) {
+    const std::locale before =
+        std::locale::global(std::locale(std::locale::classic(), new CommaForAPoint));
+    const std::string text = text::textOf([](auto& stream) {
+        stream << 1234567 << ' ' << 1.5 << ' ' << std::setw(9) << 7654321 << ' ' << 2.5;
+    });
+    std::locale::global(before);
+    EXPECT_EQ(text, "1234567 1.5   7654321 2.5");
+}
+
+TEST(TextStreams, TakeAThirdOfAMillionRandomLinesAsAStreamDoes) {
+    constexpr int lines = 333333;
+    constexpr int mostBytes = 60;
+    std::mt19937_64 random(1);
+    std::vector<std::uint8_t> bytes;
+    for (int line = 0; line < lines; ++line) {
+        bytes.resize(random() % mostBytes);
+        for (std::uint8_t& byte : bytes) {
+            byte = static_cast<std::uint8_t>(random());
+        }
+        const auto insertions = [&](auto& stream) {
+            text::insertAll(stream, text::Choices(bytes.data(), bytes.size()));
+        };
+        ASSERT_EQ(text::textOf(insertions), text::classicTextOf(insertions)) << "line " << line;
+    }
+}
+
+TEST(TextStreams, TellOfAnInsertionThatFailed) {
+    TextStream stream;
+    stream << "fine " << 1 << std::hex;
+    EXPECT_FALSE(stream.bad());
+    EXPECT_THROW(stream.stream().setstate(std::ios_base::badbit), std::ios_base::failure);
+    EXPECT_TRUE(stream.bad());
+}
+
+} // namespace
