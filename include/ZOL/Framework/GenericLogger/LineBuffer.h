@@ -65,8 +65,8 @@ private:
     char* begin_ = inPlace_;
     std::size_t size_ = 0;
     std::size_t capacity_ = inPlaceSize; // beside the terminating zero
-    bool incomplete_ = false;
     char inPlace_[inPlaceSize + 1];
+    bool incomplete_ = false;
 };
 
 } // namespace ZOL::Framework::GenericLogger

@@ -1,14 +1,24 @@
 #include "ZOL/Framework/CrisisLogging/CrisisLoggerImpl.h"
 
-#include <iomanip>
-#include <ios>
-#include <sstream>
+#include <cstddef>
 
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
 #include "ZOL/Platform/Clock.h"
 #include "ZOL/Platform/CrisisLogFile.h"
 
 namespace ZOL::Framework::CrisisLogging {
+
+namespace {
+
+std::string padded(int number, std::size_t width) {
+    std::string digits = std::to_string(number);
+    if (digits.size() < width) {
+        digits.insert(0, width - digits.size(), '0');
+    }
+    return digits;
+}
+
+} // namespace
 
 CrisisLoggerImpl::~CrisisLoggerImpl() {
     if (file_ != nullptr) {
@@ -28,10 +38,9 @@ void CrisisLoggerImpl::open() {
 void CrisisLoggerImpl::log(const char* message) {
     const boost::mutex::scoped_lock lock(mutex_);
 
-    std::ostringstream stream;
-    stream.exceptions(std::ios_base::badbit); // or half a line would go out when memory is short
-    stream << timestamp() << " - " << message << "\n";
-    const std::string line = stream.str();
+    // Whole before anything is written: when memory is short, not half a line goes out.
+    std::string line = timestamp();
+    line.append(" - ").append(message).append("\n");
 
     // Nobody is left to be told of a failure.
     (void)std::fwrite(line.data(), 1, line.size(), file_);
@@ -41,13 +50,8 @@ void CrisisLoggerImpl::log(const char* message) {
 std::string CrisisLoggerImpl::timestamp() {
     const Platform::LocalTime now = Platform::localTime();
 
-    std::ostringstream stream;
-    stream.exceptions(std::ios_base::badbit);
-    stream.fill('0');
-    // A width holds for one insertion: minute and second have none.
-    stream << std::setw(2) << now.hour << ":" << now.minute << ":" << now.second << "."
-           << std::setw(3) << now.millisecond;
-    return stream.str();
+    return padded(now.hour, 2) + ":" + std::to_string(now.minute) + ":" +
+           std::to_string(now.second) + "." + padded(now.millisecond, 3);
 }
 
 } // namespace ZOL::Framework::CrisisLogging

@@ -1,10 +1,8 @@
 #include "ZOL/Framework/GenericLogger/LoggerImpl.h"
 
-#include <cstddef>
 #include <utility>
 
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
-#include "ZOL/Framework/GenericLogger/LoggingChannel.h"
 
 namespace ZOL::Framework::GenericLogger {
 
@@ -30,12 +28,6 @@ LoggerImpl::~LoggerImpl() {
 void LoggerImpl::connect(std::vector<LoggerBackend*> backends) {
     updateChannels(std::move(backends));
     flushCache();
-}
-
-void LoggerImpl::deliverToChannels(LoggingLevel level, const char* text) {
-    for (std::size_t i = 0; i < channels_.size(); ++i) {
-        channels_[i]->log(level, text);
-    }
 }
 
 void LoggerImpl::cacheMessage(LoggingLevel level, const char* text) {

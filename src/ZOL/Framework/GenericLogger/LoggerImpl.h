@@ -1,15 +1,16 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <string>
 #include <vector>
 
+#include "ZOL/Framework/GenericLogger/LoggingChannel.h"
 #include "ZOL/Framework/GenericLogger/LoggingLevel.h"
 
 namespace ZOL::Framework::GenericLogger {
 
 class LoggerBackend;
-class LoggingChannel;
 
 struct CachedMessage {
     LoggingLevel level;
@@ -38,7 +39,12 @@ public:
     /// Forgets the channels without a call on them.
     void forgetChannels() { channels_.clear(); }
 
-    void deliverToChannels(LoggingLevel level, const char* text);
+    void deliverToChannels(LoggingLevel level, const char* text) {
+        for (std::size_t i = 0; i < channels_.size(); ++i) {
+            channels_[i]->log(level, text);
+        }
+    }
+
     void cacheMessage(LoggingLevel level, const char* text);
 
     // Single reads and writes that order nothing: no lock is held for these.
