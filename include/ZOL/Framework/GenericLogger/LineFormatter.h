@@ -1,7 +1,6 @@
 #pragma once
 
 #include <ios>
-#include <locale>
 #include <ostream>
 #include <streambuf>
 

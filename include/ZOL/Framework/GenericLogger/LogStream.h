@@ -45,6 +45,11 @@ public:
         return *this;
     }
 
+    LogStream& operator<<(const char* text) {
+        stream_ << text;
+        return *this;
+    }
+
     LogStream& operator<<(std::ostream& (*manipulator)(std::ostream&)) {
         stream_ << manipulator;
         return *this;

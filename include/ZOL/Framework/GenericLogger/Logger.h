@@ -94,15 +94,14 @@ private:
 static_assert(sizeof(Logger) == sizeof(void*), "modules know it as one pointer");
 
 inline LogStream::~LogStream() noexcept(false) {
-    if (level_ == LOG_LEVEL_NONE || stream_.bad()) {
-        return;
-    }
-    try {
-        logger_->do_log(level_, stream_.c_str());
-    } catch (...) {
-        // A second exception beside one that is already on its way would end the process.
-        if (std::uncaught_exceptions() == 0) {
-            throw;
+    if (level_ != LOG_LEVEL_NONE && !stream_.bad()) {
+        try {
+            logger_->do_log(level_, stream_.c_str());
+        } catch (...) {
+            // A second exception beside one that is already on its way would end the process.
+            if (std::uncaught_exceptions() == 0) {
+                throw;
+            }
         }
     }
 }

@@ -3,8 +3,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <optional>
+#include <new>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -21,23 +20,29 @@ namespace ZOL::Framework::GenericLogger {
 /// the line until something needs the std::ostream: a manipulator, a type of the user's, stream().
 class TextStream {
 public:
-    TextStream() = default;
+    TextStream() noexcept {}
     TextStream(const TextStream&) = delete;
     TextStream& operator=(const TextStream&) = delete;
+    ~TextStream() {
+        if (formatter_ != nullptr) {
+            formatter_->~LineFormatter();
+        }
+    }
 
     template <typename Value>
     TextStream& operator<<(Value&& value) {
         if constexpr (isWrittenDirectly<std::decay_t<Value>>) {
-            if (!formatter_) {
-                write(value);
-                return *this;
-            }
+            write(value);
+        } else {
+            stream() << std::forward<Value>(value);
         }
-        stream() << std::forward<Value>(value);
         return *this;
     }
 
-    TextStream& operator<<(const char* text) { return operator<< <const char*&>(text); }
+    TextStream& operator<<(const char* text) {
+        write(text);
+        return *this;
+    }
 
     TextStream& operator<<(std::ostream& (*manipulator)(std::ostream&)) {
         stream() << manipulator;
@@ -57,15 +62,17 @@ public:
     /// For whatever works on a std::ostream. Flags that are set there hold for all that follows.
     /// A failure that sets badbit throws.
     std::ostream& stream() {
-        if (!formatter_) {
-            formatter_.emplace(line_);
+        if (formatter_ == nullptr) {
+            formatter_ = new (&formatterPlace_) LineFormatter(line_);
         }
         return formatter_->stream();
     }
     operator std::ostream&() { return stream(); }
 
     /// An insertion could not be finished, so that only a part of its text is here.
-    bool bad() const { return line_.isIncomplete() || (formatter_ && formatter_->isBad()); }
+    bool bad() const {
+        return line_.isIncomplete() || (formatter_ != nullptr && formatter_->isBad());
+    }
 
     std::string_view view() const { return line_.view(); }
     std::string str() const { return std::string(view()); }
@@ -85,34 +92,69 @@ private:
                 const char*, signed char*, const signed char*, unsigned char*, const unsigned char*,
                 void*, const void*, std::string, std::string_view>;
 
-    void write(std::string_view text) { line_.append(text.data(), text.size()); }
+    // Each goes through the std::ostream once there is one: its flags may be of consequence.
+
+    void write(std::string_view text) {
+        if (formatter_ != nullptr) {
+            stream() << text;
+        } else {
+            line_.append(text.data(), text.size());
+        }
+    }
 
     void write(const char* text) {
         if (text == nullptr) {
-            stream() << text; // a failure, and told as one
-            return;
+            stream().setstate(std::ios_base::badbit); // as a std::ostream does; it throws
+        } else {
+            write(std::string_view(text));
         }
-        line_.append(text, std::strlen(text));
     }
     void write(const signed char* text) { write(reinterpret_cast<const char*>(text)); }
     void write(const unsigned char* text) { write(reinterpret_cast<const char*>(text)); }
 
-    void write(bool value) { write(value ? '1' : '0'); }
-    void write(char character) { line_.append(&character, 1); }
+    void write(char character) { write(std::string_view(&character, 1)); }
     void write(signed char character) { write(static_cast<char>(character)); }
     void write(unsigned char character) { write(static_cast<char>(character)); }
 
+    void write(bool value) {
+        if (formatter_ != nullptr) {
+            stream().operator<<(value);
+        } else {
+            write(value ? '1' : '0');
+        }
+    }
+
     template <typename Integer, std::enable_if_t<std::is_integral_v<Integer>, int> = 0>
     void write(Integer value) {
-        constexpr std::size_t most = 20; // -9223372036854775808
-        char* const begin = line_.room(most);
-        line_.extendTo(std::to_chars(begin, begin + most, value).ptr);
+        if (formatter_ != nullptr) {
+            stream().operator<<(value);
+        } else if (value < 0) {
+            writeDigits<10>(0 - static_cast<unsigned long long>(value), "-");
+        } else {
+            writeDigits<10>(static_cast<unsigned long long>(value), "");
+        }
+    }
+
+    // Not std::to_chars, whose templates for every base double what a line adds to compile time.
+    template <unsigned base>
+    void writeDigits(unsigned long long number, std::string_view prefix) {
+        char text[20]; // 18446744073709551615, -9223372036854775808, 0xffffffffffffffff
+        char* const end = text + sizeof text;
+        char* first = end;
+        do {
+            *--first = "0123456789abcdef"[number % base];
+            number /= base;
+        } while (number != 0);
+        for (std::size_t i = prefix.size(); i > 0; --i) {
+            *--first = prefix[i - 1];
+        }
+        line_.append(first, static_cast<std::size_t>(end - first));
     }
 
     void write(double value) {
         // Whether one that is not finite shows its sign is the stream's own affair.
-        if (!(value - value == 0)) {
-            stream() << value;
+        if (formatter_ != nullptr || !(value - value == 0)) {
+            stream().operator<<(value);
             return;
         }
         constexpr std::size_t most = 16; // -1.23457e-308
@@ -123,25 +165,23 @@ private:
     }
 
     void write(const void* address) {
-#if !defined(__GLIBCXX__)
-        stream() << address; // looks different in each standard library
+#if defined(__GLIBCXX__)
+        constexpr bool isKnown = true;
 #else
-        constexpr std::size_t most = 18; // 0xffffffffffffffff
-        constexpr int hexadecimal = 16;
-        char* const begin = line_.room(most);
-        char* digits = begin;
-        if (address != nullptr) {
-            *digits++ = '0';
-            *digits++ = 'x';
-        }
-        line_.extendTo(std::to_chars(digits, begin + most,
-                                     reinterpret_cast<std::uintptr_t>(address), hexadecimal)
-                           .ptr);
+        constexpr bool isKnown = false; // looks different in each standard library
 #endif
+        if (formatter_ != nullptr || !isKnown) {
+            stream().operator<<(address);
+            return;
+        }
+        writeDigits<16>(reinterpret_cast<std::uintptr_t>(address), address != nullptr ? "0x" : "");
     }
 
     LineBuffer line_;
-    std::optional<LineFormatter> formatter_;
+    LineFormatter* formatter_ = nullptr;
+    union {
+        LineFormatter formatterPlace_; // made when it is needed
+    };
 };
 
 } // namespace ZOL::Framework::GenericLogger
