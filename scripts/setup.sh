@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# setup.sh: installs what a bare Debian 12 lacks to build and test both platforms, and lays the
-# headers and sources that the cross build uses into build/deps. A second run costs nothing.
+# setup.sh [benchmarks]: installs what a bare Debian 12 lacks to build and test both platforms, and
+# lays the headers and sources that the cross build uses into build/deps; with the argument, also what
+# scripts/bench.sh compares with. A second run costs nothing.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -17,10 +18,20 @@ packages=(
     googletest
     clang-format clang-tidy
     clang-19 llvm-19 libc++-19-dev libwine-dev  # Visual C++'s binary interface, without Visual C++
+    valgrind                                    # counts the instructions of the hot paths
     xz-utils
     dpkg-dev file gdb libxml2-utils pkgconf     # the packages, and what their tests look with
     doxygen furo python3-breathe python3-myst-parser python3-sphinx python3-sphinx-copybutton # the site
 )
+case ${1-} in
+    '') ;;
+    benchmarks)
+        packages+=(
+            libbenchmark-dev pkgconf
+            libspdlog-dev liblog4cplus-dev libboost-log-dev liblog4cxx-dev libgoogle-glog-dev # peers
+        ) ;;
+    *) die "usage: scripts/setup.sh [benchmarks]" ;;
+esac
 deps=build/deps
 
 as_root() {

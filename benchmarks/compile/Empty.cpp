@@ -1,0 +1,3 @@
+void tenLines();
+
+void tenLines() {}

@@ -1,0 +1,20 @@
+#include "Random.h"
+
+#include <cstdlib>
+
+#include <boost/thread/mutex.hpp>
+
+namespace benchmarks {
+
+namespace {
+
+boost::mutex lock;
+
+} // namespace
+
+unsigned int lockedRandom() {
+    const boost::mutex::scoped_lock locked(lock);
+    return static_cast<unsigned int>(std::rand());
+}
+
+} // namespace benchmarks

@@ -1,0 +1,9 @@
+#include "SpdlogRows.h"
+
+#if !defined(SPDLOG_COMPILED_LIB)
+#error "this is the peer with the library"
+#endif
+
+benchmarks::Rows benchmarkRows() {
+    return benchmarks::spdlogRows("spdlog library");
+}

@@ -1,0 +1,39 @@
+#include "ZOL/Framework/Counting/Counter.h"
+
+#include "../far/Number.h"
+#include "RowFiles.h"
+
+using ZOL::Framework::Counting::Counter;
+
+namespace benchmarks {
+
+namespace {
+
+constexpr Work next = {"Counter::next", 10000};
+
+void runFloor(std::size_t n) {
+    static Number number;
+    for (std::size_t i = 0; i < n; ++i) {
+        keep(number.next());
+    }
+}
+
+void runProduct(std::size_t n) {
+    static Counter& counter = Counter::counter("benchmarks");
+    for (std::size_t i = 0; i < n; ++i) {
+        keep(counter.next());
+    }
+}
+
+constexpr Row rows[] = {
+    {next, Role::Floor, floorName, runFloor},
+    {next, Role::Product, productName, runProduct},
+};
+
+} // namespace
+
+Rows counterRows() {
+    return rowsOf(rows);
+}
+
+} // namespace benchmarks

@@ -1,0 +1,37 @@
+#include "ZOL/Framework/Framework.h"
+
+#include "../far/Random.h"
+#include "RowFiles.h"
+
+using ZOL::Framework::Framework;
+
+namespace benchmarks {
+
+namespace {
+
+constexpr Work randomNumber = {"randomNumber", 10000};
+
+void runFloor(std::size_t n) {
+    for (std::size_t i = 0; i < n; ++i) {
+        keep(lockedRandom());
+    }
+}
+
+void runProduct(std::size_t n) {
+    for (std::size_t i = 0; i < n; ++i) {
+        keep(Framework::randomNumber());
+    }
+}
+
+constexpr Row rows[] = {
+    {randomNumber, Role::Floor, floorName, runFloor},
+    {randomNumber, Role::Product, productName, runProduct},
+};
+
+} // namespace
+
+Rows randomNumberRows() {
+    return rowsOf(rows);
+}
+
+} // namespace benchmarks
