@@ -1,24 +1,14 @@
 #include "ZOL/Framework/CrisisLogging/CrisisLoggerImpl.h"
 
-#include <cstddef>
+#include <string>
+#include <string_view>
 
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
+#include "ZOL/Framework/GenericLogger/TextStream.h"
 #include "ZOL/Platform/Clock.h"
 #include "ZOL/Platform/CrisisLogFile.h"
 
 namespace ZOL::Framework::CrisisLogging {
-
-namespace {
-
-std::string padded(int number, std::size_t width) {
-    std::string digits = std::to_string(number);
-    if (digits.size() < width) {
-        digits.insert(0, width - digits.size(), '0');
-    }
-    return digits;
-}
-
-} // namespace
 
 CrisisLoggerImpl::~CrisisLoggerImpl() {
     if (file_ != nullptr) {
@@ -39,19 +29,23 @@ void CrisisLoggerImpl::log(const char* message) {
     const boost::mutex::scoped_lock lock(mutex_);
 
     // Whole before anything is written: when memory is short, not half a line goes out.
-    std::string line = timestamp();
-    line.append(" - ").append(message).append("\n");
+    GenericLogger::TextStream line;
+    timestamp(line);
+    line << " - " << message << "\n";
+    const std::string_view text = line.view();
 
     // Nobody is left to be told of a failure.
-    (void)std::fwrite(line.data(), 1, line.size(), file_);
+    (void)std::fwrite(text.data(), 1, text.size(), file_);
     (void)std::fflush(file_);
 }
 
-std::string CrisisLoggerImpl::timestamp() {
+void CrisisLoggerImpl::timestamp(GenericLogger::TextStream& line) {
     const Platform::LocalTime now = Platform::localTime();
 
-    return padded(now.hour, 2) + ":" + std::to_string(now.minute) + ":" +
-           std::to_string(now.second) + "." + padded(now.millisecond, 3);
+    // Padded by hand: a manipulator's std::ostream costs more than all the rest of the line.
+    line << (now.hour < 10 ? "0" : "") << now.hour << ":" << now.minute << ":" << now.second << "."
+         << (now.millisecond < 100 ? "0" : "") << (now.millisecond < 10 ? "0" : "")
+         << now.millisecond;
 }
 
 } // namespace ZOL::Framework::CrisisLogging

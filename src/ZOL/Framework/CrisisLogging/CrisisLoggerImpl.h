@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdio>
-#include <string>
 
 #include <boost/thread/mutex.hpp>
+
+namespace ZOL::Framework::GenericLogger {
+class TextStream;
+} // namespace ZOL::Framework::GenericLogger
 
 namespace ZOL::Framework::CrisisLogging {
 
@@ -20,8 +23,8 @@ public:
     void log(const char* message);
 
 private:
-    /// The local time of day, with minute and second unpadded.
-    static std::string timestamp();
+    /// Writes the local time of day, with minute and second unpadded.
+    static void timestamp(GenericLogger::TextStream& line);
 
     std::FILE* file_ = nullptr;
     boost::mutex mutex_; // held over clock and writing, so that lines stand in the order of times
