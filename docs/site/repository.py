@@ -23,7 +23,7 @@ CONTENTS = {
         "Start": ["concepts", "tutorial"],
         "Using it": ["services", "diagnostics", "questions", "porting", "packages"],
         "Back ends": ["back-ends", "writing-a-back-end"],
-        "In depth": ["binary-contract", "registry", REFERENCE + "index"],
+        "In depth": ["performance", "binary-contract", "registry", REFERENCE + "index"],
     },
     "services": {
         "": [

@@ -63,7 +63,7 @@ public:
     /// A failure that sets badbit throws.
     std::ostream& stream() {
         if (formatter_ == nullptr) {
-            formatter_ = new (&formatterPlace_) LineFormatter(line_);
+            formatter_ = new (formatterPlace_) LineFormatter(line_);
         }
         return formatter_->stream();
     }
@@ -179,9 +179,7 @@ private:
 
     LineBuffer line_;
     LineFormatter* formatter_ = nullptr;
-    union {
-        LineFormatter formatterPlace_; // made when it is needed
-    };
+    alignas(LineFormatter) unsigned char formatterPlace_[sizeof(LineFormatter)];
 };
 
 } // namespace ZOL::Framework::GenericLogger
