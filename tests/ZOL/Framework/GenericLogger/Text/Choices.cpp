@@ -44,6 +44,13 @@ double Choices::number() {
     }
 }
 
+void* Choices::address() {
+    const auto bits = integer<std::uintptr_t>();
+    void* result = nullptr;
+    std::memcpy(&result, &bits, sizeof result);
+    return result;
+}
+
 std::string Choices::text() {
     // Up to that many pieces, so that a line outgrows its place now and then.
     constexpr std::size_t pieces = 40;

@@ -38,6 +38,7 @@ public:
     }
 
     double number();
+    void* address();
     std::string text();
 
 private:

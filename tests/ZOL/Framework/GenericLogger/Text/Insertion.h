@@ -110,10 +110,10 @@ void insertValue(Stream& stream, Choices& choices) {
         break;
     }
     case 22:
-        stream << reinterpret_cast<const void*>(choices.integer<std::uintptr_t>());
+        stream << static_cast<const void*>(choices.address());
         break;
     case 23:
-        stream << reinterpret_cast<void*>(choices.integer<std::uintptr_t>());
+        stream << choices.address();
         break;
     case 24:
         stream << static_cast<const int*>(nullptr) << nullptr;
