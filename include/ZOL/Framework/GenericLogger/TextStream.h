@@ -166,15 +166,13 @@ private:
 
     void write(const void* address) {
 #if defined(__GLIBCXX__)
-        constexpr bool isKnown = true;
-#else
-        constexpr bool isKnown = false; // looks different in each standard library
-#endif
-        if (formatter_ != nullptr || !isKnown) {
-            stream().operator<<(address);
+        if (formatter_ == nullptr) {
+            const auto number = reinterpret_cast<std::uintptr_t>(address);
+            writeDigits<16>(number, address != nullptr ? "0x" : "");
             return;
         }
-        writeDigits<16>(reinterpret_cast<std::uintptr_t>(address), address != nullptr ? "0x" : "");
+#endif
+        stream().operator<<(address); // looks different in each standard library
     }
 
     LineBuffer line_;
