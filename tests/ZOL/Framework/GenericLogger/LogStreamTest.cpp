@@ -89,6 +89,23 @@ TEST_F(LogStreams, ManipulatorsWorkAndGoOnToHold) {
     EXPECT_EQ(journal, Journal{line("A", 30, "0xff 0x10 0007 true\n")});
 }
 
+TEST_F(LogStreams, ManipulatorsOfEveryKindOfStreamWork) {
+    const auto onStream = [](std::ostream& stream) -> std::ostream& {
+        return stream << "one ";
+    };
+    const auto onCharacters = [](std::ios& stream) -> std::ios& {
+        stream.fill('.');
+        return stream;
+    };
+    const auto onFlags = [](std::ios_base& stream) -> std::ios_base& {
+        stream.width(4);
+        return stream;
+    };
+    log->info() << +onStream << +onCharacters << +onFlags << 7;
+    log->info().stream_ << +onStream << +onCharacters << +onFlags << 7;
+    EXPECT_EQ(journal, (Journal{line("A", 30, "one ...7"), line("A", 30, "one ...7")}));
+}
+
 TEST_F(LogStreams, ALineEndsAtAZeroCharacter) {
     log->info() << "seen" << '\0' << "not seen";
     EXPECT_EQ(journal, Journal{line("A", 30, "seen")});
