@@ -1,5 +1,4 @@
 #include <iomanip>
-#include <optional>
 #include <string>
 
 #include "CountingBackend.h"
@@ -63,8 +62,9 @@ TEST_P(LogStreamOutOfMemory, ACopyThatFailsLeavesTheRightToLogWithTheSource) {
         {
             LogStream source = logger->info();
             source << veryLong;
-            std::optional<LogStream> copy;
-            const Outcome outcome = attempt(failures + 1, [&] { copy.emplace(source); });
+            const Outcome outcome = attempt(failures + 1, [&] {
+                const LogStream copy(source); // NOLINT(performance-unnecessary-copy-initialization)
+            });
             EXPECT_EQ(outcome.threwBadAlloc, outcome.failed);
             failed = outcome.failed;
             if (failed) {
