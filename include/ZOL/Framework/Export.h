@@ -16,6 +16,15 @@
 #define ZOL_BACKEND_EXPORT __attribute__((visibility("default")))
 #endif
 
+// ZOL_FRAMEWORK_NOINLINE gives a module one copy of an inline function in place of one at each
+// call, where the copies would cost the compiler most of its time and the calls are next to
+// nothing.
+#if defined(_MSC_VER)
+#define ZOL_FRAMEWORK_NOINLINE __declspec(noinline)
+#else
+#define ZOL_FRAMEWORK_NOINLINE __attribute__((noinline))
+#endif
+
 // What the module was built with, and its users must not do otherwise. Another standard library
 // than GNU's or Visual C++'s does not catch the module's exceptions; whoever builds the module and
 // all of its users with one and the same other library defines ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY

@@ -2,8 +2,10 @@
 
 #include <ios>
 #include <ostream>
+#include <type_traits>
 #include <utility>
 
+#include "ZOL/Framework/Export.h"
 #include "ZOL/Framework/GenericLogger/LoggingLevel.h"
 #include "ZOL/Framework/GenericLogger/TextStream.h"
 
@@ -37,9 +39,16 @@ public:
     /// Hands the line to the logger unless the right to log was given away. What a channel throws
     /// leaves from here, except while another exception is on its way: then it is lost. A line
     /// whose building failed for lack of memory (std::bad_alloc from the insertion) is not logged.
-    ~LogStream() noexcept(false);
+    ZOL_FRAMEWORK_NOINLINE inline ~LogStream() noexcept(false);
 
-    template <typename Value>
+    template <typename Value, std::enable_if_t<TextStream::isPassedByValue<Value>, int> = 0>
+    LogStream& operator<<(Value value) {
+        stream_ << value;
+        return *this;
+    }
+
+    template <typename Value,
+              std::enable_if_t<!TextStream::isPassedByValue<std::decay_t<Value>>, int> = 0>
     LogStream& operator<<(Value&& value) {
         stream_ << std::forward<Value>(value);
         return *this;

@@ -93,7 +93,7 @@ private:
 
 static_assert(sizeof(Logger) == sizeof(void*), "modules know it as one pointer");
 
-inline LogStream::~LogStream() noexcept(false) {
+LogStream::~LogStream() noexcept(false) {
     if (level_ != LOG_LEVEL_NONE && !stream_.bad()) {
         try {
             logger_->do_log(level_, stream_.c_str());

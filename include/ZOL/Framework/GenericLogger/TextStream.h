@@ -20,6 +20,11 @@ namespace ZOL::Framework::GenericLogger {
 /// the line until something needs the std::ostream: a manipulator, a type of the user's, stream().
 class TextStream {
 public:
+    /// What an insertion takes by value, so that bit-fields will do, and constants that are
+    /// declared only.
+    template <typename T>
+    static constexpr bool isPassedByValue = std::is_arithmetic_v<T> || std::is_enum_v<T>;
+
     TextStream() noexcept {}
     TextStream(const TextStream&) = delete;
     TextStream& operator=(const TextStream&) = delete;
@@ -29,19 +34,46 @@ public:
         }
     }
 
-    template <typename Value>
-    TextStream& operator<<(Value&& value) {
-        if constexpr (isWrittenDirectly<std::decay_t<Value>>) {
-            write(value);
-        } else {
-            stream() << std::forward<Value>(value);
-        }
+    // Each takes exactly its type: what merely converts to it may have an insertion of its own, and
+    // goes to the templates.
+    TextStream& operator<<(bool value) {
+        return isFormatted() ? format(value) : append(value ? "1" : "0", 1);
+    }
+    TextStream& operator<<(char character) { return append(&character, 1); }
+    TextStream& operator<<(signed char character) { return *this << static_cast<char>(character); }
+    TextStream& operator<<(unsigned char character) {
+        return *this << static_cast<char>(character);
+    }
+    TextStream& operator<<(short value) { return appendInteger(value); }
+    TextStream& operator<<(unsigned short value) { return appendInteger(value); }
+    TextStream& operator<<(int value) { return appendInteger(value); }
+    TextStream& operator<<(unsigned value) { return appendInteger(value); }
+    TextStream& operator<<(long value) { return appendInteger(value); }
+    TextStream& operator<<(unsigned long value) { return appendInteger(value); }
+    TextStream& operator<<(long long value) { return appendInteger(value); }
+    TextStream& operator<<(unsigned long long value) { return appendInteger(value); }
+    TextStream& operator<<(float value) { return *this << static_cast<double>(value); }
+    TextStream& operator<<(double value);
+    TextStream& operator<<(const void* address);
+    TextStream& operator<<(void* address) { return *this << static_cast<const void*>(address); }
+    TextStream& operator<<(const char* text);
+    TextStream& operator<<(char* text) { return *this << static_cast<const char*>(text); }
+    TextStream& operator<<(std::string_view text) { return append(text.data(), text.size()); }
+
+    template <typename Value, std::enable_if_t<isPassedByValue<Value>, int> = 0>
+    TextStream& operator<<(Value value) {
+        stream() << value;
         return *this;
     }
 
-    TextStream& operator<<(const char* text) {
-        write(text);
-        return *this;
+    template <typename Value, std::enable_if_t<!isPassedByValue<std::decay_t<Value>>, int> = 0>
+    TextStream& operator<<(Value&& value) {
+        if constexpr (std::is_same_v<std::decay_t<Value>, std::string>) {
+            return append(value.data(), value.size());
+        } else {
+            stream() << std::forward<Value>(value);
+            return *this;
+        }
     }
 
     TextStream& operator<<(std::ostream& (*manipulator)(std::ostream&)) {
@@ -81,103 +113,91 @@ public:
     const char* c_str() { return line_.c_str(); }
 
 private:
-    template <typename T, typename... Types>
-    static constexpr bool isOneOf = (std::is_same_v<T, Types> || ...);
+    // From then on everything goes through the std::ostream: its flags may be of consequence.
+    bool isFormatted() const { return formatter_ != nullptr; }
 
-    // Exactly these: what merely converts to one of them may have an insertion of its own.
-    template <typename T>
-    static constexpr bool isWrittenDirectly =
-        isOneOf<T, bool, char, signed char, unsigned char, short, unsigned short, int, unsigned,
-                long, unsigned long, long long, unsigned long long, float, double, char*,
-                const char*, signed char*, const signed char*, unsigned char*, const unsigned char*,
-                void*, const void*, std::string, std::string_view>;
-
-    // Each goes through the std::ostream once there is one: its flags may be of consequence.
-
-    void write(std::string_view text) {
-        if (formatter_ != nullptr) {
-            stream() << text;
-        } else {
-            line_.append(text.data(), text.size());
-        }
+    template <typename Value>
+    TextStream& format(Value value) {
+        stream().operator<<(value);
+        return *this;
     }
 
-    void write(const char* text) {
-        if (text == nullptr) {
-            stream().setstate(std::ios_base::badbit); // as a std::ostream does; it throws
+    TextStream& append(const char* text, std::size_t size) {
+        if (isFormatted()) {
+            stream() << std::string_view(text, size);
         } else {
-            write(std::string_view(text));
+            line_.append(text, size);
         }
-    }
-    void write(const signed char* text) { write(reinterpret_cast<const char*>(text)); }
-    void write(const unsigned char* text) { write(reinterpret_cast<const char*>(text)); }
-
-    void write(char character) { write(std::string_view(&character, 1)); }
-    void write(signed char character) { write(static_cast<char>(character)); }
-    void write(unsigned char character) { write(static_cast<char>(character)); }
-
-    void write(bool value) {
-        if (formatter_ != nullptr) {
-            stream().operator<<(value);
-        } else {
-            write(value ? '1' : '0');
-        }
+        return *this;
     }
 
-    template <typename Integer, std::enable_if_t<std::is_integral_v<Integer>, int> = 0>
-    void write(Integer value) {
-        if (formatter_ != nullptr) {
-            stream().operator<<(value);
-        } else if (value < 0) {
-            writeDigits<10>(0 - static_cast<unsigned long long>(value), "-");
-        } else {
-            writeDigits<10>(static_cast<unsigned long long>(value), "");
+    template <typename Integer>
+    TextStream& appendInteger(Integer value) {
+        if (isFormatted()) {
+            return format(value);
         }
+        char text[20]; // 18446744073709551615, -9223372036854775808
+        char* const end = text + sizeof text;
+        const auto number = static_cast<unsigned long long>(value);
+        char* begin = writeDigits<10>(value < 0 ? 0 - number : number, end);
+        if (value < 0) {
+            *--begin = '-';
+        }
+        line_.append(begin, static_cast<std::size_t>(end - begin));
+        return *this;
     }
 
     // Not std::to_chars, whose templates for every base double what a line adds to compile time.
     template <unsigned base>
-    void writeDigits(unsigned long long number, std::string_view prefix) {
-        char text[20]; // 18446744073709551615, -9223372036854775808, 0xffffffffffffffff
-        char* const end = text + sizeof text;
-        char* first = end;
+    static char* writeDigits(unsigned long long number, char* end) {
         do {
-            *--first = "0123456789abcdef"[number % base];
+            *--end = "0123456789abcdef"[number % base];
             number /= base;
         } while (number != 0);
-        for (std::size_t i = prefix.size(); i > 0; --i) {
-            *--first = prefix[i - 1];
-        }
-        line_.append(first, static_cast<std::size_t>(end - first));
-    }
-
-    void write(double value) {
-        // Whether one that is not finite shows its sign is the stream's own affair.
-        if (formatter_ != nullptr || !(value - value == 0)) {
-            stream().operator<<(value);
-            return;
-        }
-        constexpr std::size_t most = 16; // -1.23457e-308
-        constexpr int precision = 6;     // a stream's own, as is the format
-        char* const begin = line_.room(most);
-        line_.extendTo(
-            std::to_chars(begin, begin + most, value, std::chars_format::general, precision).ptr);
-    }
-
-    void write(const void* address) {
-#if defined(__GLIBCXX__)
-        if (formatter_ == nullptr) {
-            const auto number = reinterpret_cast<std::uintptr_t>(address);
-            writeDigits<16>(number, address != nullptr ? "0x" : "");
-            return;
-        }
-#endif
-        stream().operator<<(address); // looks different in each standard library
+        return end;
     }
 
     LineBuffer line_;
     LineFormatter* formatter_ = nullptr;
     alignas(LineFormatter) unsigned char formatterPlace_[sizeof(LineFormatter)];
 };
+
+inline TextStream& TextStream::operator<<(const char* text) {
+    if (text == nullptr) {
+        stream().setstate(std::ios_base::badbit); // as a std::ostream does; it throws
+        return *this;
+    }
+    return append(text, std::char_traits<char>::length(text));
+}
+
+inline TextStream& TextStream::operator<<(double value) {
+    // Whether one that is not finite shows its sign is the stream's own affair.
+    if (isFormatted() || !(value - value == 0)) {
+        return format(value);
+    }
+    constexpr std::size_t most = 16; // -1.23457e-308
+    constexpr int precision = 6;     // a stream's own, as is the format
+    char* const begin = line_.room(most);
+    line_.extendTo(
+        std::to_chars(begin, begin + most, value, std::chars_format::general, precision).ptr);
+    return *this;
+}
+
+inline TextStream& TextStream::operator<<(const void* address) {
+#if defined(__GLIBCXX__)
+    if (!isFormatted()) {
+        char text[18]; // 0xffffffffffffffff
+        char* const end = text + sizeof text;
+        char* begin = writeDigits<16>(reinterpret_cast<std::uintptr_t>(address), end);
+        if (address != nullptr) {
+            *--begin = 'x';
+            *--begin = '0';
+        }
+        line_.append(begin, static_cast<std::size_t>(end - begin));
+        return *this;
+    }
+#endif
+    return format(address); // looks different in each standard library
+}
 
 } // namespace ZOL::Framework::GenericLogger

@@ -20,6 +20,13 @@ std::ostream& operator<<(std::ostream& stream, const Point& point) {
     return stream << "(" << point.x << ", " << point.y << ")";
 }
 
+struct Fields {
+    static const int declaredOnly = 17;
+    unsigned small : 3;
+    int negative : 5;
+    LoggingLevel level : 7;
+};
+
 class LogStreams : public support::LoggerFixture {
 protected:
     void SetUp() override {
@@ -80,6 +87,14 @@ TEST_F(LogStreams, PiecesFollowTheTextArgumentInOrder) {
 TEST_F(LogStreams, ThePublicStreamTakesInsertionsToo) {
     log->trace().stream_ << "x=" << std::hex << 255 << Point{1, 2};
     EXPECT_EQ(journal, Journal{line("A", 10, "x=ff(1, 2)")});
+}
+
+TEST_F(LogStreams, BitFieldsAndConstantsWithoutADefinitionAreInsertedLikeAnyNumber) {
+    const Fields fields = {5, -9, LOG_LEVEL_INFO};
+    log->info() << fields.small << ' ' << fields.negative << ' ' << fields.level << ' '
+                << Fields::declaredOnly;
+    log->info().stream_ << fields.level << Fields::declaredOnly;
+    EXPECT_EQ(journal, (Journal{line("A", 30, "5 -9 30 17"), line("A", 30, "3017")}));
 }
 
 TEST_F(LogStreams, ManipulatorsWorkAndGoOnToHold) {

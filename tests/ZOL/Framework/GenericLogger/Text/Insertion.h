@@ -23,6 +23,12 @@ inline std::ostream& operator<<(std::ostream& stream, const Point& point) {
 
 enum Plain { plain = 7 };
 
+/// Nothing of it has a definition to refer to.
+struct Declared {
+    static const int number = 17;
+    static const Plain enumerator = plain;
+};
+
 struct LikeAText {
     operator const char*() const { return "like a text"; }
 };

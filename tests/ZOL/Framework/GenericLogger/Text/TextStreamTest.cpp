@@ -17,8 +17,9 @@ using ZOL::Framework::GenericLogger::TextStream;
 
 namespace {
 
-// Compares a chain of insertions, which parentheses would make one value of, with a
-// std::ostringstream. NOLINTBEGIN(bugprone-macro-parentheses)
+// Compares a chain of insertions with a std::ostringstream. Parentheses would make one value of it.
+//
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define EXPECT_CLASSIC(insertions)                                                                 \
     EXPECT_EQ(text::textOf([&](auto& stream) { stream << insertions; }),                           \
               text::classicTextOf([&](auto& stream) { stream << insertions; }))
@@ -120,6 +121,30 @@ TEST(TextStreams, WriteTypesOfTheUsersOwn) {
     EXPECT_EQ(text::textOf([](auto& stream) { stream << text::Point{3, 4.5}; }), "(   3, 4.5)");
 }
 
+TEST(TextStreams, TakeBitFields) {
+    struct {
+        unsigned small : 3;
+        int negative : 5;
+        bool flag : 1;
+        char character : 8;
+        unsigned long long large : 60;
+        text::Plain enumerator : 4;
+    } const fields = {5, -9, true, 'c', 123456789012, text::plain};
+    const auto insertions = [&](auto& stream) {
+        stream << fields.small << fields.negative << fields.flag << fields.character << fields.large
+               << fields.enumerator << std::hex << fields.small << fields.negative << fields.large;
+    };
+    EXPECT_EQ(text::textOf(insertions).substr(0, 17), "5-91c123456789012");
+    EXPECT_EQ(text::textOf(insertions), text::classicTextOf(insertions));
+}
+
+TEST(TextStreams, TakeConstantsThatAreOnlyDeclared) {
+    EXPECT_EQ(text::textOf([](auto& stream) {
+                  stream << text::Declared::number << text::Declared::enumerator;
+              }),
+              "177");
+}
+
 TEST(TextStreams, ServeAFunctionThatWantsAStreamAndKeepWhatItSets) {
     const auto insertions = [](auto& stream) {
         stream << "before " << 1.2345678;
@@ -188,6 +213,12 @@ TEST(TextStreams, TakeAThirdOfAMillionRandomLinesAsAStreamDoes) {
         };
         ASSERT_EQ(text::textOf(insertions), text::classicTextOf(insertions)) << "line " << line;
     }
+}
+
+TEST(TextStreams, FailAtANullTextAsAStreamDoes) {
+    TextStream stream;
+    EXPECT_THROW(stream << static_cast<const char*>(nullptr), std::ios_base::failure);
+    EXPECT_TRUE(stream.bad());
 }
 
 TEST(TextStreams, TellOfAnInsertionThatFailed) {
