@@ -16,6 +16,17 @@
 #define ZOL_BACKEND_EXPORT __attribute__((visibility("default")))
 #endif
 
+// ZOL_FRAMEWORK_HOT_API is the same for what is called at every message: where the compiler can,
+// the call does not go through the linker's table of jumps.
+#if defined(__has_attribute) && !defined(_WIN32)
+#if __has_attribute(noplt)
+#define ZOL_FRAMEWORK_HOT_API ZOL_FRAMEWORK_API __attribute__((noplt))
+#endif
+#endif
+#if !defined(ZOL_FRAMEWORK_HOT_API)
+#define ZOL_FRAMEWORK_HOT_API ZOL_FRAMEWORK_API
+#endif
+
 // ZOL_FRAMEWORK_NOINLINE gives a module one copy of an inline function in place of one at each
 // call, where the copies would cost the compiler most of its time and the calls are next to
 // nothing.

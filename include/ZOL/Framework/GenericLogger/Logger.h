@@ -56,7 +56,7 @@ public:
 
     /// Whether a message of that level is worth building. The only reader of the minimum level: a
     /// message that is handed over all the same is logged. Takes no lock.
-    ZOL_FRAMEWORK_API bool isLevelActive(LoggingLevel level);
+    ZOL_FRAMEWORK_HOT_API bool isLevelActive(LoggingLevel level);
 
     /// Sets the minimum level. Takes no lock, and gives no ordering to other threads.
     ZOL_FRAMEWORK_API void minLogLevel(LoggingLevel level);
@@ -86,7 +86,7 @@ private:
 
     static void refreshAllLoggers();
 
-    ZOL_FRAMEWORK_API void do_log(LoggingLevel level, const char* text);
+    ZOL_FRAMEWORK_HOT_API void do_log(LoggingLevel level, const char* text);
 
     LoggerImpl* impl_;
 };
