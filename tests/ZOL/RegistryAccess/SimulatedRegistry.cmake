@@ -8,7 +8,11 @@ set(registry_simulation
     ${simulation}/ScarceMemory.cpp
     ${simulation}/ShowText.cpp
     ${simulation}/SimulatedRegistry.cpp)
-set(registry_includes ${simulation} ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
+set(registry_includes
+    ${simulation}
+    ${PROJECT_SOURCE_DIR}/include
+    ${PROJECT_SOURCE_DIR}/src
+    ${PROJECT_SOURCE_DIR}/tests/support)
 
 add_executable(zol_registry_tests
     ${PROJECT_SOURCE_DIR}/tests/support/FailingDemangler.cpp
@@ -34,8 +38,7 @@ add_executable(zol_registry_tests
     Simulated/UpdateValueTest.cpp
     Simulated/ValueLookupTest.cpp)
 target_sources(zol_registry_tests PRIVATE ${ZOL_REGISTRY_ACCESS_SOURCES} ${registry_simulation})
-target_include_directories(zol_registry_tests PRIVATE
-    ${registry_includes} ${PROJECT_SOURCE_DIR}/tests/support)
+target_include_directories(zol_registry_tests PRIVATE ${registry_includes})
 target_link_libraries(zol_registry_tests PRIVATE zol_settings zol_boost_thread zol_gtest_main)
 zol_add_tests(zol_registry_tests)
 

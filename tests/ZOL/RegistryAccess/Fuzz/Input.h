@@ -1,22 +1,17 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 
+#include "ByteChoices.h"
 #include "SimulatedRegistry.h"
 
 namespace fuzz {
 
-/// The fuzzer's bytes, read as choices. Behind their end all choices are the first.
-class Input {
+/// Choices of what is called, and with what.
+class Input : public support::ByteChoices {
 public:
-    Input(const std::uint8_t* bytes, std::size_t size) : next_(bytes), end_(bytes + size) {}
-
-    bool isEmpty() const { return next_ == end_; }
-
-    /// From 0 on, less than limit, which is at most 256.
-    std::size_t below(std::size_t limit) { return byte() % limit; }
+    using ByteChoices::ByteChoices;
 
     std::string keyPath();
     std::string valueName();
@@ -26,12 +21,6 @@ public:
 
     /// Not 0.
     LONG failure();
-
-private:
-    std::uint8_t byte() { return isEmpty() ? std::uint8_t{0} : *next_++; }
-
-    const std::uint8_t* next_;
-    const std::uint8_t* end_;
 };
 
 } // namespace fuzz

@@ -1,21 +1,17 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
 
+#include "ByteChoices.h"
+
 namespace text {
 
-/// Bytes, read as choices. Behind their end all choices are the first.
-class Choices {
+/// Choices of what a line is made of.
+class Choices : public support::ByteChoices {
 public:
-    Choices(const std::uint8_t* bytes, std::size_t size) : next_(bytes), end_(bytes + size) {}
-
-    bool isEmpty() const { return next_ == end_; }
-
-    /// From 0 on, less than limit, which is at most 256.
-    std::size_t below(std::size_t limit) { return byte() % limit; }
+    using ByteChoices::ByteChoices;
 
     /// Any value of the type, bit by bit.
     template <typename Value>
@@ -40,12 +36,6 @@ public:
     double number();
     void* address();
     std::string text();
-
-private:
-    std::uint8_t byte() { return isEmpty() ? std::uint8_t{0} : *next_++; }
-
-    const std::uint8_t* next_;
-    const std::uint8_t* end_;
 };
 
 } // namespace text
