@@ -151,7 +151,10 @@ int main(int argc, char** argv) {
             }
         }
     }
-    std::cerr
-        << "usage: Probe text|line|level-off|known-logger|known-property|known-object TIMES\n";
+    std::cerr << "usage: Probe WORK TIMES, with one of these as WORK:";
+    for (const Work& work : works) {
+        std::cerr << ' ' << work.name;
+    }
+    std::cerr << '\n';
     return EXIT_FAILURE;
 }
