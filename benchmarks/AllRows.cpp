@@ -2,12 +2,12 @@
 
 #include <cstdlib>
 #include <map>
-#include <regex>
 #include <stdexcept>
 #include <thread>
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
+#include "WantedRows.h"
 #include "rows/RowFiles.h"
 
 namespace benchmarks {
@@ -70,15 +70,7 @@ std::vector<Row> allRows(const std::string& expression) {
     // so which rows there are would decide how long the others take.
     std::thread([] {}).join();
 
-    const std::regex wanted(expression);
-    std::vector<Row> rows;
-    for (const Rows& part : parts) {
-        for (std::size_t i = 0; i < part.count; ++i) {
-            if (std::regex_search(part.first[i].work.name, wanted)) {
-                rows.push_back(part.first[i]);
-            }
-        }
-    }
+    std::vector<Row> rows = wantedRows(parts, expression);
     prove(rows);
     return rows;
 }

@@ -1,5 +1,3 @@
-#include <cstdio>
-#include <exception>
 #include <map>
 #include <string>
 #include <vector>
@@ -7,14 +5,14 @@
 #include <benchmark/benchmark.h>
 
 #include "AllRows.h"
-#include "Options.h"
+#include "Driver.h"
 #include "Result.h"
 
 // Measures all rows with Google Benchmark, their repetitions in an order that it picks at random.
 
-namespace {
+namespace benchmarks {
 
-using namespace benchmarks;
+namespace {
 
 std::string nameOf(const Row& row) {
     return std::string(row.work.name) + " / " + row.subject;
@@ -57,7 +55,10 @@ private:
     std::map<std::string, const Row*> rows_;
 };
 
-void measureAll(const Options& options, const std::vector<Row>& rows) {
+} // namespace
+
+void measureAll(const Options& options) {
+    const std::vector<Row> rows = allRows(options.only);
     std::vector<std::string> arguments = {
         "benchmarks",
         "--benchmark_enable_random_interleaving=true",
@@ -83,15 +84,4 @@ void measureAll(const Options& options, const std::vector<Row>& rows) {
     benchmark::RunSpecifiedBenchmarks(&reporter);
 }
 
-} // namespace
-
-int main(int count, char** arguments) {
-    try {
-        const Options options = readOptions(count, arguments);
-        measureAll(options, allRows(options.only));
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "benchmarks: %s\n", error.what());
-        return 1;
-    }
-    return 0;
-}
+} // namespace benchmarks

@@ -31,7 +31,7 @@ public:
     void install();
     void uninstall();
 
-    /// How many bytes have come out so far.
+    /// Where the messages end that come out: counts their bytes while it is told to.
     FarSide& farSide() const;
 
 private:

@@ -1,21 +1,20 @@
 #include <chrono>
-#include <cstdio>
-#include <exception>
 #include <regex>
 #include <stdexcept>
 #include <string>
 
+#include "Driver.h"
 #include "Installation.h"
-#include "Options.h"
 #include "Result.h"
 #include "Texts.h"
 
 // Measures what an installation of a back end costs, in a process of its own: it concerns all
 // loggers that the process has, and they only grow in number.
 
+namespace benchmarks {
+
 namespace {
 
-using namespace benchmarks;
 using Clock = std::chrono::steady_clock;
 using Nanoseconds = std::chrono::duration<double, std::nano>;
 
@@ -76,6 +75,8 @@ void measure(const char* work, int repetitions, Subjects& subjects, Measure&& ti
     }
 }
 
+} // namespace
+
 void measureAll(const Options& options) {
     const std::regex wanted(options.only);
     Subjects subjects;
@@ -99,14 +100,4 @@ void measureAll(const Options& options) {
     }
 }
 
-} // namespace
-
-int main(int count, char** arguments) {
-    try {
-        measureAll(readOptions(count, arguments));
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "benchmarks: %s\n", error.what());
-        return 1;
-    }
-    return 0;
-}
+} // namespace benchmarks

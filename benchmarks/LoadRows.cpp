@@ -1,9 +1,7 @@
-#include <regex>
-#include <string>
-
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
 #include "AllRows.h"
+#include "WantedRows.h"
 
 // The rows of LoadDriver, a program that does not link the framework: each load is the first, and
 // each unload the last.
@@ -53,14 +51,7 @@ constexpr Row rows[] = {
 } // namespace
 
 std::vector<Row> allRows(const std::string& expression) {
-    const std::regex wanted(expression);
-    std::vector<Row> found;
-    for (const Row& row : rows) {
-        if (std::regex_search(row.work.name, wanted)) {
-            found.push_back(row);
-        }
-    }
-    return found;
+    return wantedRows({rowsOf(rows)}, expression);
 }
 
 } // namespace benchmarks

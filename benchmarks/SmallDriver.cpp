@@ -1,19 +1,18 @@
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
-#include <exception>
 #include <random>
 #include <vector>
 
 #include "AllRows.h"
-#include "Options.h"
+#include "Driver.h"
 #include "Result.h"
 
 // Measures all rows as GoogleDriver.cpp does, for where there is no Google Benchmark.
 
+namespace benchmarks {
+
 namespace {
 
-using namespace benchmarks;
 using Nanoseconds = std::chrono::duration<double, std::nano>;
 
 struct Measured {
@@ -49,7 +48,10 @@ std::size_t batchesFor(const Row& row, double nanoseconds) {
     return batches;
 }
 
-void measureAll(const Options& options, const std::vector<Row>& rows) {
+} // namespace
+
+void measureAll(const Options& options) {
+    const std::vector<Row> rows = allRows(options.only);
     const double nanoseconds = Nanoseconds(std::chrono::milliseconds(options.milliseconds)).count();
     std::vector<Measured> all;
     all.reserve(rows.size());
@@ -69,15 +71,4 @@ void measureAll(const Options& options, const std::vector<Row>& rows) {
     }
 }
 
-} // namespace
-
-int main(int count, char** arguments) {
-    try {
-        const Options options = readOptions(count, arguments);
-        measureAll(options, allRows(options.only));
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "benchmarks: %s\n", error.what());
-        return 1;
-    }
-    return 0;
-}
+} // namespace benchmarks

@@ -106,7 +106,8 @@ sizes() { # STRIP MODULE FILE...
     rm -f "$stripped"
 }
 
-# compile_times COMPILER: the sources on standard input, one a line with the flags that it needs.
+# compile_times COMPILER: what to compile on standard input, one a line: the name that it has in the
+# table, the source and the flags that it needs.
 compile_times() {
     local object sources line source start end
     object=$(mktemp)
@@ -114,11 +115,11 @@ compile_times() {
     for ((repetition = 0; repetition < repetitions; ++repetition)); do
         for line in "${sources[@]}"; do
             read -ra line <<<"$line"
-            source=${line[0]}
+            source=benchmarks/compile/${line[1]}.cpp
             start=${EPOCHREALTIME/[.,]/}
-            "$1" -O2 -std=c++17 -c "${line[@]:1}" "benchmarks/compile/$source.cpp" -o "$object"
+            "$1" -O2 -std=c++17 -c "${line[@]:2}" "$source" -o "$object"
             end=${EPOCHREALTIME/[.,]/}
-            printf '%s\t%d.%03d\n' "$source" $(((end - start) / 1000)) $(((end - start) % 1000))
+            printf '%s\t%d.%03d\n' "${line[0]}" $(((end - start) / 1000)) $(((end - start) % 1000))
         done
     done
     rm -f "$object"
@@ -142,20 +143,20 @@ windows_sizes() {
 }
 
 linux_sources() {
-    echo "Empty"
-    echo "Zol -Iinclude"
-    echo "Spdlog -DSPDLOG_FMT_EXTERNAL -DFMT_HEADER_ONLY"
-    echo "SpdlogLibrary $(pkg-config --cflags spdlog)"
-    echo "Log4cplus $(pkg-config --cflags log4cplus)"
-    echo "BoostLog -DBOOST_LOG_DYN_LINK"
-    echo "Log4cxx $(pkg-config --cflags liblog4cxx)"
-    echo "Glog $(pkg-config --cflags libglog)"
+    echo "Empty Empty"
+    echo "Zol Zol -Iinclude"
+    echo "Spdlog Spdlog -DSPDLOG_FMT_EXTERNAL -DFMT_HEADER_ONLY"
+    echo "SpdlogLibrary Spdlog $(pkg-config --cflags spdlog)"
+    echo "Log4cplus Log4cplus $(pkg-config --cflags log4cplus)"
+    echo "BoostLog BoostLog -DBOOST_LOG_DYN_LINK"
+    echo "Log4cxx Log4cxx $(pkg-config --cflags liblog4cxx)"
+    echo "Glog Glog $(pkg-config --cflags libglog)"
 }
 
 windows_sources() {
-    echo "Empty"
-    echo "Zol -Iinclude"
-    echo "Spdlog -DSPDLOG_FMT_EXTERNAL -DFMT_HEADER_ONLY -isystem build/deps/include"
+    echo "Empty Empty"
+    echo "Zol Zol -Iinclude"
+    echo "Spdlog Spdlog -DSPDLOG_FMT_EXTERNAL -DFMT_HEADER_ONLY -isystem build/deps/include"
 }
 
 bench() { # PLATFORM COMPILER DRIVER PEER...

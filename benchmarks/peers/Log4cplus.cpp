@@ -4,11 +4,8 @@
 #include <log4cplus/loggingmacros.h>
 #include <log4cplus/spi/loggingevent.h>
 
-#include "../Names.h"
 #include "../Texts.h"
-#include "../TwoThreads.h"
-#include "../Works.h"
-#include "Peer.h"
+#include "PeerRows.h"
 
 namespace {
 
@@ -42,66 +39,53 @@ Logger& logger() {
     return logger;
 }
 
-void runText(std::size_t n) {
-    const Logger& target = logger();
-    for (std::size_t i = 0; i < n; ++i) {
-        LOG4CPLUS_INFO_STR(target, fortyCharacters);
+struct Log4cplus {
+    static void runText(std::size_t n) {
+        const Logger& target = logger();
+        for (std::size_t i = 0; i < n; ++i) {
+            LOG4CPLUS_INFO_STR(target, fortyCharacters);
+        }
     }
-}
 
-void runLine(std::size_t n) {
-    const Logger& target = logger();
-    const std::string& word = lineWord();
-    for (std::size_t i = 0; i < n; ++i) {
-        LOG4CPLUS_INFO(target,
-                       lineStart << static_cast<int>(i) << ' ' << lineNumber << ' ' << word);
+    static void runLine(std::size_t n) {
+        const Logger& target = logger();
+        const std::string& word = lineWord();
+        for (std::size_t i = 0; i < n; ++i) {
+            LOG4CPLUS_INFO(target,
+                           lineStart << static_cast<int>(i) << ' ' << lineNumber << ' ' << word);
+        }
     }
-}
 
-void runAsked(std::size_t n) {
-    const Logger& target = logger();
-    for (std::size_t i = 0; i < n; ++i) {
-        keep(target.isEnabledFor(log4cplus::DEBUG_LOG_LEVEL));
+    static void runAsked(std::size_t n) {
+        const Logger& target = logger();
+        for (std::size_t i = 0; i < n; ++i) {
+            keep(target.isEnabledFor(log4cplus::DEBUG_LOG_LEVEL));
+        }
     }
-}
 
-void runOffLine(std::size_t n) {
-    const Logger& target = logger();
-    const std::string& word = lineWord();
-    for (std::size_t i = 0; i < n; ++i) {
-        LOG4CPLUS_DEBUG(target,
-                        lineStart << static_cast<int>(i) << ' ' << lineNumber << ' ' << word);
+    static void runOffLine(std::size_t n) {
+        const Logger& target = logger();
+        const std::string& word = lineWord();
+        for (std::size_t i = 0; i < n; ++i) {
+            LOG4CPLUS_DEBUG(target,
+                            lineStart << static_cast<int>(i) << ' ' << lineNumber << ' ' << word);
+        }
     }
-}
 
-void prepareNames() {
-    forAllNames([](const std::string& name) { Logger::getInstance(name); });
-}
+    static void prepareNames() {
+        forAllNames([](const std::string& name) { Logger::getInstance(name); });
+    }
 
-template <std::size_t length>
-void runNames(std::size_t n) {
-    inTurn<length>(n, [](const std::string& name) { keep(Logger::getInstance(name)); });
-}
+    template <std::size_t length>
+    static void runNames(std::size_t n) {
+        inTurn<length>(n, [](const std::string& name) { keep(Logger::getInstance(name)); });
+    }
 
-std::size_t taken() {
-    return bytes;
-}
-
-constexpr const char* subject = "log4cplus";
-
-constexpr Row rows[] = {
-    {plainText, Role::Peer, subject, runText, nullptr, nullptr, delivered<runText, taken>},
-    {plainTextTwoThreads, Role::Peer, subject, onTwoThreads<runText>, nullptr, nullptr,
-     delivered<onTwoThreads<runText>, taken>},
-    {typedLine, Role::Peer, subject, runLine, nullptr, nullptr, delivered<runLine, taken>},
-    {levelAsked, Role::Peer, subject, runAsked},
-    {levelOffLine, Role::Peer, subject, runOffLine, nullptr, nullptr, delivered<runOffLine, taken>},
-    {shortNames, Role::Peer, subject, runNames<shortNameLength>, prepareNames},
-    {longNames, Role::Peer, subject, runNames<longNameLength>, prepareNames},
+    static std::size_t taken() { return bytes; }
 };
 
 } // namespace
 
 Rows benchmarkRows() {
-    return rowsOf(rows);
+    return rowsOfPeer<Log4cplus>("log4cplus");
 }

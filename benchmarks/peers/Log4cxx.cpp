@@ -3,11 +3,8 @@
 #include <log4cxx/logger.h>
 #include <log4cxx/logmanager.h>
 
-#include "../Names.h"
 #include "../Texts.h"
-#include "../TwoThreads.h"
-#include "../Works.h"
-#include "Peer.h"
+#include "PeerRows.h"
 
 namespace {
 
@@ -42,66 +39,53 @@ const LoggerPtr& logger() {
     return logger;
 }
 
-void runText(std::size_t n) {
-    const LoggerPtr& target = logger();
-    for (std::size_t i = 0; i < n; ++i) {
-        target->info(fortyCharacters);
+struct Log4cxx {
+    static void runText(std::size_t n) {
+        const LoggerPtr& target = logger();
+        for (std::size_t i = 0; i < n; ++i) {
+            target->info(fortyCharacters);
+        }
     }
-}
 
-// With fmt, which the library's documentation recommends for speed.
-void runLine(std::size_t n) {
-    const LoggerPtr& target = logger();
-    const std::string& word = lineWord();
-    for (std::size_t i = 0; i < n; ++i) {
-        LOG4CXX_INFO_FMT(target, "text {} {} {}", static_cast<int>(i), lineNumber, word);
+    // With fmt, which the library's documentation recommends for speed.
+    static void runLine(std::size_t n) {
+        const LoggerPtr& target = logger();
+        const std::string& word = lineWord();
+        for (std::size_t i = 0; i < n; ++i) {
+            LOG4CXX_INFO_FMT(target, "text {} {} {}", static_cast<int>(i), lineNumber, word);
+        }
     }
-}
 
-void runAsked(std::size_t n) {
-    const LoggerPtr& target = logger();
-    for (std::size_t i = 0; i < n; ++i) {
-        keep(Logger::isDebugEnabledFor(target));
+    static void runAsked(std::size_t n) {
+        const LoggerPtr& target = logger();
+        for (std::size_t i = 0; i < n; ++i) {
+            keep(Logger::isDebugEnabledFor(target));
+        }
     }
-}
 
-void runOffLine(std::size_t n) {
-    const LoggerPtr& target = logger();
-    const std::string& word = lineWord();
-    for (std::size_t i = 0; i < n; ++i) {
-        LOG4CXX_DEBUG_FMT(target, "text {} {} {}", static_cast<int>(i), lineNumber, word);
+    static void runOffLine(std::size_t n) {
+        const LoggerPtr& target = logger();
+        const std::string& word = lineWord();
+        for (std::size_t i = 0; i < n; ++i) {
+            LOG4CXX_DEBUG_FMT(target, "text {} {} {}", static_cast<int>(i), lineNumber, word);
+        }
     }
-}
 
-void prepareNames() {
-    logger();
-    forAllNames([](const std::string& name) { Logger::getLogger(name); });
-}
+    static void prepareNames() {
+        logger();
+        forAllNames([](const std::string& name) { Logger::getLogger(name); });
+    }
 
-template <std::size_t length>
-void runNames(std::size_t n) {
-    inTurn<length>(n, [](const std::string& name) { keep(Logger::getLogger(name)); });
-}
+    template <std::size_t length>
+    static void runNames(std::size_t n) {
+        inTurn<length>(n, [](const std::string& name) { keep(Logger::getLogger(name)); });
+    }
 
-std::size_t taken() {
-    return bytes;
-}
-
-constexpr const char* subject = "log4cxx";
-
-constexpr Row rows[] = {
-    {plainText, Role::Peer, subject, runText, nullptr, nullptr, delivered<runText, taken>},
-    {plainTextTwoThreads, Role::Peer, subject, onTwoThreads<runText>, nullptr, nullptr,
-     delivered<onTwoThreads<runText>, taken>},
-    {typedLine, Role::Peer, subject, runLine, nullptr, nullptr, delivered<runLine, taken>},
-    {levelAsked, Role::Peer, subject, runAsked},
-    {levelOffLine, Role::Peer, subject, runOffLine, nullptr, nullptr, delivered<runOffLine, taken>},
-    {shortNames, Role::Peer, subject, runNames<shortNameLength>, prepareNames},
-    {longNames, Role::Peer, subject, runNames<longNameLength>, prepareNames},
+    static std::size_t taken() { return bytes; }
 };
 
 } // namespace
 
 Rows benchmarkRows() {
-    return rowsOf(rows);
+    return rowsOfPeer<Log4cxx>("log4cxx");
 }

@@ -1,9 +1,9 @@
-#include "SpdlogRows.h"
+#include "Spdlog.h"
 
 #if defined(SPDLOG_COMPILED_LIB)
 #error "this is the peer without the library"
 #endif
 
 benchmarks::Rows benchmarkRows() {
-    return benchmarks::spdlogRows("spdlog header-only");
+    return benchmarks::rowsOfPeer<benchmarks::Spdlog>("spdlog header-only");
 }

@@ -1,9 +1,9 @@
-#include "SpdlogRows.h"
+#include "Spdlog.h"
 
 #if !defined(SPDLOG_COMPILED_LIB)
 #error "this is the peer with the library"
 #endif
 
 benchmarks::Rows benchmarkRows() {
-    return benchmarks::spdlogRows("spdlog library");
+    return benchmarks::rowsOfPeer<benchmarks::Spdlog>("spdlog library");
 }
