@@ -4,6 +4,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "ZOL/Framework/Export.h"
+
 namespace ZOL::Framework::GenericLogger {
 
 /// The characters of a line: the first few hundred in place, more than that on the heap.
@@ -46,7 +48,7 @@ public:
 private:
     static constexpr std::size_t inPlaceSize = 400;
 
-    void grow(std::size_t size) {
+    ZOL_FRAMEWORK_NOINLINE void grow(std::size_t size) {
         std::size_t larger = capacity_ * 2;
         if (larger < size_ + size) {
             larger = size_ + size;

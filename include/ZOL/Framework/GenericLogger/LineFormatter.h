@@ -4,6 +4,7 @@
 #include <ostream>
 #include <streambuf>
 
+#include "ZOL/Framework/Export.h"
 #include "ZOL/Framework/GenericLogger/LineBuffer.h"
 
 namespace ZOL::Framework::GenericLogger {
@@ -17,6 +18,7 @@ public:
         stream_.exceptions(std::ios_base::badbit);
     }
 
+    ZOL_FRAMEWORK_NOINLINE ~LineFormatter() {}
     std::ostream& stream() { return stream_; }
     bool isBad() const { return stream_.bad(); }
 

@@ -23,14 +23,12 @@ class Logger;
 class LogStream {
 public:
     LogStream(Logger* logger, LoggingLevel level, const char* text)
-        : logger_(logger), level_(level) {
-        stream_ << text;
-    }
+        : logger_(logger), level_(level), stream_(text) {}
 
     /// Moves the right to log: the new object takes the text written so far, the source logs
     /// nothing any more.
-    LogStream(const LogStream& other) : logger_(other.logger_), level_(other.level_) {
-        stream_ << other.stream_.view();
+    LogStream(const LogStream& other)
+        : logger_(other.logger_), level_(other.level_), stream_(other.stream_.view()) {
         other.level_ = LOG_LEVEL_NONE;
     }
 

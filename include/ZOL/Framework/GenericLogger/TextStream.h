@@ -10,6 +10,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "ZOL/Framework/Export.h"
 #include "ZOL/Framework/GenericLogger/LineBuffer.h"
 #include "ZOL/Framework/GenericLogger/LineFormatter.h"
 
@@ -26,6 +27,7 @@ public:
     static constexpr bool isPassedByValue = std::is_arithmetic_v<T> || std::is_enum_v<T>;
 
     TextStream() noexcept {}
+    explicit TextStream(std::string_view text) { line_.append(text.data(), text.size()); }
     TextStream(const TextStream&) = delete;
     TextStream& operator=(const TextStream&) = delete;
     ~TextStream() {
@@ -39,7 +41,14 @@ public:
     TextStream& operator<<(bool value) {
         return isFormatted() ? format(value) : append(value ? "1" : "0", 1);
     }
-    TextStream& operator<<(char character) { return append(&character, 1); }
+    ZOL_FRAMEWORK_NOINLINE TextStream& operator<<(char character) {
+        if (isFormatted()) {
+            stream() << character;
+        } else {
+            line_.append(&character, 1);
+        }
+        return *this;
+    }
     TextStream& operator<<(signed char character) { return *this << static_cast<char>(character); }
     TextStream& operator<<(unsigned char character) {
         return *this << static_cast<char>(character);
@@ -53,7 +62,7 @@ public:
     TextStream& operator<<(long long value) { return appendInteger(value); }
     TextStream& operator<<(unsigned long long value) { return appendInteger(value); }
     TextStream& operator<<(float value) { return *this << static_cast<double>(value); }
-    TextStream& operator<<(double value);
+    ZOL_FRAMEWORK_NOINLINE inline TextStream& operator<<(double value);
     TextStream& operator<<(const void* address);
     TextStream& operator<<(void* address) { return *this << static_cast<const void*>(address); }
     TextStream& operator<<(const char* text);
@@ -93,7 +102,7 @@ public:
 
     /// For whatever works on a std::ostream. Flags that are set there hold for all that follows.
     /// A failure that sets badbit throws.
-    std::ostream& stream() {
+    ZOL_FRAMEWORK_NOINLINE std::ostream& stream() {
         if (formatter_ == nullptr) {
             formatter_ = new (formatterPlace_) LineFormatter(line_);
         }
@@ -122,7 +131,7 @@ private:
         return *this;
     }
 
-    TextStream& append(const char* text, std::size_t size) {
+    ZOL_FRAMEWORK_NOINLINE TextStream& append(const char* text, std::size_t size) {
         if (isFormatted()) {
             stream() << std::string_view(text, size);
         } else {
@@ -132,7 +141,7 @@ private:
     }
 
     template <typename Integer>
-    TextStream& appendInteger(Integer value) {
+    ZOL_FRAMEWORK_NOINLINE TextStream& appendInteger(Integer value) {
         if (isFormatted()) {
             return format(value);
         }
@@ -170,7 +179,7 @@ inline TextStream& TextStream::operator<<(const char* text) {
     return append(text, std::char_traits<char>::length(text));
 }
 
-inline TextStream& TextStream::operator<<(double value) {
+TextStream& TextStream::operator<<(double value) {
     // Whether one that is not finite shows its sign is the stream's own affair.
     if (isFormatted() || !(value - value == 0)) {
         return format(value);
