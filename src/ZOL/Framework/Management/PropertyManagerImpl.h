@@ -3,6 +3,7 @@
 #include <map>
 
 #include "ZOL/Framework/Management/PropertyManager.h"
+#include "ZOL/Framework/Management/UnitOrder.h"
 
 namespace ZOL::Framework::Management {
 
@@ -16,7 +17,7 @@ public:
     void clearProperty(const WideString& name) override;
 
 private:
-    std::map<WideString, WideString> properties_;
+    std::map<WideString, WideString, UnitOrder> properties_;
 };
 
 } // namespace ZOL::Framework::Management

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+#include "ZOL/Framework/Management/PropertyManager.h"
+
+namespace ZOL::Framework::Management {
+
+/// The lexicographic order of the units, as the strings' own `<` has it. That one compares unit by
+/// unit what mostly begins alike.
+struct UnitOrder {
+    bool operator()(const WideString& left, const WideString& right) const noexcept {
+        constexpr std::size_t stride = 4; // what a processor compares at once
+        const auto* const a = left.data();
+        const auto* const b = right.data();
+        const std::size_t common = std::min(left.size(), right.size());
+        std::size_t i = 0;
+        while (common - i >= stride && std::memcmp(a + i, b + i, stride * sizeof *a) == 0) {
+            i += stride;
+        }
+        while (i < common && a[i] == b[i]) {
+            ++i;
+        }
+        return i < common ? a[i] < b[i] : left.size() < right.size();
+    }
+};
+
+} // namespace ZOL::Framework::Management
