@@ -3,6 +3,8 @@
 add_library(zol_settings INTERFACE)
 target_compile_features(zol_settings INTERFACE cxx_std_17)
 set(CMAKE_CXX_EXTENSIONS OFF)
+# Code of one platform lies in a folder of this name beside the common files.
+string(TOLOWER ${CMAKE_SYSTEM_NAME} ZOL_PLATFORM)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # accept-boundary.sh: stores the module's present boundary as the one to hold: exported names,
-# layouts, slots and exception types in tests/boundary/goldens. Read what it changed before you
+# layouts, slots and exception types in tests/abi/goldens. Read what it changed before you
 # commit it; docs/binary-contract.md tells what a release may change.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -21,7 +21,7 @@ scripts/wine.sh build/windows/bin/zol_boundary_tests.exe --gtest_brief=1
 say "windows: building with clang and storing"
 ctest --preset windows -R OtherBuilds.FrameworkOfClangInReleaseAsCxx23
 say "Visual C++: storing"
-tests/boundary/msvc/check.sh --accept
+tests/abi/msvc/check.sh --accept
 
-git --no-pager diff --stat -- tests/boundary/goldens
-say "stored; 'git diff tests/boundary/goldens' shows what changed"
+git --no-pager diff --stat -- tests/abi/goldens
+say "stored; 'git diff tests/abi/goldens' shows what changed"

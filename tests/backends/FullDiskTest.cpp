@@ -11,7 +11,7 @@
 #include "ZOL/Framework/GenericLogger/Logger.h"
 
 #include "FreshFolder.h"
-#include "PrivateMountsLinux.h"
+#include "linux/PrivateMounts.h"
 #include "Property.h"
 
 using namespace ZOL::Framework::GenericLogger;

@@ -14,7 +14,7 @@
 
 #include "FreshProcess.h"
 #include "ListeningSocketLinux.h"
-#include "PrivateMountsLinux.h"
+#include "linux/PrivateMounts.h"
 #include "Property.h"
 
 using namespace ZOL::Framework::GenericLogger;

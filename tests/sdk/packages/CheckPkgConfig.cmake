@@ -1,0 +1,43 @@
+# Compiles and runs a program with what pkg-config says, and nothing else.
+#
+# cmake -DPACKAGE=... -DWORK=... -DPKG_CONFIG=... -DCOMPILER=... -DEMULATOR=... -DVERSION=...
+#       -P CheckPkgConfig.cmake
+
+cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/../../support/Run.cmake)
+
+# ask(<module> <option>...): leaves the answer in <flags>.
+function(ask module)
+    set(ENV{PKG_CONFIG_LIBDIR} "${PACKAGE}/lib/pkgconfig")
+    run(${PKG_CONFIG} ${ARGN} ${module})
+    separate_arguments(flags UNIX_COMMAND "${output}")
+    set(flags "${flags}" PARENT_SCOPE)
+endfunction()
+
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
+ask(ZOL_Framework --modversion)
+if(NOT flags STREQUAL "${VERSION}\n" AND NOT flags STREQUAL VERSION)
+    message(FATAL_ERROR "pkg-config knows version '${flags}' in place of ${VERSION}")
+endif()
+
+ask(ZOL_Framework --cflags --libs)
+run(${COMPILER} -std=c++17 ${CMAKE_CURRENT_LIST_DIR}/pkgconfig/Program.cpp -o ${WORK}/program.exe
+    ${flags})
+if(EMULATOR)
+    set(ENV{WINEPATH} "Z:${PACKAGE}/bin")
+else()
+    set(ENV{LD_LIBRARY_PATH} "${PACKAGE}/lib")
+endif()
+run(${EMULATOR} ${WORK}/program.exe)
+string(STRIP "${output}" output)
+if(NOT output STREQUAL "counted to two: 1")
+    message(FATAL_ERROR "the program wrote '${output}'")
+endif()
+
+# Links only if nothing is missing.
+if(EMULATOR)
+    ask(ZOL_RegistryAccess --cflags --libs)
+    run(${COMPILER} -std=c++17 -shared ${CMAKE_CURRENT_LIST_DIR}/../consumer/RegistryModule.cpp
+        -o ${WORK}/registry.dll ${flags})
+endif()

@@ -1,0 +1,28 @@
+# Copies the plug-in project of the SDK, builds it with what is in the SDK alone, and runs its tests.
+#
+# cmake -DPACKAGE=... -DWORK=... -DGENERATOR=... -DCOMPILER=... -DWINDOWS=0|1
+#       -DWINEPREFIX=<of the tree> -P CheckTemplate.cmake
+
+cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/../../support/Run.cmake)
+
+file(REMOVE_RECURSE ${WORK})
+file(COPY "${PACKAGE}/share/zol-framework/templates/backend/" DESTINATION ${WORK}/mine)
+if(WINDOWS)
+    set(compiler "-DCMAKE_TOOLCHAIN_FILE=${PACKAGE}/share/zol-framework/mingw-w64.cmake")
+    # The SDK knows nothing of this tree's place for Wine.
+    if(DEFINED ENV{ZOL_WINEPREFIX})
+        set(WINEPREFIX $ENV{ZOL_WINEPREFIX})
+    endif()
+    set(ENV{WINEPREFIX} ${WINEPREFIX})
+    set(ENV{WINEDEBUG} -all)
+else()
+    set(compiler -DCMAKE_CXX_COMPILER=${COMPILER})
+endif()
+run(${CMAKE_COMMAND} -S ${WORK}/mine -B ${WORK}/build -G ${GENERATOR} ${compiler}
+    -DCMAKE_BUILD_TYPE=Release "-DCMAKE_PREFIX_PATH=${PACKAGE}")
+run(${CMAKE_COMMAND} --build ${WORK}/build)
+run(${CMAKE_CTEST_COMMAND} --test-dir ${WORK}/build --output-on-failure --no-tests=error)
+if(NOT output MATCHES "100% tests passed, 0 tests failed out of 2")
+    message(FATAL_ERROR "the project's tests are not what they were:\n${output}")
+endif()
