@@ -1,93 +1,160 @@
 #!/usr/bin/env bash
-# setup.sh [benchmarks]: installs what a bare Debian 12 lacks to build and test both platforms, and
-# lays the headers and sources that the cross build uses into build/deps; with the argument, also what
-# scripts/bench.sh compares with. A second run costs nothing.
+# setup.sh [PROFILE] [windows|linux]: installs what a bare Debian 12 or 13 lacks for a job, on one
+# platform or on both, and puts the headers and sources that the cross build uses into build/deps.
+# A second run costs nothing. Profiles, each with what the ones before it need:
+#   demo        compilers, CMake, Boost, spdlog and fmt; Wine for Windows
+#   sdk         the libraries of zol-backend-check, and what makes packages
+#   test        what scripts/test.sh needs (the default)
+#   all         what scripts/test.sh all needs: clang's sanitizers, Visual C++'s ABI, the documents
+#   benchmarks  demo, and the libraries that scripts/bench.sh compares with
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 say() { echo "setup: $*"; }
 die() { echo "setup: $*" >&2; exit 1; }
+usage="usage: scripts/setup.sh [demo|sdk|test|all|benchmarks] [windows|linux]"
 
-packages=(
-    g++ clang cmake ninja-build                 # native builds
-    libclang-rt-14-dev                          # clang's sanitizers and fuzzer
-    g++-mingw-w64-x86-64-posix                  # cross build
-    wine wine64                                 # runs what the cross build makes
-    libboost-dev libboost-thread-dev libspdlog-dev libfmt-dev
-    libcli11-dev nlohmann-json3-dev             # the tool that checks back ends
-    googletest
-    clang-format clang-tidy
-    clang-19 llvm-19 libc++-19-dev libwine-dev  # Visual C++'s binary interface, without Visual C++
-    valgrind                                    # counts the instructions of the hot paths
-    xz-utils
-    dpkg-dev file gdb libxml2-utils pkgconf     # the packages, and what their tests look with
-    doxygen furo python3-breathe python3-myst-parser python3-sphinx python3-sphinx-copybutton # the site
-)
+profile=test
 case ${1-} in
-    '') ;;
-    benchmarks)
-        packages+=(
-            libbenchmark-dev pkgconf
-            libspdlog-dev liblog4cplus-dev libboost-log-dev liblog4cxx-dev libgoogle-glog-dev # peers
-        ) ;;
-    *) die "usage: scripts/setup.sh [benchmarks]" ;;
+    demo|sdk|test|all|benchmarks) profile=$1; shift ;;
 esac
+case ${1-} in
+    '') platforms=(windows linux) ;;
+    windows|linux) platforms=("$1"); shift ;;
+    *) die "$usage" ;;
+esac
+[ $# = 0 ] || die "$usage"
 deps=build/deps
+
+# has WORD LIST...: whether the word is one of the list.
+has() {
+    local word=$1
+    shift
+    [[ " $* " = *" $word "* ]]
+}
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-missing=()
-for package in "${packages[@]}"; do
-    status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
-    [ "$status" = installed ] || missing+=("$package")
-done
-if [ ${#missing[@]} -gt 0 ]; then
-    say "installing ${missing[*]}"
+missing() { # PACKAGE...: those that are not installed, a line each
+    local package status
+    for package in "$@"; do
+        status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+        [ "$status" = installed ] || echo "$package"
+    done
+}
+
+updated=no
+update() { # once: the lists of a new machine are empty or old
+    [ "$updated" = no ] || return 0
+    local log
     log=$(mktemp)
-    { as_root apt-get update &&
-      as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
-    } >"$log" 2>&1 || { tail -n 20 "$log" >&2; die "apt-get failed, its whole output is in $log"; }
+    as_root apt-get update >"$log" 2>&1 || { tail -n 20 "$log" >&2; die "apt-get update failed"; }
     rm -f "$log"
+    updated=yes
+}
+
+install() { # PACKAGE...
+    local packages log
+    mapfile -t packages < <(missing "$@")
+    [ ${#packages[@]} -gt 0 ] || return 0
+    update
+    say "installing ${packages[*]}"
+    log=$(mktemp)
+    as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends "${packages[@]}" >"$log" 2>&1 ||
+        { tail -n 20 "$log" >&2; die "apt-get failed, its whole output is in $log"; }
+    rm -f "$log"
+}
+
+# An LLVM that can build for Visual C++'s ABI with Wine's headers: the oldest that can, and that is
+# installed with all its parts or is offered by this release.
+oldest_llvm=19
+llvm_packages() { echo "clang-$1 llvm-$1 libc++-$1-dev"; }
+suitable_llvm() { # COMMAND...: of those versions for whose packages the command succeeds
+    local version
+    for version in $(sed 's/^clang-\([0-9]*\)$/\1/' | sort -n); do
+        # shellcheck disable=SC2046
+        if [ "$version" -ge "$oldest_llvm" ] && "$@" $(llvm_packages "$version"); then
+            echo "$version"
+            return
+        fi
+    done
+}
+are_installed() { [ -z "$(missing "$@")" ]; }
+are_offered() { apt-cache show "$@" >/dev/null 2>&1; }
+
+packages=(cmake ninja-build libboost-dev libspdlog-dev libfmt-dev)
+if has linux "${platforms[@]}"; then
+    packages+=(g++ libboost-thread-dev)
 fi
-
-# Boost.Thread is a compiled library, and Debian builds it for Linux alone: fetch the sources that
-# belong to the installed headers.
-version=$(dpkg-query -W -f '${source:Version}' libboost1.74-dev)
-if [ "$(cat "$deps/boost-thread/version" 2>/dev/null || true)" != "$version" ]; then
-    say "fetching the sources of Boost.Thread $version"
-    rm -rf "$deps/boost-thread" "$deps/fetch"
-    mkdir -p "$deps/fetch/lists/partial"
-
-    # The archive that offers the headers has the sources too; the machine's own lists stay as they are.
-    apt-cache policy libboost1.74-dev |
-        awk '/^ +[0-9]+ [a-z]+:\/\// { split($3, part, "/"); print "deb-src", $2, part[1], part[2] }' |
-        sort -u >"$deps/fetch/sources.list"
-    [ -s "$deps/fetch/sources.list" ] || die "no archive offers libboost1.74-dev: run apt-get update"
-
-    root=$PWD/$deps/fetch
-    apt=(apt-get -q
-        -o "Dir::Etc::SourceList=$root/sources.list" -o Dir::Etc::SourceParts=-
-        -o "Dir::State::Lists=$root/lists" -o APT::Sandbox::User=root)
-    if ! (
-        cd "$root" && "${apt[@]}" update &&
-        "${apt[@]}" source --download-only --only-source "boost1.74=$version"
-    ) >"$deps/fetch/log" 2>&1; then
-        tail -n 20 "$deps/fetch/log" >&2
-        die "cannot fetch the sources of boost1.74 $version"
+if has windows "${platforms[@]}"; then
+    packages+=(g++-mingw-w64-x86-64-posix wine wine64 xz-utils)
+fi
+if has "$profile" sdk test all; then
+    packages+=(libcli11-dev nlohmann-json3-dev dpkg-dev)
+    if has linux "${platforms[@]}"; then
+        packages+=(libelf-dev file)
     fi
-    mkdir -p "$deps/boost-thread"
-    tar -xJf "$root"/boost1.74_*.orig.tar.xz -C "$deps/boost-thread" --strip-components=4 \
-        --wildcards '*/libs/thread/src/win32/*'
-    rm -rf "$deps/fetch"
-    echo "$version" >"$deps/boost-thread/version"
+fi
+if has "$profile" test all; then
+    packages+=(ccache googletest clang clang-format clang-tidy python3)
+    if has linux "${platforms[@]}"; then
+        packages+=(g++ valgrind)
+    fi
+fi
+if [ "$profile" = all ]; then
+    packages+=(
+        gdb libxml2-utils pkgconf # what the tests of the packages look with
+        doxygen furo python3-breathe python3-myst-parser python3-sphinx python3-sphinx-copybutton # the site
+        libwine-dev)              # the C headers for Visual C++'s ABI
+fi
+if [ "$profile" = benchmarks ]; then
+    packages+=(pkgconf libspdlog-dev)
+    if has linux "${platforms[@]}"; then
+        packages+=(libbenchmark-dev liblog4cplus-dev libboost-log-dev liblog4cxx-dev libgoogle-glog-dev)
+    fi
+fi
+install "${packages[@]}"
+
+if [ "$profile" = all ]; then
+    # The sanitizers and the fuzzer of the release's own clang, whose version is found.
+    version=$(clang -dumpversion)
+    install "libclang-rt-${version%%.*}-dev"
+    llvm=$(dpkg-query -W -f '${Package}\n' 'clang-*' | grep -xE 'clang-[0-9]+' | suitable_llvm are_installed)
+    if [ -z "$llvm" ]; then
+        update
+        llvm=$(apt-cache pkgnames clang- | grep -xE 'clang-[0-9]+' | suitable_llvm are_offered)
+        [ -n "$llvm" ] || die "this release offers no LLVM $oldest_llvm or newer"
+        # shellcheck disable=SC2046
+        install $(llvm_packages "$llvm")
+    fi
 fi
 
-# Links to the header-only parts, so that nothing else of the Linux headers leaks into the cross build.
-mkdir -p "$deps/include"
-for header in boost spdlog fmt CLI nlohmann; do
-    ln -sfn "/usr/include/$header" "$deps/include/$header"
-done
+if has windows "${platforms[@]}"; then
+    # Boost.Thread is a compiled library, and Debian builds it for Linux only: fetch the sources that
+    # belong to the installed headers.
+    headers=$(dpkg-query -W -f '${Depends}' libboost-dev | grep -oE 'libboost[0-9.]+-dev' | head -n 1)
+    [ -n "$headers" ] || die "libboost-dev does not name the package with the headers"
+    source=$(dpkg-query -W -f '${source:Package}' "$headers")
+    version=$(dpkg-query -W -f '${source:Version}' "$headers")
+    if [ "$(cat "$deps/boost-thread/version" 2>/dev/null || true)" != "$version" ]; then
+        scripts/fetch-source.sh "$headers" "$source" "$version" "$deps/boost-source"
+        say "unpacking the sources of Boost.Thread $version"
+        rm -rf "$deps/boost-thread"
+        mkdir -p "$deps/boost-thread"
+        tar -xJf "$deps/boost-source/$source"_*.orig.tar.xz -C "$deps/boost-thread" --strip-components=4 \
+            --wildcards '*/libs/thread/src/win32/*'
+        rm -rf "$deps/boost-source"
+        echo "$version" >"$deps/boost-thread/version"
+    fi
 
-say "ready"
+    # Links to the header-only parts, so that no other Linux header reaches the cross build.
+    mkdir -p "$deps/include"
+    for header in boost spdlog fmt CLI nlohmann; do
+        ln -sfn "/usr/include/$header" "$deps/include/$header"
+    done
+fi
+
+say "ready: $profile ${platforms[*]}"
