@@ -1,26 +1,53 @@
 #!/usr/bin/env bash
-# test.sh [windows|linux]: sets up the machine, then builds and tests everything: for Windows under
-# Wine; for Linux with g++, with clang++ and with the sanitizers, where format, lint and the
-# documentation's site are checked too. Goes on behind a failure, and ends with a line for each part.
+# test.sh [all] [windows|linux] [-R REGEX]: sets up the machine, then builds and tests for Windows under
+# Wine and for Linux, and checks format and lint of what changed. With all, what CI runs: also the
+# sanitizers, every mixed build, packages, documents, and lint of everything. With -R, builds only what
+# the tests need whose names match, and runs those. Continues after a failure, and ends with a line and
+# a time for each part.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-say() { echo "test: $((SECONDS / 60)) min: $*"; }
+start=$SECONDS
+say() { echo "test: $(((SECONDS - start) / 60)) min: $*"; }
 die() { echo "test: $*" >&2; exit 1; }
+usage="usage: scripts/test.sh [all] [windows|linux] [-R REGEX]"
 
-case ${1-} in
-    windows) presets=(windows) ;;
-    linux) presets=(linux linux-clang linux-asan linux-tsan) ;;
-    '') presets=(windows linux linux-clang linux-asan linux-tsan) ;;
-    *) die "usage: scripts/test.sh [windows|linux]" ;;
-esac
+profile=test
+platforms=(windows linux)
+pattern=''
+while [ $# -gt 0 ]; do
+    case $1 in
+        all) profile=all ;;
+        windows|linux) platforms=("$1") ;;
+        -R)
+            [ $# -ge 2 ] || die "$usage"
+            pattern=$2
+            shift ;;
+        *) die "$usage" ;;
+    esac
+    shift
+done
+
+# Every build of this run, those that tests make included, takes what was compiled before from ccache.
+use_ccache() {
+    export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+    export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+    export CCACHE_MAXSIZE=${CCACHE_MAXSIZE-5G}
+}
 
 logs=build/logs
 summary=()
 failed=0
+partStart=0
+
+begin_part() { # NAME
+    partStart=$SECONDS
+    say "$1"
+}
 
 finish_part() { # NAME RESULT [FAILED]
-    summary+=("$1: $2")
+    local seconds=$((SECONDS - partStart))
+    summary+=("$(printf '%3d:%02d  %s: %s' $((seconds / 60)) $((seconds % 60)) "$1" "$2")")
     if [ -n "${3-}" ]; then
         failed=$((failed + 1))
     fi
@@ -33,37 +60,88 @@ run_logged() {
     "$@" >"$log" 2>&1 || { tail -n 200 "$log"; return 1; }
 }
 
-test_preset() {
+# What -R needs: the programs with a source that has a test of such a name, or everything if the tests
+# are scripts.
+targets_for_pattern() { # PRESET
+    local targets
+    targets=$(
+        grep -zorE 'TEST(_[FP])?\([A-Za-z0-9_]+,[[:space:]]*[A-Za-z0-9_]+' tests --include='*.cpp' |
+            tr -d ' \n' | tr '\0' '\n' | sed -E 's/^([^:]*):TEST(_[FP])?\(([^,]*),(.*)/\3.\4 \1/' |
+            awk -v pattern="$pattern" '$1 ~ pattern { print $2 }' | sort -u |
+            while read -r source; do
+                sed -nE "s#.* -o [^ ]*/CMakeFiles/([^/]*)\\.dir/[^ ]* -c $PWD/$source\".*#\\1#p" \
+                    "build/$1/compile_commands.json"
+            done | sort -u
+    )
+    echo "${targets:-all}"
+}
+
+build_preset() { # PRESET
     local preset=$1 log=$logs/$1
-    say "$preset: building"
-    if ! run_logged "$log.configure" cmake --preset "$preset" ||
-        ! run_logged "$log.build" cmake --build --preset "$preset"; then
-        finish_part "$preset" "does not build" FAILED
-        return
+    begin_part "$preset: building"
+    if ! run_logged "$log.configure" cmake --preset "$preset" "-DZOL_TEST_ALL=$([ $profile = all ] && echo ON || echo OFF)"; then
+        finish_part "$preset, build" "cannot be configured" FAILED
+        return 1
     fi
-    say "$preset: testing"
-    # Under Wine, a program that has done all its work does not end now and then.
-    local again=()
-    [ "$preset" != windows ] || again=(--repeat after-timeout:3)
-    local result=0
-    # CI reads the tests' own closing lines.
-    ctest --preset "$preset" "${again[@]}" >"$log.test" 2>&1 || result=$?
+    local targets=(all)
+    if [ -n "$pattern" ]; then
+        mapfile -t targets < <(targets_for_pattern "$preset")
+    fi
+    if ! run_logged "$log.build" cmake --build --preset "$preset" --target "${targets[@]}"; then
+        finish_part "$preset, build" "failed" FAILED
+        return 1
+    fi
+    finish_part "$preset, build" "passed"
+}
+
+# The names of the tests that timed out in a log of ctest, a line each.
+timed_out() { sed -n 's/^ *[0-9]*\/[0-9]* Test *#[0-9]*: \([^ ]*\) \.*\*\*\*Timeout.*/\1/p' "$1"; }
+
+# Under Wine, a program that has done all its work sometimes does not end. Such tests are repeated,
+# each with a line of output, except those that test that a program ends.
+maxRepeats=2
+repeat_timeouts() { # PRESET: whether all that failed has passed then
+    local preset=$1 log=$logs/$1 tests test
+    mapfile -t tests < <(timed_out "$log.test")
+    local count=${#tests[@]}
+    if [ "$count" = 0 ] || [ "$count" -gt "$maxRepeats" ] ||
+        ! grep -qE "tests passed, $count tests? failed" "$log.test"; then
+        return 1
+    fi
+    for test in "${tests[@]}"; do
+        say "$preset: repeating $test, which timed out"
+        ctest --preset "$preset" -R "^${test//./\\.}\$" -LE no-repeat --no-tests=error >"$log.repeat" 2>&1 ||
+            { cat "$log.repeat"; return 1; }
+    done
+}
+
+test_preset() { # PRESET
+    local preset=$1 log=$logs/$1
+    build_preset "$preset" || return 0
+    begin_part "$preset: testing"
+    local result=0 select=()
+    [ -z "$pattern" ] || select=(-R "$pattern" --no-tests=error)
+    ctest --preset "$preset" "${select[@]}" >"$log.test" 2>&1 || result=$?
     if [ "$result" != 0 ]; then
         sed -n '/\*\*\*/p; /^The following tests FAILED/,$p' "$log.test"
-        say "$preset: the tests' whole output is in $log.test"
+        say "$preset: the whole output of the tests is in $log.test"
+        if repeat_timeouts "$preset"; then
+            result=0
+        fi
     fi
+    # CI reads this line.
     local line
     line=$(grep -E '% tests passed' "$log.test" || echo "no test was run")
     echo "$line"
-    if [ "$result" = 0 ] && [[ $line = 100%* ]]; then
-        finish_part "$preset" "passed, $line"
+    if [ "$result" = 0 ]; then
+        finish_part "$preset, tests" "passed, $line"
     else
-        finish_part "$preset" "$line" FAILED
+        finish_part "$preset, tests" "$line" FAILED
     fi
 }
 
 check_format() {
-    say "format: checking"
+    begin_part "format"
     if git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror; then
         finish_part format "passed"
     else
@@ -71,56 +149,74 @@ check_format() {
     fi
 }
 
-# Runs beside all the rest, in the time that others leave: Wine's tests wait more than they work.
+# Runs beside all the rest, at the lowest priority: tests under Wine wait more than they work.
+lint=''
 start_lint() {
-    say "lint: checking, beside what follows"
-    run_logged "$logs/linux-clang.configure" cmake --preset linux-clang ||
-        die "linux-clang cannot be configured"
-    sed -n 's/^ *"file": "\(.*\)",*$/\1/p' build/linux-clang/compile_commands.json |
-        grep -E "^$PWD/(src|backends|examples|tests|tools)/" | sort -u >"$logs/lint.sources"
-    nice -n 19 xargs -P "$(nproc)" -n 4 clang-tidy -quiet -p build/linux-clang \
-        <"$logs/lint.sources" >"$logs/lint" 2>&1 &
+    say "lint: started in the background"
+    nice -n 19 scripts/lint.sh "$@" >"$logs/lint" 2>&1 &
     lint=$!
     trap 'kill "$lint" 2>/dev/null || true' EXIT
 }
 
 finish_lint() {
-    say "lint: waiting for the rest"
+    begin_part "lint: waiting for the rest"
     trap - EXIT
     if wait "$lint"; then
-        finish_part lint "passed, $(wc -l <"$logs/lint.sources") sources"
+        finish_part "lint, after the other parts" "$(tail -n 1 "$logs/lint")"
     else
-        grep -vE '^[0-9]+ warnings? generated|^Suppressed ' "$logs/lint" | tail -n 200
-        finish_part lint "clang-tidy has findings" FAILED
+        tail -n 200 "$logs/lint"
+        finish_part "lint, after the other parts" "failed, see $logs/lint" FAILED
     fi
 }
 
 check_docs() {
-    say "docs: making the site"
+    begin_part "docs: building the site"
     if run_logged "$logs/docs" scripts/docs.sh; then
         finish_part docs "passed, $(grep -E '^[0-9]+ pages' "$logs/docs")"
     else
-        finish_part docs "the site cannot be made" FAILED
+        finish_part docs "the site cannot be built" FAILED
     fi
 }
 
-scripts/setup.sh
-mkdir -p "$logs"
-if [ "${1-}" != windows ]; then
-    start_lint
+begin_part "setup"
+if [ ${#platforms[@]} = 1 ]; then
+    scripts/setup.sh "$profile" "${platforms[0]}"
+else
+    scripts/setup.sh "$profile"
 fi
-for preset in "${presets[@]}"; do
-    test_preset "$preset"
-done
-if [ "${1-}" != windows ]; then
+finish_part setup "done"
+use_ccache
+mkdir -p "$logs"
+
+presets=("${platforms[@]}")
+if [ "$profile" = all ] && [ "${platforms[-1]}" = linux ]; then
+    presets+=(linux-asan linux-tsan)
+fi
+
+if [ -n "$pattern" ]; then
+    for preset in "${presets[@]}"; do
+        test_preset "$preset"
+        tail -n +1 "$logs/$preset.test" | grep -E '^ *[0-9]+/[0-9]+ Test' || true
+    done
+else
+    if [ "$profile" = all ]; then
+        start_lint all
+    else
+        start_lint
+    fi
+    for preset in "${presets[@]}"; do
+        test_preset "$preset"
+    done
     check_format
-    check_docs
+    if [ "$profile" = all ]; then
+        check_docs
+    fi
     finish_lint
 fi
 
 echo
 for line in "${summary[@]}"; do
-    say "$line"
+    echo "test: $line"
 done
-[ "$failed" = 0 ] || die "failed: $failed of ${#summary[@]}"
+[ "$failed" = 0 ] || die "failed: $failed of ${#summary[@]} parts"
 say "all passed"
