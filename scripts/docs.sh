@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# docs.sh [FOLDER]: sets up the machine and makes the documentation's site, in build/docs/site if no
-# folder is given. Any warning, a link that leads nowhere for one, is an error. Ends with the path of
-# the first page.
+# docs.sh [FOLDER]: sets up the machine and builds the documentation site in FOLDER (default:
+# build/docs/site). Every warning is an error, including dead links. Prints the path of the first page.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -12,24 +11,25 @@ die() { echo "docs: $*" >&2; exit 1; }
 site=$(realpath -m "${1-build/docs/site}")
 work=build/docs
 
-# Whatever lies in the folder goes, so it must be a site or nothing.
+# The folder is deleted first, so it must be empty or contain an earlier site.
 [ ! -e "$site" ] || [ -e "$site/.buildinfo" ] || [ -z "$(ls -A "$site")" ] ||
-    die "$site is there already, and is not a site"
+    die "$site exists and does not contain a site"
 
 scripts/setup.sh
 mkdir -p "$work"
 rm -rf "$site" "$work/xml"
 
 say "reading the public headers"
-doxygen docs/site/Doxyfile || die "Doxygen has complaints"
+doxygen docs/site/Doxyfile || die "Doxygen reported errors"
 
-say "making the pages"
-# Debian's modules are those of Debian's own Python. What hints at older interfaces of Breathe and its
-# like is not ours to mend.
+say "building the pages"
+# Debian installs these modules for its own Python. PYTHONWARNINGS hides deprecation warnings of Breathe and
+# other packages.
 PYTHONWARNINGS=ignore PYTHONDONTWRITEBYTECODE=1 \
     /usr/bin/python3 -m sphinx -q -b html -W --keep-going -n -c docs/site -d "$work/doctrees" \
-    -E docs "$site" || die "Sphinx has complaints"
+    -E docs "$site" || die "Sphinx reported errors"
 
-say "following the links"
-/usr/bin/python3 docs/site/check_links.py "$site" README.md CHANGELOG.md || die "there are dead links"
+say "checking the links"
+/usr/bin/python3 docs/site/check_links.py "$site" README.md CHANGELOG.md CONTRIBUTING.md ||
+    die "dead links found"
 say "file://$site/index.html"

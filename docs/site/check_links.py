@@ -1,6 +1,6 @@
-"""check_links.py SITE [FILE...]: follows every link of every page, and ends with an error if one leads
-nowhere, or if a page fetches anything from another place. FILEs are Markdown that is not in the site, of
-which each link must lead to a file or folder."""
+"""check_links.py SITE [FILE...]: checks every link of every page. Fails if a link is dead, or if a page
+loads a resource from another site. FILEs are Markdown files outside the site; each of their links must
+point to an existing file or folder."""
 
 import re
 import sys
@@ -42,25 +42,25 @@ def main(site, others):
                 continue
             if parts.scheme or parts.netloc:
                 if link in page.fetched:
-                    faults.append(f"{path}: fetches {link}")
+                    faults.append(f"{path}: loads {link} from another site")
                 continue
             links += 1
             target = (path.parent / unquote(parts.path)).resolve() if parts.path else path
             if not target.is_file():
-                faults.append(f"{path}: {link} leads to no file")
+                faults.append(f"{path}: dead link {link}: no such file")
             elif parts.fragment and target in pages and unquote(parts.fragment) not in pages[target].anchors:
-                faults.append(f"{path}: {link} leads to no place in that page")
+                faults.append(f"{path}: dead link {link}: no such anchor in that page")
     for other in others:
         for link in re.findall(r"\]\(([^)#:]+)", other.read_text(encoding="utf-8")):
             links += 1
             if not (other.parent / link).exists():
-                faults.append(f"{other}: {link} leads to no file")
+                faults.append(f"{other}: dead link {link}: no such file")
     for fault in faults:
         print(fault, file=sys.stderr)
     if not pages:
         sys.exit(f"{site} has no pages")
     if faults:
-        sys.exit(f"{len(faults)} links lead nowhere")
+        sys.exit(f"{len(faults)} faulty links")
     print(f"{len(pages)} pages, {links} links")
 
 

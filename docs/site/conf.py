@@ -1,6 +1,6 @@
-"""The site of the documents: Sphinx over the Markdown files that readers of the repository see.
+"""Sphinx configuration of the documentation site. The site is built from the repository's Markdown files.
 
-scripts/docs.sh runs it, after Doxygen has read the public headers.
+scripts/docs.sh runs Sphinx after Doxygen has read the public headers.
 """
 
 import re
@@ -21,7 +21,7 @@ extensions = ["myst_parser", "breathe", "sphinx_copybutton", "repository"]
 root_doc = "index"
 exclude_patterns = ["site/static"]
 nitpicky = True
-# The standard library, the platform, namespaces, and classes that the headers only announce.
+# The standard library, the platform, namespaces, and classes that the headers only declare.
 nitpick_ignore_regex = [
     ("cpp:identifier", r"std(::.*)?|HKEY"),
     ("cpp:identifier", r"ZOL|ZOL::Framework|Management|ZOL::Framework::(GenericLogger|Management)"),

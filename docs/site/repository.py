@@ -1,10 +1,10 @@
-"""Makes of the repository's Markdown what a site needs, so that the files stay plain Markdown.
+"""Adapts the repository's Markdown for the site, so that the files themselves stay plain Markdown.
 
-- The tables of contents, which only the site has.
-- Links to what lies outside of docs/: the public headers lead to their reference, any other file or
-  folder to a page that shows it.
-- What the tests do not run is told above the block.
-- Pictures are put into the page itself, so that they take its colours and their text can be marked.
+- Adds the tables of contents, which exist only in the site.
+- Rewrites links to files outside docs/. A link to a public header points to its reference page. A link
+  to any other file or folder points to a generated page that shows it.
+- Shows above a code block why the tests do not run it.
+- Inlines images, so that they use the colours of the page and their text can be selected.
 """
 
 import html
@@ -53,13 +53,13 @@ pre {{ overflow: auto }}</style>
 
 
 class Repository:
-    """The pages of the files and folders that the documents link to."""
+    """Generates the pages of files and folders that the documents link to."""
 
     def __init__(self, folder):
         self.folder = folder
 
     def page(self, path):
-        """Writes the page of a file or folder, and tells its place in the site."""
+        """Writes the page of a file or folder and returns its path in the site."""
         place = path + ("/index.html" if (ROOT / path).is_dir() else ".html")
         target = self.folder / "repository" / place
         if not target.exists():
@@ -101,7 +101,7 @@ def inlined(picture, text):
 
 
 def reference_pages():
-    """The page on which each header is told."""
+    """Maps each public header to its reference page."""
     pages = {HEADERS: "index"}
     for page in (DOCS / "site/reference").glob("*.rst"):
         for header in re.findall(r"^``(ZOL/.*\.h)``$", page.read_text(encoding="utf-8"), re.MULTILINE):
@@ -119,7 +119,7 @@ def rewrite(app, docname, source):
         is_picture, text, target, anchor = match.groups()
         there = Path(os.path.normpath(path.parent / target))
         if not there.exists():
-            return match.group(0)  # MyST complains of it
+            return match.group(0)  # MyST reports the dead link
         if is_picture and there.suffix == ".svg":
             return inlined(there, text)
         if there.is_relative_to(DOCS):
@@ -135,7 +135,8 @@ def rewrite(app, docname, source):
 
 
 def bundle_scripts(app, error):
-    """Debian's Furo leaves its script in two halves, of which no browser runs the first."""
+    """Merges the two parts of the script of Debian's Furo theme. Browsers cannot run the part that imports
+    the other one."""
     if error is not None:
         return
     scripts = Path(app.outdir) / "_static/scripts"
