@@ -15,7 +15,7 @@ work=build/docs
 [ ! -e "$site" ] || [ -e "$site/.buildinfo" ] || [ -z "$(ls -A "$site")" ] ||
     die "$site exists and does not contain a site"
 
-scripts/setup.sh
+scripts/setup.sh all
 mkdir -p "$work"
 rm -rf "$site" "$work/xml"
 
