@@ -4,14 +4,14 @@
 #include <sstream>
 #include <string>
 
-#include "ZOL/Framework/GenericLogger/TextStream.h"
+#include "ZOL/Framework/GenericLogger/detail/TextStream.h"
 
 namespace text {
 
 /// What the insertions make of a TextStream.
 template <typename Insertions>
 std::string textOf(Insertions&& insertions) {
-    ZOL::Framework::GenericLogger::TextStream stream;
+    ZOL::Framework::GenericLogger::detail::TextStream stream;
     insertions(stream);
     return stream.str();
 }

@@ -1,4 +1,4 @@
-#include "ZOL/Framework/GenericLogger/TextStream.h"
+#include "ZOL/Framework/GenericLogger/detail/TextStream.h"
 
 #include <cmath>
 #include <cstdint>
@@ -13,7 +13,7 @@
 #include "ClassicText.h"
 #include "Insertion.h"
 
-using ZOL::Framework::GenericLogger::TextStream;
+using ZOL::Framework::GenericLogger::detail::TextStream;
 
 namespace {
 

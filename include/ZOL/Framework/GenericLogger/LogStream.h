@@ -7,7 +7,7 @@
 
 #include "ZOL/Framework/Export.h"
 #include "ZOL/Framework/GenericLogger/LoggingLevel.h"
-#include "ZOL/Framework/GenericLogger/TextStream.h"
+#include "ZOL/Framework/GenericLogger/detail/TextStream.h"
 
 namespace ZOL::Framework::GenericLogger {
 
@@ -39,14 +39,14 @@ public:
     /// whose building failed for lack of memory (std::bad_alloc from the insertion) is not logged.
     ZOL_FRAMEWORK_NOINLINE inline ~LogStream() noexcept(false);
 
-    template <typename Value, std::enable_if_t<TextStream::isPassedByValue<Value>, int> = 0>
+    template <typename Value, std::enable_if_t<detail::TextStream::isPassedByValue<Value>, int> = 0>
     LogStream& operator<<(Value value) {
         stream_ << value;
         return *this;
     }
 
     template <typename Value,
-              std::enable_if_t<!TextStream::isPassedByValue<std::decay_t<Value>>, int> = 0>
+              std::enable_if_t<!detail::TextStream::isPassedByValue<std::decay_t<Value>>, int> = 0>
     LogStream& operator<<(Value&& value) {
         stream_ << std::forward<Value>(value);
         return *this;
@@ -78,7 +78,7 @@ private:
 
 public:
     /// The text; takes every insertion that a std::ostream takes, and converts to one.
-    TextStream stream_;
+    detail::TextStream stream_;
 };
 
 } // namespace ZOL::Framework::GenericLogger

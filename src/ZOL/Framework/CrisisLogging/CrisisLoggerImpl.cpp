@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
-#include "ZOL/Framework/GenericLogger/TextStream.h"
+#include "ZOL/Framework/GenericLogger/detail/TextStream.h"
 #include "ZOL/Platform/Clock.h"
 #include "ZOL/Platform/CrisisLogFile.h"
 
@@ -29,7 +29,7 @@ void CrisisLoggerImpl::log(const char* message) {
     const boost::mutex::scoped_lock lock(mutex_);
 
     // Whole before anything is written: when memory is short, not half a line goes out.
-    GenericLogger::TextStream line;
+    GenericLogger::detail::TextStream line;
     timestamp(line);
     line << " - " << message << "\n";
     const std::string_view text = line.view();
@@ -39,7 +39,7 @@ void CrisisLoggerImpl::log(const char* message) {
     (void)std::fflush(file_);
 }
 
-void CrisisLoggerImpl::timestamp(GenericLogger::TextStream& line) {
+void CrisisLoggerImpl::timestamp(GenericLogger::detail::TextStream& line) {
     const Platform::LocalTime now = Platform::localTime();
 
     // Padded by hand: a manipulator's std::ostream costs more than all the rest of the line.

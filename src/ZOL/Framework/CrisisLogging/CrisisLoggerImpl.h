@@ -4,9 +4,9 @@
 
 #include <boost/thread/mutex.hpp>
 
-namespace ZOL::Framework::GenericLogger {
+namespace ZOL::Framework::GenericLogger::detail {
 class TextStream;
-} // namespace ZOL::Framework::GenericLogger
+} // namespace ZOL::Framework::GenericLogger::detail
 
 namespace ZOL::Framework::CrisisLogging {
 
@@ -24,7 +24,7 @@ public:
 
 private:
     /// Writes the local time of day, with minute and second unpadded.
-    static void timestamp(GenericLogger::TextStream& line);
+    static void timestamp(GenericLogger::detail::TextStream& line);
 
     std::FILE* file_ = nullptr;
     boost::mutex mutex_; // held over clock and writing, so that lines stand in the order of times

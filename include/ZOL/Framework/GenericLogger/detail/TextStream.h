@@ -11,10 +11,10 @@
 #include <utility>
 
 #include "ZOL/Framework/Export.h"
-#include "ZOL/Framework/GenericLogger/LineBuffer.h"
-#include "ZOL/Framework/GenericLogger/LineFormatter.h"
+#include "ZOL/Framework/GenericLogger/detail/LineBuffer.h"
+#include "ZOL/Framework/GenericLogger/detail/LineFormatter.h"
 
-namespace ZOL::Framework::GenericLogger {
+namespace ZOL::Framework::GenericLogger::detail {
 
 /// Takes whatever can be written to a std::ostream, and makes the text that a std::ostringstream in
 /// the classic locale would make of it. Texts, characters, numbers and addresses go straight into
@@ -209,4 +209,4 @@ inline TextStream& TextStream::operator<<(const void* address) {
     return format(address); // looks different in each standard library
 }
 
-} // namespace ZOL::Framework::GenericLogger
+} // namespace ZOL::Framework::GenericLogger::detail

@@ -5,9 +5,9 @@
 #include <streambuf>
 
 #include "ZOL/Framework/Export.h"
-#include "ZOL/Framework/GenericLogger/LineBuffer.h"
+#include "ZOL/Framework/GenericLogger/detail/LineBuffer.h"
 
-namespace ZOL::Framework::GenericLogger {
+namespace ZOL::Framework::GenericLogger::detail {
 
 /// A std::ostream in the classic locale that writes behind what a line has already.
 class LineFormatter {
@@ -48,4 +48,4 @@ private:
     std::ostream stream_;
 };
 
-} // namespace ZOL::Framework::GenericLogger
+} // namespace ZOL::Framework::GenericLogger::detail

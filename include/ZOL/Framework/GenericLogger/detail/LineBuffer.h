@@ -6,7 +6,7 @@
 
 #include "ZOL/Framework/Export.h"
 
-namespace ZOL::Framework::GenericLogger {
+namespace ZOL::Framework::GenericLogger::detail {
 
 /// The characters of a line: the first few hundred in place, more than that on the heap.
 class LineBuffer {
@@ -71,4 +71,4 @@ private:
     bool incomplete_ = false;
 };
 
-} // namespace ZOL::Framework::GenericLogger
+} // namespace ZOL::Framework::GenericLogger::detail
