@@ -1,26 +1,11 @@
 #include "ZOL/Framework/GenericLogger/LoggerException.h"
 
-#include <sstream>
-#include <string>
 #include <typeinfo>
 
-#include "ZOL/Framework/GenericLogger/DisplayName.h"
 #include "ZOL/Framework/GenericLogger/LoggerExceptionImpl.h"
+#include "ZOL/RegistryAccess/ErrorText.h"
 
 namespace ZOL::Framework::GenericLogger {
-
-namespace {
-
-std::string describe(const std::type_info& type, const LoggerExceptionImpl& impl) {
-    // The stream writes from the first character on, so that the type name replaces the seed.
-    std::ostringstream text("Exception '", std::ios_base::out);
-    text.exceptions(std::ios_base::badbit); // or it would keep half a text when memory is out
-    text << displayName(type) << "' (" << impl.filename_ << ":" << impl.lineNumber_
-         << "): " << impl.message_;
-    return text.str();
-}
-
-} // namespace
 
 LoggerException::LoggerException(const char* filename, int lineNumber)
     : impl_(new LoggerExceptionImpl{"", filename, lineNumber, ""}) {}
@@ -47,9 +32,10 @@ const char* LoggerException::message() const {
 const char* LoggerException::what() const {
     if (impl_->whatText_.empty()) {
         try {
-            impl_->whatText_ = describe(typeid(*this), *impl_);
+            impl_->whatText_ = RegistryAccess::errorText(typeid(*this), impl_->filename_,
+                                                         impl_->lineNumber_, impl_->message_);
         } catch (...) {
-            // The text stays empty, and the next call tries again.
+            // The text stays empty; the next call tries again.
         }
     }
     return impl_->whatText_.c_str();
