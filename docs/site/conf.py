@@ -25,6 +25,7 @@ nitpicky = True
 nitpick_ignore_regex = [
     ("cpp:identifier", r"std(::.*)?|HKEY"),
     ("cpp:identifier", r"ZOL|ZOL::Framework|Management|ZOL::Framework::(GenericLogger|Management)"),
+    ("cpp:identifier", r"(ZOL::Framework::GenericLogger::)?detail"),
     ("cpp:identifier", r"ZOL::RegistryAccess"),
     ("cpp:identifier", r".*(Impl|Reaper|HeapString|HandleHolder|Record)"),
 ]

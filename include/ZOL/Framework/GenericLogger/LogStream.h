@@ -13,20 +13,20 @@ namespace ZOL::Framework::GenericLogger {
 
 class Logger;
 
-/// One line in the making: the temporary that logger->info() and its siblings return. The line is
-/// logged when the object is destroyed, as a rule at the end of the statement:
+/// One line under construction: the temporary that Logger::info and the other level functions
+/// return. The destructor logs the line, usually at the end of the statement:
 ///
 ///     logger->info() << "x=" << x;
 ///
-/// Compiled into its user; nothing of it is exported. One object belongs to one thread. A line
-/// that holds a zero character ends there.
+/// The class is compiled into its user; the module exports nothing of it. One object belongs to one
+/// thread. The logged text ends at its first zero character.
 class LogStream {
 public:
     LogStream(Logger* logger, LoggingLevel level, const char* text)
         : logger_(logger), level_(level), stream_(text) {}
 
-    /// Moves the right to log: the new object takes the text written so far, the source logs
-    /// nothing any more.
+    /// Transfers the right to log: the new object copies the text written so far, and the source
+    /// logs nothing.
     LogStream(const LogStream& other)
         : logger_(other.logger_), level_(other.level_), stream_(other.stream_.view()) {
         other.level_ = LOG_LEVEL_NONE;
@@ -34,9 +34,9 @@ public:
 
     LogStream& operator=(const LogStream&) = delete;
 
-    /// Hands the line to the logger unless the right to log was given away. What a channel throws
-    /// leaves from here, except while another exception is on its way: then it is lost. A line
-    /// whose building failed for lack of memory (std::bad_alloc from the insertion) is not logged.
+    /// Passes the line to the logger, unless the right to log was transferred. Throws what a
+    /// channel throws, except during stack unwinding: then the exception is discarded. A line is
+    /// not logged if one of its insertions ran out of memory (and threw std::bad_alloc).
     ZOL_FRAMEWORK_NOINLINE inline ~LogStream() noexcept(false);
 
     template <typename Value, std::enable_if_t<detail::TextStream::isPassedByValue<Value>, int> = 0>
@@ -77,7 +77,8 @@ private:
     mutable LoggingLevel level_;
 
 public:
-    /// The text; takes every insertion that a std::ostream takes, and converts to one.
+    /// The text. Accepts every insertion that a std::ostream accepts, and converts to
+    /// std::ostream&.
     detail::TextStream stream_;
 };
 

@@ -11,61 +11,67 @@ namespace ZOL::Framework::GenericLogger {
 class LoggerBackend;
 class LoggerImpl;
 
-/// A named, process-wide log source. Every module of the process gets the same object for a name.
+/// A named, process-wide log source. All modules of the process get the same object for a name.
 ///
-/// Messages go to the channels that the installed back ends opened for the logger's name. As long
-/// as there are none, the first 101 wait in the logger's cache; one more leaves a line there that
-/// tells of the overflow, and the rest are lost. An installation delivers the cache, oldest first.
+/// A message is delivered to the channels that the installed back ends opened for the logger's
+/// name. Without channels, the logger caches the first 101 messages. The next message is replaced
+/// by an overflow entry, and later ones are dropped. Installing a back end delivers the cache,
+/// oldest message first.
 ///
-/// Any thread may call any operation. All of them but isLevelActive, minLogLevel and enableLogging
-/// take the one logging lock of the process, which is recursive, waits without limit and is held
-/// across every call into plug-ins; any of those may throw boost::thread_resource_error if the
-/// lock cannot wait, std::bad_alloc, and whatever a plug-in throws. Null texts are not tested for.
+/// Any thread may call any operation. All operations except isLevelActive, minLogLevel and
+/// enableLogging take the logging lock of the process. It is recursive, has no timeout and is held
+/// during every call into a plug-in. These operations may throw boost::thread_resource_error if the
+/// lock cannot be acquired, std::bad_alloc, and any exception from a plug-in. Passing a null text
+/// is undefined.
 class Logger {
 public:
     Logger(const Logger&) = delete;
     Logger& operator=(const Logger&) = delete;
 
-    /// The logger of that name, made if it is new; never null, and valid until the process ends.
-    /// Names are case-sensitive, and the empty name is a name like any other.
+    /// Returns the logger with this name, and creates it if necessary. Never null; valid until the
+    /// process ends. Names are case-sensitive, and the empty name is valid.
     ZOL_FRAMEWORK_API static Logger* getLogger(const char* name);
 
-    /// Installs a back end at the end of the list, rebuilds the channels of every logger from all
-    /// installed back ends and delivers every cache, all before it returns. The back end stays its
-    /// owner's and must outlive its installation.
+    /// Appends a back end to the list of installed ones, then rebuilds the channels of every logger
+    /// from all of them and delivers every cache. The caller keeps ownership; the back end must
+    /// outlive its installation.
     ///
     /// Throws LoggerBackendLoadError if backend is null or already installed. If a plug-in throws,
-    /// the back end stays installed and the loggers from that one on, by name, are not refreshed.
+    /// the back end stays installed. Loggers are refreshed in the order of their names; the one
+    /// whose refresh failed and those after it are not refreshed.
     ZOL_FRAMEWORK_API static void installBackend(LoggerBackend* backend);
 
-    /// loadBackend, then installBackend; the lock is free in between. The result is the caller's.
-    /// Null, with nothing installed, if the plug-in's entry point returned null.
+    /// Calls loadBackend, then installBackend; the lock is released in between. The caller owns the
+    /// result. If the plug-in's createBackend returns null, nothing is installed and the result is
+    /// null.
     ZOL_FRAMEWORK_API static LoggerBackend* installBackend(const char* name);
 
-    /// Takes a back end off the list; one that is not on it, null included, is no error. Calls
-    /// nothing on it and rebuilds nothing: its channels go on receiving messages until the next
-    /// installation, or until the last back end has left.
+    /// Removes a back end from the list. Null, or a back end that is not in the list, is ignored.
+    /// Calls nothing on the back end and rebuilds no channels: its channels receive messages until
+    /// the next installation, or until the list is empty.
     ZOL_FRAMEWORK_API static void uninstallBackend(LoggerBackend* backend);
 
-    /// Loads the dynamic library `<name>_r.dll` (or `<name>_r.so`), found by the platform's search
-    /// rules, and returns what its createBackend returned, null included, without installing it.
-    /// The result is the caller's; the library stays loaded until the process ends.
+    /// Loads the dynamic library `<name>_r.dll` (`<name>_r.so` on Linux), found by the platform's
+    /// search rules, and returns the result of its createBackend, which may be null. Installs
+    /// nothing. The caller owns the result; the library stays loaded until the process ends.
     ///
-    /// Throws std::runtime_error if there is no such library or no createBackend in it.
+    /// Throws std::runtime_error if the library cannot be loaded or does not export createBackend.
     ZOL_FRAMEWORK_API static LoggerBackend* loadBackend(const char* name);
 
-    /// Whether a message of that level is worth building. The only reader of the minimum level: a
-    /// message that is handed over all the same is logged. Takes no lock.
+    /// Returns whether the level is at or above the minimum level, so that callers can skip
+    /// building a message. Nothing else reads the minimum level: a message that is logged anyway
+    /// is delivered. Takes no lock.
     ZOL_FRAMEWORK_HOT_API bool isLevelActive(LoggingLevel level);
 
-    /// Sets the minimum level. Takes no lock, and gives no ordering to other threads.
+    /// Sets the minimum level. Takes no lock and has no memory ordering.
     ZOL_FRAMEWORK_API void minLogLevel(LoggingLevel level);
 
-    /// False drops what would go to the channels now; what would be cached is cached all the same.
-    /// Takes no lock, and gives no ordering to other threads.
+    /// With false, messages to channels are dropped; messages to the cache are still cached. Takes
+    /// no lock and has no memory ordering.
     ZOL_FRAMEWORK_API void enableLogging(bool enable);
 
-    /// Starts a line, as do the next five at their levels, without asking isLevelActive.
+    /// Starts a line at LOG_LEVEL_TRACE, without calling isLevelActive. The next five functions do
+    /// the same at their levels.
     LogStream trace(const char* text = "") { return log(LOG_LEVEL_TRACE, text); }
     LogStream debug(const char* text = "") { return log(LOG_LEVEL_DEBUG, text); }
     LogStream info(const char* text = "") { return log(LOG_LEVEL_INFO, text); }
@@ -73,7 +79,8 @@ public:
     LogStream error(const char* text = "") { return log(LOG_LEVEL_ERROR, text); }
     LogStream fatal(const char* text = "") { return log(LOG_LEVEL_FATAL, text); }
 
-    /// The same for any level. At LOG_LEVEL_NONE the line is dropped.
+    /// Starts a line at any level, without calling isLevelActive. At LOG_LEVEL_NONE the line is
+    /// dropped.
     LogStream log(LoggingLevel level, const char* text = "") {
         return LogStream(this, level, text);
     }
@@ -91,14 +98,14 @@ private:
     LoggerImpl* impl_;
 };
 
-static_assert(sizeof(Logger) == sizeof(void*), "modules know it as one pointer");
+static_assert(sizeof(Logger) == sizeof(void*), "the size is part of the binary contract");
 
 LogStream::~LogStream() noexcept(false) {
     if (level_ != LOG_LEVEL_NONE && !stream_.bad()) {
         try {
             logger_->do_log(level_, stream_.c_str());
         } catch (...) {
-            // A second exception beside one that is already on its way would end the process.
+            // A second exception during stack unwinding would terminate the process.
             if (std::uncaught_exceptions() == 0) {
                 throw;
             }
@@ -106,7 +113,7 @@ LogStream::~LogStream() noexcept(false) {
     }
 }
 
-/// What ZOL_LOG asks and then does, with the macro's arguments evaluated once.
+/// The state of one ZOL_LOG statement. It evaluates the arguments of the macro once.
 class LogGate {
 public:
     LogGate(Logger* logger, LoggingLevel level)
@@ -124,7 +131,7 @@ private:
 
 } // namespace ZOL::Framework::GenericLogger
 
-/// Logs a line if its level is active, and evaluates nothing of the line if it is not:
+/// Logs a line if its level is active. If it is not, no part of the line is evaluated:
 ///
 ///     ZOL_LOG(logger, LOG_LEVEL_DEBUG) << "state " << expensiveDump();
 #define ZOL_LOG(logger, level)                                                                     \

@@ -4,8 +4,9 @@
 
 namespace ZOL::Framework::GenericLogger {
 
-/// A refused installation: the back end is null or already installed. A library that cannot be
-/// loaded is a std::runtime_error instead. Inline, so that every module can catch it by its type.
+/// Thrown if an installation is refused because the back end is null or already installed. If a
+/// library cannot be loaded, std::runtime_error is thrown instead. The class is inline, so that
+/// every module can catch it by its type.
 class LoggerBackendLoadError : public LoggerException {
 public:
     LoggerBackendLoadError(const char* message, const char* filename, int lineNumber)
@@ -15,6 +16,7 @@ public:
     ~LoggerBackendLoadError() override = default;
 };
 
-static_assert(sizeof(LoggerBackendLoadError) == sizeof(LoggerException), "it adds a type alone");
+static_assert(sizeof(LoggerBackendLoadError) == sizeof(LoggerException),
+              "the size is part of the binary contract");
 
 } // namespace ZOL::Framework::GenericLogger

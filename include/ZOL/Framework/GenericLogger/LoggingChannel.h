@@ -5,15 +5,15 @@
 
 namespace ZOL::Framework::GenericLogger {
 
-/// Where the messages of one logger go: implemented by a plug-in, called by the logger.
+/// The destination of the messages of one logger. A plug-in implements it, and the logger calls it.
 ///
-/// Every call arrives with the one logging lock of the process held, on the thread of whoever
-/// called the logger, and never at the same time as another call into any channel or back end. An
-/// implementation may call back into any logger on the same thread; it must not wait for another
-/// thread that logs, and it must not log to its own logger on every message.
+/// Every call is made on the thread that called the logger, with the logging lock of the process
+/// held. Calls into channels and back ends never overlap. An implementation may call any logger on
+/// the same thread. It must not wait for another thread that logs, and must not log to its own
+/// logger for every message.
 ///
-/// The order of the virtual operations is a binary contract: release is called through the slot
-/// behind the destructor, log through the one after it.
+/// The order of the virtual operations is a binary contract: the destructor, then release, then
+/// log.
 class ZOL_FRAMEWORK_API LoggingChannel {
 public:
     LoggingChannel();
@@ -21,28 +21,28 @@ public:
     LoggingChannel& operator=(const LoggingChannel& other);
 
 protected:
-    /// Never called by the library: a channel belongs to the back end that made it.
+    /// Never called by the library: a channel belongs to the back end that created it.
     virtual ~LoggingChannel();
 
 public:
-    /// The logger's farewell, after which it never touches the channel again. Called only when a
-    /// logger is destroyed, which does not happen while a process runs: not when a logger's
-    /// channels are rebuilt, and not when the back end is uninstalled. Do not count on it.
+    /// The logger does not use the channel after this call. Only the destructor of a logger calls
+    /// it, which does not run while the process runs. It is not called when the channels of a
+    /// logger are rebuilt or when the back end is uninstalled. Do not rely on it.
     virtual void release() = 0;
 
-    /// Takes one message. The logger filters nothing by level: messages below its minimum arrive
-    /// as well, and what comes out of the cache may carry LOG_LEVEL_NONE.
+    /// Receives one message. The logger does not filter by level: messages below its minimum level
+    /// are delivered too, and cached ones may have LOG_LEVEL_NONE.
     ///
-    /// @param text the bare message, zero-terminated, never null from a LogStream; time stamp,
-    ///     names and line end are the channel's to add. It is the caller's own buffer, or the
-    ///     cache's, and valid only during the call; a channel that installs a back end from here
-    ///     has lost it by then.
+    /// @param text the message only, zero-terminated; never null if a LogStream sent it. The
+    ///     channel adds time stamp, names and line end. The buffer belongs to the caller or to the
+    ///     cache and is valid only during the call. If the channel installs a back end during the
+    ///     call, the buffer is not valid afterwards.
     ///
-    /// An exception passes through the logger to whoever logged. Thrown while a cache is being
-    /// delivered, it leaves the whole cache in place, to come again at the next installation.
+    /// An exception is passed through the logger to the caller that logged. If it is thrown while a
+    /// cache is delivered, all messages stay cached and the next installation delivers them again.
     virtual void log(LoggingLevel level, const char* text) = 0;
 };
 
-static_assert(sizeof(LoggingChannel) == sizeof(void*), "plug-ins know it as a virtual table");
+static_assert(sizeof(LoggingChannel) == sizeof(void*), "the size is part of the binary contract");
 
 } // namespace ZOL::Framework::GenericLogger

@@ -9,12 +9,12 @@
 
 namespace ZOL::Framework::GenericLogger::detail {
 
-/// A std::ostream in the classic locale that writes behind what a line has already.
+/// A std::ostream in the classic locale that appends to a line.
 class LineFormatter {
 public:
     explicit LineFormatter(LineBuffer& line) : sink_(line), stream_(&sink_) {
         stream_.imbue(std::locale::classic());
-        // Otherwise a std::ostream swallows std::bad_alloc and leaves half a line behind.
+        // Rethrows std::bad_alloc, which a std::ostream catches by default.
         stream_.exceptions(std::ios_base::badbit);
     }
 

@@ -16,13 +16,13 @@
 
 namespace ZOL::Framework::GenericLogger::detail {
 
-/// Takes whatever can be written to a std::ostream, and makes the text that a std::ostringstream in
-/// the classic locale would make of it. Texts, characters, numbers and addresses go straight into
-/// the line until something needs the std::ostream: a manipulator, a type of the user's, stream().
+/// Accepts everything that can be written to a std::ostream, and produces the same text as a
+/// std::ostringstream in the classic locale. Texts, characters, numbers and addresses are appended
+/// directly until the std::ostream is needed: for a manipulator, a user-defined type or stream().
 class TextStream {
 public:
-    /// What an insertion takes by value, so that bit-fields will do, and constants that are
-    /// declared only.
+    /// Types that an insertion takes by value, so that bit-fields and constants without a
+    /// definition are accepted.
     template <typename T>
     static constexpr bool isPassedByValue = std::is_arithmetic_v<T> || std::is_enum_v<T>;
 
@@ -36,8 +36,8 @@ public:
         }
     }
 
-    // Each takes exactly its type: what merely converts to it may have an insertion of its own, and
-    // goes to the templates.
+    // Each overload accepts exactly its type. A type that only converts to it may have an insertion
+    // operator of its own and selects one of the templates.
     TextStream& operator<<(bool value) {
         return isFormatted() ? format(value) : append(value ? "1" : "0", 1);
     }
@@ -100,17 +100,17 @@ public:
         return *this;
     }
 
-    /// For whatever works on a std::ostream. Flags that are set there hold for all that follows.
+    /// Returns the std::ostream that appends to this text. Its flags apply to all later insertions.
     /// A failure that sets badbit throws.
     ZOL_FRAMEWORK_NOINLINE std::ostream& stream() {
         if (formatter_ == nullptr) {
-            formatter_ = new (formatterPlace_) LineFormatter(line_);
+            formatter_ = new (formatterStorage_) LineFormatter(line_);
         }
         return formatter_->stream();
     }
     operator std::ostream&() { return stream(); }
 
-    /// An insertion could not be finished, so that only a part of its text is here.
+    /// Returns whether an insertion failed, so that a part of its text is missing.
     bool bad() const {
         return line_.isIncomplete() || (formatter_ != nullptr && formatter_->isBad());
     }
@@ -118,11 +118,11 @@ public:
     std::string_view view() const { return line_.view(); }
     std::string str() const { return std::string(view()); }
 
-    /// Zero-terminated, and valid until the next insertion.
+    /// Returns the zero-terminated text, valid until the next insertion.
     const char* c_str() { return line_.c_str(); }
 
 private:
-    // From then on everything goes through the std::ostream: its flags may be of consequence.
+    // If true, every insertion uses the std::ostream, because its flags may be set.
     bool isFormatted() const { return formatter_ != nullptr; }
 
     template <typename Value>
@@ -156,7 +156,7 @@ private:
         return *this;
     }
 
-    // Not std::to_chars, whose templates for every base double what a line adds to compile time.
+    // std::to_chars would double the compile time of a line by its templates for every base.
     template <unsigned base>
     static char* writeDigits(unsigned long long number, char* end) {
         do {
@@ -168,27 +168,27 @@ private:
 
     LineBuffer line_;
     LineFormatter* formatter_ = nullptr;
-    alignas(LineFormatter) unsigned char formatterPlace_[sizeof(LineFormatter)];
+    alignas(LineFormatter) unsigned char formatterStorage_[sizeof(LineFormatter)];
 };
 
 inline TextStream& TextStream::operator<<(const char* text) {
     if (text == nullptr) {
-        stream().setstate(std::ios_base::badbit); // as a std::ostream does; it throws
+        stream().setstate(std::ios_base::badbit); // as a std::ostream does; throws here
         return *this;
     }
     return append(text, std::char_traits<char>::length(text));
 }
 
 TextStream& TextStream::operator<<(double value) {
-    // Whether one that is not finite shows its sign is the stream's own affair.
+    // Standard libraries differ in the sign of infinities and NaNs.
     if (isFormatted() || !(value - value == 0)) {
         return format(value);
     }
-    constexpr std::size_t most = 16; // -1.23457e-308
-    constexpr int precision = 6;     // a stream's own, as is the format
-    char* const begin = line_.room(most);
-    line_.extendTo(
-        std::to_chars(begin, begin + most, value, std::chars_format::general, precision).ptr);
+    constexpr std::size_t maxSize = 16; // -1.23457e-308
+    constexpr int precision = 6;        // precision and format are a std::ostream's defaults
+    char* const begin = line_.prepare(maxSize);
+    line_.commit(
+        std::to_chars(begin, begin + maxSize, value, std::chars_format::general, precision).ptr);
     return *this;
 }
 
@@ -206,7 +206,7 @@ inline TextStream& TextStream::operator<<(const void* address) {
         return *this;
     }
 #endif
-    return format(address); // looks different in each standard library
+    return format(address); // each standard library has its own format
 }
 
 } // namespace ZOL::Framework::GenericLogger::detail
