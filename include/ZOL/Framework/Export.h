@@ -2,8 +2,8 @@
 
 #include <type_traits>
 
-// ZOL_FRAMEWORK_API marks what crosses the module's boundary; nothing else is exported.
-// ZOL_BACKEND_EXPORT marks the one function that a back-end plug-in exports, createBackend.
+// ZOL_FRAMEWORK_API marks what the module exports; nothing else is exported. ZOL_BACKEND_EXPORT
+// marks createBackend, the only function that a back-end plug-in exports.
 #if defined(_WIN32)
 #if defined(ZOL_FRAMEWORK_BUILD)
 #define ZOL_FRAMEWORK_API __declspec(dllexport)
@@ -16,8 +16,8 @@
 #define ZOL_BACKEND_EXPORT __attribute__((visibility("default")))
 #endif
 
-// ZOL_FRAMEWORK_HOT_API is the same for what is called at every message: where the compiler can,
-// the call does not go through the linker's table of jumps.
+// ZOL_FRAMEWORK_HOT_API is ZOL_FRAMEWORK_API for functions that are called for every message. If
+// the compiler supports it, these calls bypass the procedure linkage table (PLT).
 #if defined(__has_attribute) && !defined(_WIN32)
 #if __has_attribute(noplt)
 #define ZOL_FRAMEWORK_HOT_API ZOL_FRAMEWORK_API __attribute__((noplt))
@@ -27,19 +27,18 @@
 #define ZOL_FRAMEWORK_HOT_API ZOL_FRAMEWORK_API
 #endif
 
-// ZOL_FRAMEWORK_NOINLINE gives a module one copy of an inline function in place of one at each
-// call, where the copies would cost the compiler most of its time and the calls are next to
-// nothing.
+// ZOL_FRAMEWORK_NOINLINE makes a module contain one copy of an inline function instead of one per
+// call. It is used where the copies would dominate the compile time and the call costs little.
 #if defined(_MSC_VER)
 #define ZOL_FRAMEWORK_NOINLINE __declspec(noinline)
 #else
 #define ZOL_FRAMEWORK_NOINLINE __attribute__((noinline))
 #endif
 
-// What the module was built with, and its users must not do otherwise. Another standard library
-// than GNU's or Visual C++'s does not catch the module's exceptions; whoever builds the module and
-// all of its users with one and the same other library defines ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY
-// for all of them.
+// The module's users must be built with the same settings as the module. With a standard library
+// other than GNU's or Visual C++'s they cannot catch its exceptions. If the module and all of its
+// users are built with one such library, define ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY for all of
+// them.
 #if !defined(__GLIBCXX__) && !defined(_MSVC_STL_VERSION) &&                                        \
     !defined(ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY)
 #error "ZOL Framework needs the standard library that its module has"

@@ -8,23 +8,25 @@ namespace Management {
 class PropertyManager;
 }
 
-/// Facade of the process-wide services that have no class of their own. Used through its static
-/// operations; an object of it holds nothing.
+/// The process-wide services that have no class of their own. Use the static operations; an object
+/// of this class has no data.
 class Framework {
 public:
     Framework() = default;
     Framework(const Framework&) = default;
 
-    /// The process's one property store, made at the first call; never null, never to be deleted,
-    /// gone when the module unloads. Takes no lock: the first call must not overlap another one.
+    /// Returns the property store of the process; the first call creates it. Never null. The module
+    /// destroys it when it unloads; callers must not delete it. Takes no lock: the first call must
+    /// not overlap another call.
     ZOL_FRAMEWORK_API static Management::PropertyManager* propertyManager();
 
-    /// The next pseudo-random number, 0 to 65535. Not for secrets: the generator of the loading
-    /// thread starts at one of a thousand states, that of any other thread always at the same one.
-    /// Any thread may call it. Throws boost::thread_resource_error if its lock cannot wait.
+    /// Returns the next pseudo-random number, 0 to 65535. Do not use it for secrets: the generator
+    /// of the loading thread starts in one of 1000 states, that of every other thread always in the
+    /// same state. Any thread may call it. Throws boost::thread_resource_error if the lock cannot
+    /// be acquired.
     ZOL_FRAMEWORK_API static unsigned short randomNumber();
 
-    /// Copies nothing.
+    /// Does nothing.
     ZOL_FRAMEWORK_API Framework& operator=(const Framework& other);
 };
 

@@ -8,26 +8,26 @@ namespace ZOL::Framework::Counting {
 
 class CounterReaper;
 
-/// A named number of the process: every module that asks for a name counts on the same object.
+/// A named counter of the process: all modules that ask for a name get the same object.
 ///
-/// Nothing here locks and nothing is atomic. Threads that share counters take turns by a lock of
-/// their own, for counter as much as for next and reset.
+/// No operation takes a lock or is atomic. Threads that share counters must use a lock of their
+/// own, for counter as well as for next and reset.
 class Counter {
 public:
     Counter(const Counter&) = delete;
 
-    /// The counter of that name, made at 0 if it is new. It stays at its address until the module
-    /// unloads, so the reference may be kept to spare the search. Throws std::bad_alloc. Names are
-    /// case-sensitive, and the empty name is a name like any other; null is not tested for.
+    /// Returns the counter with this name; a new one starts at 0. The reference is valid until the
+    /// module unloads, so callers may keep it to avoid the search. Names are case-sensitive, and
+    /// the empty name is valid. Passing null is undefined. Throws std::bad_alloc.
     ZOL_FRAMEWORK_API static Counter& counter(const char* name);
 
-    /// The present value, which then goes up by one; behind 2147483647 comes -2147483648.
+    /// Returns the current value, then increments it. 2147483647 is followed by -2147483648.
     ZOL_FRAMEWORK_API int next();
 
-    /// Back to 0.
+    /// Sets the value to 0.
     ZOL_FRAMEWORK_API void reset();
 
-    /// Takes over the present value of the other and links nothing.
+    /// Copies the current value. The two counters stay independent.
     ZOL_FRAMEWORK_API Counter& operator=(const Counter& other);
 
 private:
@@ -39,6 +39,6 @@ private:
     std::int32_t value_;
 };
 
-static_assert(sizeof(Counter) == sizeof(std::int32_t), "modules know it as one number");
+static_assert(sizeof(Counter) == sizeof(std::int32_t), "the size is part of the binary contract");
 
 } // namespace ZOL::Framework::Counting

@@ -8,11 +8,11 @@ struct HeapString;
 
 namespace Exceptions {
 
-/// Root of the framework's own exceptions, those of the logger and of the registry aside; catch it
-/// by reference. It has no base class, so a handler for std::exception does not catch it.
+/// Base class of the framework's exceptions, except those of the logger and of the registry. Catch
+/// it by reference. It has no base class, so a handler for std::exception does not catch it.
 ///
-/// Each object owns its message. Constructors and assignment throw std::bad_alloc. The order of the
-/// virtual operations, the destructor alone, is a binary contract.
+/// Each object owns its message. Constructors and assignment throw std::bad_alloc. The destructor
+/// is the only virtual operation; this is a binary contract.
 class ZOL_FRAMEWORK_API FrameworkException {
 public:
     FrameworkException();
@@ -23,11 +23,12 @@ public:
     FrameworkException(const FrameworkException& other);
     virtual ~FrameworkException();
 
-    /// Takes the message over and nothing else: the object stays of its own class. A failure
-    /// leaves it as it was.
+    /// Copies the message only; the object keeps its class. If copying throws, the object is
+    /// unchanged.
     const FrameworkException& operator=(const FrameworkException& other);
 
-    /// Zero-terminated and never null; valid until the object is assigned to or destroyed.
+    /// Returns a zero-terminated text, never null. It is valid until the object is assigned to or
+    /// destroyed.
     const char* message() const;
 
 private:
@@ -35,7 +36,7 @@ private:
 };
 
 static_assert(sizeof(FrameworkException) == 2 * sizeof(void*),
-              "modules know it as a virtual table and one pointer");
+              "the size is part of the binary contract");
 
 } // namespace Exceptions
 

@@ -4,41 +4,45 @@
 
 #include "ZOL/Framework/Export.h"
 
-/// One allocator and one table of named objects for all modules of the process. Any thread may
-/// call any function.
+/// One allocator and one table of named objects for all modules of the process. Any thread may call
+/// any function.
 namespace ZOL::Framework::Management::MemoryManager {
 
-// The C library's heap, the same that the module's operator new uses. Never throws: null and errno
-// ENOMEM mean that there is no such block to be had. No lock of the library is taken.
+// allocate, reallocate and deallocate use the C library's heap, as the module's operator new does.
+// They never throw. If memory is exhausted, they return null and set errno to ENOMEM. They take no
+// lock of the library.
 
-/// A block of at least size bytes, of one byte if size is 0; the caller's, to be given to
-/// deallocate by whichever module.
+/// Returns a block of at least size bytes, of one byte if size is 0. The caller owns it; any module
+/// may pass it to deallocate.
 ZOL_FRAMEWORK_API void* allocate(std::size_t size);
 
-/// The block in its new size, perhaps elsewhere. A null block is allocate(size). A size of 0 frees
-/// the block and returns null. After any failure the old block is intact and still the caller's.
+/// Resizes the block and returns it, possibly at a new address. If block is null, the call is
+/// allocate(size). If size is 0, the block is freed and the result is null. After a failure the old
+/// block is unchanged and the caller still owns it.
 ZOL_FRAMEWORK_API void* reallocate(void* block, std::size_t size);
 
-/// Frees the block; null is accepted.
+/// Frees the block. Null is allowed.
 ZOL_FRAMEWORK_API void deallocate(void* block);
 
-/// The process's object of that name, made by the first caller's factory. Later callers get the
-/// same pointer whatever factory they bring. The library never destroys the object, and there is
-/// no way to take it out.
+/// Returns the object of the process with this name. The first call creates it with its factory;
+/// later calls return the same pointer and do not run theirs. The library never destroys the
+/// object, and it cannot be removed from the table.
 ///
-/// The factory runs on this thread with the table's lock held, which is not recursive: a factory
-/// that comes to registerObject or findObject waits for itself for ever. Make inner objects first.
-/// What the factory throws passes through, with nothing registered.
+/// The factory runs on the calling thread with the table's lock held. The lock is not recursive: a
+/// factory that calls registerObject or findObject deadlocks, so create inner objects first. An
+/// exception from the factory is passed to the caller, and nothing is registered.
 ///
-/// A factory that returns null occupies the name: findObject gives null for it from then on, and
-/// each later caller runs its own factory and gets an object that nobody else can find.
+/// If a factory returns null, the name stays registered with null: findObject returns null for it,
+/// and each later registerObject runs its own factory and returns an object that is not in the
+/// table.
 ///
-/// Throws std::bad_alloc; if the table could not take a made object, the object is lost. Throws
-/// boost::thread_resource_error if the lock cannot wait. Neither argument is tested for null.
+/// Throws std::bad_alloc; if the table has no memory for an object that the factory has created,
+/// the object is leaked. Throws boost::thread_resource_error if the lock cannot be acquired.
+/// Passing null for either argument is undefined.
 ZOL_FRAMEWORK_API void* registerObject(const char* name, void* (*factory)());
 
-/// The object of that name, or null if there is none. Takes the same lock; throws std::bad_alloc
-/// and boost::thread_resource_error.
+/// Returns the object with this name, or null if there is none. Takes the same lock. Throws
+/// std::bad_alloc and boost::thread_resource_error.
 ZOL_FRAMEWORK_API void* findObject(const char* name);
 
 } // namespace ZOL::Framework::Management::MemoryManager

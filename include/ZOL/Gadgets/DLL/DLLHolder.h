@@ -20,15 +20,16 @@
 
 namespace ZOL::Gadgets::DLL {
 
-/// An always active assertion that takes its details as a stream and formats them only if it
-/// failed:
+/// An assertion that is active in every build. Details are added as to a stream, and are formatted
+/// only if the condition is false:
 ///
 ///     AssertionStream assertion(&condition, "text of the failure");
 ///     assertion << "details " << value;
 ///     assertion.raise();
 class AssertionStream {
 public:
-    /// @param failureText kept as a pointer; must outlive the object.
+    /// @param condition read by the constructor only.
+    /// @param failureText stored as a pointer; must outlive the object.
     AssertionStream(const bool* condition, const char* failureText)
         : condition_(condition), failureText_(*condition ? nullptr : failureText) {}
 
@@ -38,14 +39,14 @@ public:
             return *this;
         }
         std::ostringstream text;
-        text.exceptions(std::ios_base::badbit); // or it would swallow std::bad_alloc
+        text.exceptions(std::ios_base::badbit); // rethrows std::bad_alloc
         text << value;
         details_ += text.str();
         return *this;
     }
 
-    /// Throws std::runtime_error with the details, a line feed and the failure text, if the
-    /// condition did not hold.
+    /// Throws std::runtime_error with the details, a line feed and the failure text if the
+    /// condition is false.
     void raise() const {
         if (failureText_ != nullptr) {
             throw std::runtime_error(details_ + "\n" + failureText_);
@@ -58,30 +59,30 @@ private:
     const char* failureText_;
 };
 
-/// Holds one loaded dynamic library and resolves its functions. A load that fails shows at the
-/// first resolve. Objects share nothing and take no lock.
+/// Holds one loaded dynamic library and resolves its functions. The constructors do not report a
+/// failed load; each resolve does. Objects share nothing and take no lock.
 class DLLHolder {
 public:
-    /// Loads the library that dllFileName names, by the platform's search rules.
+    /// Loads the library named dllFileName(name, version), found by the platform's search rules.
     /// @param version may be empty.
     DLLHolder(const char* name, const char* version)
         : handle_(load(dllFileName(name, version).c_str())) {}
 
-    /// Loads that very file.
+    /// Loads the library with exactly this file name.
     explicit DLLHolder(const char* fileName) : handle_(load(fileName)) {}
 
     DLLHolder(const DLLHolder&) = delete;
     DLLHolder& operator=(const DLLHolder&) = delete;
 
-    /// Gives the load back; functions resolved before are not to be called any more unless the
-    /// library is held elsewhere.
+    /// Releases the library. Functions resolved with this object must not be called afterwards,
+    /// unless the library is also held elsewhere.
     ~DLLHolder() { unload(handle_); }
 
-    /// The function of that unmangled name, never null:
+    /// Returns the function with this unmangled name, never null:
     ///
     ///     holder.resolve<int(double)>("rounded")(0.5);
     ///
-    /// Throws std::runtime_error if the library was not loaded or has no such symbol.
+    /// Throws std::runtime_error if the library is not loaded or has no such symbol.
     template <typename Function>
     Function* resolve(const char* name) const {
         static_assert(std::is_function_v<Function>, "resolve takes a function type, R(Arguments)");
@@ -134,7 +135,7 @@ private:
         return ::dlopen(fileName, RTLD_NOW | RTLD_LOCAL);
     }
 
-    // A null handle means the whole process to dlsym, and is not harmless to dlclose.
+    // Null is not a library: dlclose must not get it, and dlsym would search the whole process.
     static void unload(Handle handle) {
         if (handle != nullptr) {
             ::dlclose(handle);
