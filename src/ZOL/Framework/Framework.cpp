@@ -11,8 +11,8 @@ namespace ZOL::Framework {
 
 namespace {
 
-// The property store, made at the first use in storage of its own: a local static object would
-// bring the compiler's lock along, and its users take turns by one of theirs.
+// The property store is constructed in this storage at the first use. A local static object would
+// take the compiler's lock, which is not needed: users must synchronise the first use themselves.
 alignas(Management::PropertyManagerImpl) unsigned char propertyManagerStorage[sizeof(
     Management::PropertyManagerImpl)];
 
@@ -29,14 +29,15 @@ void destroyPropertyManager() {
 Management::PropertyManager* Framework::propertyManager() {
     static bool propertyManagerCreated_ = false;
     if (!propertyManagerCreated_) {
-        propertyManagerCreated_ = true; // before the object is finished, as callers know
+        // Set before the construction; the first call must not overlap another one, see the header.
+        propertyManagerCreated_ = true;
         try {
             new (propertyManagerStorage) Management::PropertyManagerImpl;
         } catch (...) {
             propertyManagerCreated_ = false;
             throw;
         }
-        // Registered later than the clean-ups of all static objects, so it comes before them.
+        // Registered after the destructors of all static objects, so it runs before them.
         Platform::atUnload(destroyPropertyManager);
     }
     return storedPropertyManager();
@@ -46,7 +47,7 @@ unsigned short Framework::randomNumber() {
     std::uint32_t sum = 0;
     {
         const boost::mutex::scoped_lock lock(randomMutex_);
-        // The count keeps threads apart whose generators stand at the same state.
+        // With the counter, threads whose generators have the same state get different numbers.
         sum = Platform::drawRandomNumber() + randomCounter_;
         ++randomCounter_;
     }

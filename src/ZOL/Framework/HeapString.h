@@ -4,7 +4,7 @@
 
 namespace ZOL::Framework {
 
-/// A string of the module's own behind the pointer that classes of the boundary hold.
+/// The module's private string to which exported classes hold a pointer.
 struct HeapString {
     std::string text;
 };

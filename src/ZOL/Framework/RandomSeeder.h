@@ -5,7 +5,7 @@
 
 namespace ZOL::Framework {
 
-/// Seeds the generator of the loading thread, the only one that is ever seeded.
+/// Seeds the generator of the loading thread. No other generator is ever seeded.
 class RandomSeeder {
 public:
     RandomSeeder() { Platform::seedRandomGenerator(Platform::currentMillisecond()); }

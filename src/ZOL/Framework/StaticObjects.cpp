@@ -5,9 +5,10 @@
 #include "ZOL/Framework/Management/ObjectRegistry.h"
 #include "ZOL/Framework/RandomSeeder.h"
 
-// Every static object of the module, top to bottom in load order. Unloading cleans up bottom to
-// top: the registry forgets its names before the logging state goes, and the counters are deleted
-// before their table. Loggers, registered objects and the crisis logger are left as they are.
+// All static objects of the module, in the order of their construction. They are destroyed in
+// reverse order when the module unloads: the object registry before the logging state, and the
+// counters before their table. Loggers, registered objects and the crisis logger are never
+// destroyed.
 
 namespace ZOL::Framework {
 

@@ -8,12 +8,12 @@
 #include <boost/thread/mutex.hpp>
 #include <boost/thread/recursive_mutex.hpp>
 
-// Not a mere declaration of LoggerBackend: one that is not marked for export hides what a debug
-// build writes down about the class.
+// Not a forward declaration of LoggerBackend: one without the export mark would hide the class's
+// debug information.
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
 
-// The process-wide state that comes up while the module loads; StaticObjects.cpp defines it in
-// load order. Name tables compare byte by byte, and may be searched without a copy of the key.
+// The process-wide state that is constructed when the module loads. StaticObjects.cpp defines it,
+// in that order. Names are compared byte by byte.
 
 namespace ZOL::Framework {
 
@@ -25,7 +25,7 @@ namespace Counting {
 class Counter;
 
 using CounterTable = std::map<std::string, Counter*>;
-extern CounterTable counters_; // owns the counters; unlocked, as its callers take turns themselves
+extern CounterTable counters_; // owns the counters; no lock, callers synchronise
 
 } // namespace Counting
 
@@ -40,8 +40,8 @@ namespace GenericLogger {
 class Logger;
 
 using LoggerTable = std::map<std::string, Logger*, std::less<>>;
-extern LoggerTable loggers;                // owns its keys, not the loggers
-extern boost::recursive_mutex loggerMutex; // held for the whole of every logging operation
+extern LoggerTable loggers;                           // owns its keys, not the loggers
+extern boost::recursive_mutex loggerMutex;            // held during every logging operation
 extern std::vector<LoggerBackend*> installedBackends; // in installation order; owns none of them
 
 } // namespace GenericLogger

@@ -9,10 +9,10 @@ struct LocalTime {
     int millisecond; ///< 0 to 999
 };
 
-/// The wall-clock time of day.
+/// Returns the current local time of day.
 LocalTime localTime();
 
-/// The millisecond field of the current time, 0 to 999.
+/// Returns the milliseconds of the current time, 0 to 999.
 unsigned int currentMillisecond();
 
 } // namespace ZOL::Platform

@@ -6,8 +6,8 @@ namespace ZOL::Platform {
 
 extern const char* const crisisLogPath;
 
-/// Opens the crisis log for appending and reading, as text, created if it is missing. While it is
-/// open, every other open of it by this function fails, in any process. Null on failure.
+/// Opens the crisis log in text mode for appending and reading, and creates it if necessary. While
+/// it is open, every other call of this function fails, in any process. Returns null on failure.
 std::FILE* openCrisisLogFile();
 
 } // namespace ZOL::Platform

@@ -6,9 +6,9 @@
 
 namespace ZOL::Platform {
 
-/// The zero-terminated text by the C runtime's locale: in the "C" locale, where every program
-/// starts, units up to 255 become the byte of the same value. The result has the terminating zero
-/// in it; it is empty if a unit has no byte.
+/// Converts a zero-terminated text to bytes by the C runtime's locale. In the "C" locale, in which
+/// every program starts, units up to 255 become the byte of the same value. The result includes the
+/// terminating zero. It is empty if a unit cannot be converted.
 std::string narrowString(const Framework::Management::WideString::value_type* text);
 
 } // namespace ZOL::Platform

@@ -2,7 +2,8 @@
 
 namespace ZOL::Platform {
 
-/// Has the function called when the module unloads, before all that was registered earlier.
+/// Registers a function that is called when the module unloads, before functions and destructors
+/// that were registered earlier.
 void atUnload(void (*function)());
 
 } // namespace ZOL::Platform

@@ -6,7 +6,8 @@
 
 namespace ZOL::RegistryAccess {
 
-/// An open key and the number of nodes that share it. The last release closes the key.
+/// An open key and the number of nodes that share it. The last release closes the key and deletes
+/// the object.
 class Registry::HandleHolder {
 public:
     explicit HandleHolder(HKEY openKey) : key(openKey) {}

@@ -4,16 +4,16 @@
 
 namespace ZOL::RegistryAccess {
 
-// Every name goes through toNative on its way to the platform, and every text from the platform
-// through fromNative. The ANSI functions take and give the bytes as they are.
+// toNative converts every name that is passed to the platform, fromNative every text that comes
+// from it. For the ANSI functions both return the bytes unchanged.
 
 std::string toNative(const std::string& text);
 std::string fromNative(const std::string& text);
 
-/// Empty: no wide text is ever read.
+/// Returns an empty text: no wide text is ever read.
 std::string fromWide(const std::wstring& text);
 
-/// What stands behind the last backslash of a key path; the whole path if there is none.
+/// Returns the part of a key path after the last backslash, or the path if it has none.
 std::string lastPathComponent(const std::string& path);
 
 } // namespace ZOL::RegistryAccess

@@ -27,7 +27,7 @@ std::vector<Registry> Registry::getSubKeys() const {
         default:
             throw OpenError("Unable to open enumerated sub key.", throwFile, 569);
         }
-        // The platform does not tell the length, and a full buffer has no zero.
+        // The platform does not return the length, and a full buffer has no terminating zero.
         const auto end = std::find(name.begin(), name.end(), '\0');
         subKeys.push_back(openSubKey(fromNative(std::string(name.begin(), end))));
     }

@@ -16,7 +16,7 @@ Registry::Registry(const Registry& other) : name_(other.name_), handle_(other.ha
 
 Registry& Registry::operator=(const Registry& other) {
     name_ = other.name_;
-    handle_ = other.handle_; // what was held before keeps its reference, as callers know
+    handle_ = other.handle_; // no release of the old key, see the header
     handle_->addReference();
     return *this;
 }
@@ -34,7 +34,7 @@ Registry Registry::adopt(const std::string& name, HKEY key) {
     try {
         handle = new HandleHolder(key);
         return Registry(name, handle);
-    } catch (...) { // no memory: nobody else would close it
+    } catch (...) { // out of memory: the key has no other owner
         if (handle != nullptr) {
             handle->release();
         } else {
@@ -45,7 +45,7 @@ Registry Registry::adopt(const std::string& name, HKEY key) {
 }
 
 Registry Registry::open(HKEY root, const std::string& path) {
-    const std::string name = lastPathComponent(path); // while there is no key to lose
+    const std::string name = lastPathComponent(path); // may throw, so before the key is open
     HKEY key = nullptr;
     const LONG result = RegOpenKeyA(root, toNative(path).c_str(), &key);
     switch (result) {
@@ -59,7 +59,7 @@ Registry Registry::open(HKEY root, const std::string& path) {
 }
 
 Registry Registry::create(HKEY root, const std::string& path) {
-    const std::string name = lastPathComponent(path); // while there is no key to lose
+    const std::string name = lastPathComponent(path); // may throw, so before the key is open
     HKEY key = nullptr;
     const LONG result = RegCreateKeyA(root, toNative(path).c_str(), &key);
     switch (result) {
@@ -79,7 +79,7 @@ std::string Registry::getName() const {
 bool Registry::hasSubKey(const std::string& name) const {
     HKEY key = nullptr;
     const LONG result = RegOpenKeyA(handle_->key, toNative(name).c_str(), &key);
-    RegCloseKey(key); // also when nothing was opened
+    RegCloseKey(key); // also if no key was opened
     return result == ERROR_SUCCESS;
 }
 

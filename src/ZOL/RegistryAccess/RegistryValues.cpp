@@ -31,7 +31,7 @@ Registry::Bytes Registry::getStringValue(const std::string& name) const {
             throw OpenError("Unable to open requested value.", throwFile, 350);
         }
         if (value.name() == toNative(name)) {
-            // Up to the first zero, whatever size the platform told.
+            // Up to the first zero; the size that the platform returned is ignored.
             const auto end = std::find(value.data.begin(), value.data.end(), '\0');
             const std::string text = fromNative(std::string(value.data.begin(), end));
             return {text.begin(), text.end()};
@@ -66,8 +66,8 @@ std::int32_t Registry::getIntValue(const std::string& name) const {
 
 bool Registry::updateStringValue(const std::string& name, const Bytes& value) {
     checkHandle(handle_, 469);
-    // The string's buffer and not the vector's: the platform looks at the byte behind the data,
-    // where a string has a zero.
+    // The platform reads the byte after the data. A string has a zero there, a vector has no such
+    // byte.
     const std::string text = toNative(std::string(value.begin(), value.end()));
     const LONG result = RegSetValueExA(handle_->key, toNative(name).c_str(), 0, REG_SZ,
                                        reinterpret_cast<const BYTE*>(text.c_str()),

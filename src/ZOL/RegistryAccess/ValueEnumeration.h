@@ -7,16 +7,17 @@
 
 namespace ZOL::RegistryAccess {
 
-/// Size in bytes of what enumerations read names and data into: fixed, with no second attempt for
-/// what does not fit.
+/// Size in bytes of the buffers for names and data. It is fixed: a name or data that does not fit
+/// is a failure.
 constexpr DWORD enumerationBufferSize = 261;
 
 using EnumerationBuffer = std::array<char, enumerationBufferSize>;
 
-/// One value of a key as the platform enumerates it. Made anew for each index: nothing of an
-/// earlier value is left in it.
+/// One enumerated value of a key. Use a new object for each index, so that it contains nothing of
+/// an earlier value.
 struct EnumeratedValue {
-    /// The platform's answer: 0, 259 behind the last value, or a failure.
+    /// Reads the value with this index. Returns the platform's result: ERROR_SUCCESS,
+    /// ERROR_NO_MORE_ITEMS after the last value, or another failure.
     LONG read(HKEY key, DWORD index);
 
     std::string name() const { return {nameBuffer.data(), nameLength}; }
@@ -25,9 +26,9 @@ struct EnumeratedValue {
     DWORD nameLength = enumerationBufferSize;
     DWORD type = 0;
     EnumerationBuffer data{};
-    // Of a text that fills the buffer without a zero, the platform looks at the byte behind, and
-    // writes a zero there along.
-    const char behindData = '\1';
+    // For a text without a terminating zero, RegSetValueExA reads the byte after it and stores it
+    // too if it is zero. This byte prevents that for a text that fills the buffer.
+    const char byteAfterData = '\1';
     DWORD dataSize = enumerationBufferSize;
 };
 

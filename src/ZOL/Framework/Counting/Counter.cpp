@@ -28,7 +28,7 @@ Counter& Counter::counter(const char* name) {
 
 int Counter::next() {
     const std::int32_t value = value_;
-    // Unsigned, so that the step behind the largest value is a wrap and not undefined.
+    // Unsigned arithmetic: signed overflow after the largest value would be undefined.
     value_ = static_cast<std::int32_t>(static_cast<std::uint32_t>(value) + 1U);
     return value;
 }

@@ -28,13 +28,13 @@ void CrisisLoggerImpl::open() {
 void CrisisLoggerImpl::log(const char* message) {
     const boost::mutex::scoped_lock lock(mutex_);
 
-    // Whole before anything is written: when memory is short, not half a line goes out.
+    // The line is complete before it is written: no partial line if memory runs out.
     GenericLogger::detail::TextStream line;
     timestamp(line);
     line << " - " << message << "\n";
     const std::string_view text = line.view();
 
-    // Nobody is left to be told of a failure.
+    // There is no other place to report a failure to.
     (void)std::fwrite(text.data(), 1, text.size(), file_);
     (void)std::fflush(file_);
 }
@@ -42,7 +42,7 @@ void CrisisLoggerImpl::log(const char* message) {
 void CrisisLoggerImpl::timestamp(GenericLogger::detail::TextStream& line) {
     const Platform::LocalTime now = Platform::localTime();
 
-    // Padded by hand: a manipulator's std::ostream costs more than all the rest of the line.
+    // Without manipulators: creating their std::ostream costs more than the rest of the line.
     line << (now.hour < 10 ? "0" : "") << now.hour << ":" << now.minute << ":" << now.second << "."
          << (now.millisecond < 100 ? "0" : "") << (now.millisecond < 10 ? "0" : "")
          << now.millisecond;

@@ -10,6 +10,7 @@ class TextStream;
 
 namespace ZOL::Framework::CrisisLogging {
 
+/// The private block of the crisis logger.
 class CrisisLoggerImpl {
 public:
     CrisisLoggerImpl() = default;
@@ -27,7 +28,7 @@ private:
     static void timestamp(GenericLogger::detail::TextStream& line);
 
     std::FILE* file_ = nullptr;
-    boost::mutex mutex_; // held over clock and writing, so that lines stand in the order of times
+    boost::mutex mutex_; // held while time is read and line written: keeps lines in order
 };
 
 } // namespace ZOL::Framework::CrisisLogging

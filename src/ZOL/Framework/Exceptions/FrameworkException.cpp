@@ -18,7 +18,7 @@ FrameworkException::~FrameworkException() {
 }
 
 const FrameworkException& FrameworkException::operator=(const FrameworkException& other) {
-    // The copy comes first: a failure changes nothing, and the other may be this very object.
+    // Copied first: a failed copy changes nothing, and other may be this object.
     HeapString* const copy = new HeapString(*other.message_);
     delete std::exchange(message_, copy);
     return *this;

@@ -4,8 +4,8 @@
 
 namespace ZOL::Framework::Exceptions {
 
-/// A property was read or cleared that is not there. Private to the module: others catch it as
-/// FrameworkException.
+/// Thrown if a property that does not exist is read or cleared. Private to the module: users catch
+/// it as FrameworkException.
 class UnexistentProperty : public FrameworkException {
 public:
     explicit UnexistentProperty(const char* message) : FrameworkException(message) {}

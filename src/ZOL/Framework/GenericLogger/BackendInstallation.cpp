@@ -9,7 +9,7 @@ namespace ZOL::Framework::GenericLogger {
 
 namespace {
 
-// What a refused installation names as its source, whatever this file is called.
+// File and lines that a refused installation reports. They are fixed, not those of this file.
 constexpr const char* throwFile = "src\\ZOL\\Framework\\GenericLogger\\Logger";
 constexpr int nullBackendLine = 256;
 constexpr int installedTwiceLine = 263;

@@ -7,7 +7,7 @@ namespace ZOL::Framework::GenericLogger {
 LoggerBackend* Logger::loadBackend(const char* name) {
     const boost::recursive_mutex::scoped_lock lock(loggerMutex);
 
-    // Never destroyed: a back end's library, once loaded, stays until the process ends.
+    // Never destroyed: the library of a back end stays loaded until the process ends.
     const auto* const holder = new Gadgets::DLL::DLLHolder(name, "");
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
     return holder->resolve<LoggerBackend*()>("createBackend")();

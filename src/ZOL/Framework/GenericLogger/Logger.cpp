@@ -22,15 +22,16 @@ Logger* Logger::getLogger(const char* name) {
         return known->second;
     }
 
-    // A logger that does not make it into the table is given up, without a word to its channels.
-    const auto giveUp = [](Logger* logger) {
+    // A logger that is not entered into the table is destroyed without calling its channels.
+    const auto discard = [](Logger* logger) {
         logger->impl_->forgetChannels();
         delete logger;
     };
-    std::unique_ptr<Logger, decltype(giveUp)> logger(new Logger(name), giveUp);
+    std::unique_ptr<Logger, decltype(discard)> logger(new Logger(name), discard);
     logger->impl_->connect(installedBackends);
 
-    // A back end that asked for this very name has had its logger entered already: that one stays.
+    // If a back end called getLogger with this name meanwhile, its logger is in the table and
+    // stays.
     const auto [entry, entered] = loggers.emplace(name, logger.get());
     if (entered) {
         (void)logger.release();

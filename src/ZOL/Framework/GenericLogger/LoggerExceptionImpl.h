@@ -9,7 +9,7 @@ struct LoggerExceptionImpl {
     std::string message_;
     std::string filename_;
     int lineNumber_;
-    std::string whatText_; // empty until the first what
+    std::string whatText_; // empty until the first call of what
 };
 
 } // namespace ZOL::Framework::GenericLogger

@@ -8,9 +8,9 @@ namespace ZOL::Framework::GenericLogger {
 
 namespace {
 
-// With more entries than this in the cache, the next message turns into the overflow entry.
+// If the cache has more entries than this, the overflow entry replaces the next message.
 constexpr std::size_t overflowThreshold = 100;
-constexpr std::size_t mostEntries = overflowThreshold + 2;
+constexpr std::size_t maxEntries = overflowThreshold + 2;
 
 constexpr LoggingLevel overflowLevel = LOG_LEVEL_WARNING;
 constexpr const char* overflowText = "LOG Cache overflow...";
@@ -34,9 +34,9 @@ void LoggerImpl::cacheMessage(LoggingLevel level, const char* text) {
     if (cacheOverflowed_ == 1) {
         return;
     }
-    // Room for all there can be: a channel that logs during a flush must not move the text that it
-    // was handed.
-    cache_.reserve(mostEntries);
+    // Never reallocated: a channel that logs during a flush must not invalidate the text that it
+    // received.
+    cache_.reserve(maxEntries);
     if (cache_.size() > overflowThreshold) {
         cache_.push_back({overflowLevel, overflowText});
         cacheOverflowed_ = 1;

@@ -17,26 +17,27 @@ struct CachedMessage {
     std::string text;
 };
 
-/// The private block of a logger. Everything runs with loggerMutex held, the three level and
-/// switch accessors aside.
+/// The private block of a logger. All operations except isLevelActive, minLevel, isEnabled and
+/// enable are called with loggerMutex held.
 ///
-/// Plug-ins are called in the middle of the walks and may come back to the same logger: every walk
-/// goes by index and reads the size anew for each step.
+/// Loops over channels and cache call plug-ins, which may call the same logger again. These loops
+/// therefore use indexes and read the size in each step.
 class LoggerImpl {
 public:
     explicit LoggerImpl(const char* name);
     LoggerImpl(const LoggerImpl&) = delete;
     LoggerImpl& operator=(const LoggerImpl&) = delete;
 
-    /// Releases every channel.
+    /// Calls release on every channel.
     ~LoggerImpl();
 
-    /// Builds the channels from the back ends of this copy, and delivers the cache to them.
+    /// Opens the channels of these back ends and delivers the cache to them. The list is a copy,
+    /// because a back end may change the installed ones during the call.
     void connect(std::vector<LoggerBackend*> backends);
 
     bool hasChannels() const { return !channels_.empty(); }
 
-    /// Forgets the channels without a call on them.
+    /// Drops the channels without calling them.
     void forgetChannels() { channels_.clear(); }
 
     void deliverToChannels(LoggingLevel level, const char* text) {
@@ -47,7 +48,7 @@ public:
 
     void cacheMessage(LoggingLevel level, const char* text);
 
-    // Single reads and writes that order nothing: no lock is held for these.
+    // Called without the lock: single relaxed reads and writes.
     bool isLevelActive(LoggingLevel level) const {
         return level >= minLevel_.load(std::memory_order_relaxed);
     }

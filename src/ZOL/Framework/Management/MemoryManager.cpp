@@ -15,7 +15,7 @@ void* allocate(std::size_t size) {
 void* reallocate(void* block, std::size_t size) {
     void* const result = std::realloc(block, size);
     if (result == nullptr && size != 0) {
-        errno = ENOMEM; // Wine's C runtime leaves it alone here
+        errno = ENOMEM; // Wine's C runtime does not set it
     }
     return result;
 }

@@ -9,10 +9,10 @@ void* ObjectRegistry::registerObject(const char* name, void* (*factory)()) {
     if (known != nullptr) {
         return known;
     }
-    void* const made = factory();
-    // A name that was registered with null keeps its null.
-    objects_.emplace(name, made);
-    return made;
+    void* const created = factory();
+    // Has no effect if the name is registered with null.
+    objects_.emplace(name, created);
+    return created;
 }
 
 void* ObjectRegistry::findObject(const char* name) {

@@ -7,7 +7,7 @@
 
 namespace ZOL::Framework::Management {
 
-/// The process's table of named objects; it owns its names and none of the objects.
+/// The process's table of named objects. It owns the names, not the objects.
 class ObjectRegistry {
 public:
     void* registerObject(const char* name, void* (*factory)());

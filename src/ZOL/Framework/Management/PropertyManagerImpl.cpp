@@ -9,12 +9,12 @@ namespace ZOL::Framework::Management {
 
 namespace {
 
-constexpr std::string_view readFailure = "Trying to read unexistent property: ";
-constexpr std::string_view clearFailure = "Trying to clear an unexistent property: ";
+constexpr std::string_view readMessage = "Trying to read unexistent property: ";
+constexpr std::string_view clearMessage = "Trying to clear an unexistent property: ";
 
-/// The whole text is narrowed at once: a name that cannot be takes the failure's words with it.
-[[noreturn]] void throwUnexistent(std::string_view failure, const WideString& name) {
-    WideString text(failure.begin(), failure.end());
+/// Narrows message and name together: if the name cannot be narrowed, the whole text is empty.
+[[noreturn]] void throwUnexistent(std::string_view message, const WideString& name) {
+    WideString text(message.begin(), message.end());
     text += name;
     throw Exceptions::UnexistentProperty(Platform::narrowString(text.c_str()).c_str());
 }
@@ -24,7 +24,7 @@ constexpr std::string_view clearFailure = "Trying to clear an unexistent propert
 const WideString& PropertyManagerImpl::readProperty(const WideString& name) const {
     const auto property = properties_.find(name);
     if (property == properties_.end()) {
-        throwUnexistent(readFailure, name);
+        throwUnexistent(readMessage, name);
     }
     return property->second;
 }
@@ -44,7 +44,7 @@ void PropertyManagerImpl::setProperty(const WideString& name, const WideString& 
 void PropertyManagerImpl::clearProperty(const WideString& name) {
     const auto property = properties_.find(name);
     if (property == properties_.end()) {
-        throwUnexistent(clearFailure, name);
+        throwUnexistent(clearMessage, name);
     }
     properties_.erase(property);
 }

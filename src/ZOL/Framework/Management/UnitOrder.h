@@ -8,11 +8,11 @@
 
 namespace ZOL::Framework::Management {
 
-/// The lexicographic order of the units, as the strings' own `<` has it. That one compares unit by
-/// unit what mostly begins alike.
+/// The lexicographic order of the units, the same as that of the strings' operator<. It is faster
+/// for names with a common beginning, because it compares several units at once.
 struct UnitOrder {
     bool operator()(const WideString& left, const WideString& right) const noexcept {
-        constexpr std::size_t stride = 4; // what a processor compares at once
+        constexpr std::size_t stride = 4; // units that one comparison covers
         const auto* const a = left.data();
         const auto* const b = right.data();
         const std::size_t common = std::min(left.size(), right.size());

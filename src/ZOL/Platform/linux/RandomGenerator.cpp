@@ -6,7 +6,13 @@ namespace ZOL::Platform {
 
 namespace {
 
-thread_local std::uint32_t state = 1;
+constexpr std::uint32_t initialState = 1;
+constexpr std::uint32_t multiplier = 214013;
+constexpr std::uint32_t increment = 2531011;
+constexpr unsigned int discardedBits = 16;
+constexpr std::uint32_t numberMask = 0x7FFF;
+
+thread_local std::uint32_t state = initialState;
 
 } // namespace
 
@@ -15,8 +21,8 @@ void seedRandomGenerator(unsigned int seed) {
 }
 
 unsigned int drawRandomNumber() {
-    state = state * 214013U + 2531011U;
-    return (state >> 16) & 0x7FFFU;
+    state = state * multiplier + increment;
+    return (state >> discardedBits) & numberMask;
 }
 
 } // namespace ZOL::Platform

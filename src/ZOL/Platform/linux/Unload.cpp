@@ -1,8 +1,8 @@
 #include "ZOL/Platform/Unload.h"
 
-// The call behind atexit and behind static objects, by the C++ ABI. The thread sanitizer's own
-// atexit forgets whose function it is, and calls it at the end of the process, when the module may
-// be gone.
+// __cxa_atexit is the function of the C++ ABI that atexit and static objects use. The thread
+// sanitizer's replacement of atexit does not record the module, and calls the function when the
+// process ends, possibly after the module has been unloaded.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 extern void* __dso_handle;

@@ -4,14 +4,16 @@
 
 #include <share.h>
 
+#define CRISIS_LOG_PATH "C:\\zol.log"
+
 namespace ZOL::Platform {
 
-const char* const crisisLogPath = "C:\\zol.log";
+const char* const crisisLogPath = CRISIS_LOG_PATH;
 
 std::FILE* openCrisisLogFile() {
-    // The sharing that _wfopen_s means for a file opened for writing; asked for by name, it is kept
-    // by every C runtime, Wine's included.
-    return _wfsopen(L"C:\\zol.log", L"a+", _SH_DENYRW);
+    // _wfopen_s opens a file for writing with the same sharing mode, but Wine's C runtime does not
+    // enforce it there.
+    return _wfsopen(L"" CRISIS_LOG_PATH, L"a+", _SH_DENYRW);
 }
 
 } // namespace ZOL::Platform

@@ -2,9 +2,9 @@
 
 #include <boost/thread/detail/tss_hooks.hpp>
 
-// The module's entry function. All load work is static initialisation; what is left to do here is
-// to tell Boost.Thread, a static library without an entry function of its own, of ending threads
-// and of the end of the process.
+// The module's entry function. It only notifies Boost.Thread, a static library without an entry
+// function of its own, of the end of threads and of the process. Static initialisation does all
+// work at load time.
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
     switch (reason) {
     case DLL_THREAD_DETACH:
@@ -22,7 +22,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
 
 namespace boost {
 
-// Boost.Thread asks for this by name as a promise that somebody calls its hooks.
+// Boost.Thread requires this function as a sign that its hooks are called.
 void tss_cleanup_implemented();
 void tss_cleanup_implemented() {}
 

@@ -6,10 +6,11 @@
 namespace ZOL::Platform {
 
 std::string narrowString(const wchar_t* text) {
-    const std::size_t size = 2 * std::wcslen(text) + 2;
+    constexpr std::size_t maxBytesPerUnit = 2;
+    const std::size_t size = maxBytesPerUnit * (std::wcslen(text) + 1); // with the terminating zero
     std::string result(size, '\0');
     std::size_t converted = 0;
-    // A failure shows as a count of 0, which is all that it is to show as.
+    // On failure the count is 0 and the result is empty.
     (void)wcstombs_s(&converted, result.data(), size, text, size);
     result.resize(converted);
     return result;
