@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# demo.sh [windows|linux] [FILE]: builds the demo and runs it on FILE, /var/log/dpkg.log if none is
-# given; on both platforms, Windows under Wine, if none is given. Log lines go to standard error,
-# everything else to standard output.
+# demo.sh [windows|linux] [FILE]: builds examples/two-modules and runs it on FILE, /var/log/dpkg.log
+# by default, on both platforms or on the given one; on Windows, which is Wine here, also
+# examples/registry. Log lines go to standard error, everything else to standard output.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -14,7 +14,7 @@ case ${1-} in
 esac
 [ $# -le 1 ] || die "usage: scripts/demo.sh [windows|linux] [FILE]"
 
-# Looked at before anything is built; the host does so again.
+# Checked before anything is built; the host checks again.
 file=${1-/var/log/dpkg.log}
 [ -e "$file" ] || die "cannot read '$file': there is no such file"
 [ ! -d "$file" ] || die "cannot read '$file': it is a folder"
@@ -22,18 +22,24 @@ file=${1-/var/log/dpkg.log}
 [[ $file = /* ]] || file=$PWD/$file
 
 cd "$root"
-say "preparing the machine"
-scripts/setup.sh
-
 for platform in "${platforms[@]}"; do
+    say "preparing the machine for $platform"
+    scripts/setup.sh demo "$platform"
+
+    # In a folder of its own: these options would stay in the cache of build/$platform.
     say "building for $platform"
-    cmake --preset "$platform"
-    cmake --build --preset "$platform" --target DemoHost DemoReader DemoAuditor Console
+    build=build/demo/$platform
+    targets=(TwoModulesHost)
+    [ "$platform" = linux ] || targets+=(RegistryExample)
+    cmake --preset "$platform" -B "$build" -DZOL_BUILD_TESTS=OFF -DZOL_BUILD_TOOLS=OFF
+    cmake --build "$build" --target "${targets[@]}"
 
     say "running on $platform with $file"
     if [ "$platform" = windows ]; then
-        scripts/wine.sh build/windows/bin/DemoHost.exe "Z:${file//\//\\}"
+        scripts/wine.sh "$build/bin/TwoModulesHost.exe" "Z:${file//\//\\}"
+        say "running the registry example"
+        scripts/wine.sh "$build/bin/RegistryExample.exe"
     else
-        build/linux/bin/DemoHost "$file"
+        "$build/bin/TwoModulesHost" "$file"
     fi
 done

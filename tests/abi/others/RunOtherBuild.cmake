@@ -1,5 +1,5 @@
 # Builds one side of the boundary in another way, puts it beside the other side as the tree built
-# it, and runs the tests of what all modules share, and the demo, on the two.
+# it, and runs the tests of what all modules share, and examples/two-modules, on the two.
 #
 # cmake -DSIDE=modules|framework -DBIN=<what the tree built> -DPACKAGE=<where it is installed>
 #       -DWORK=... -DGENERATOR=... -DCOMPILER=<compiler, or toolchain file> -DSTANDARD=17|20|23
@@ -10,7 +10,7 @@ include(${CMAKE_CURRENT_LIST_DIR}/../../support/Run.cmake)
 
 set(build ${WORK}/build)
 set(meeting ${WORK}/meeting)
-set(modules ModuleA ModuleB DemoReader DemoAuditor
+set(modules ModuleA ModuleB TwoModulesReader TwoModulesAuditor
     Good NullBackend Chatty ThrowingEntry NoEntryPoint Sharing Versioned)
 
 if(COMPILER MATCHES "\\.cmake$")
@@ -48,7 +48,7 @@ list(TRANSFORM modules APPEND "_r" OUTPUT_VARIABLE moduleFiles)
 list(TRANSFORM moduleFiles REPLACE "^Versioned_r$" "Versioned_r.1.2")
 set(framework ZOL_Framework_r.2.0.8.129)
 file(REMOVE_RECURSE ${meeting})
-place(${BIN} zol_tests zol_boundary_tests DemoHost Console_r)
+place(${BIN} zol_tests zol_boundary_tests TwoModulesHost Console_r)
 if(SIDE STREQUAL "modules")
     place(${build}/bin ${moduleFiles})
     place(${BIN} ${framework})
@@ -74,5 +74,5 @@ if(EMULATOR AND SIDE STREQUAL "framework" AND COMPILER MATCHES "clang")
 endif()
 run_here(zol_tests --gtest_brief=1)
 run_here(zol_boundary_tests --gtest_brief=1 --gtest_filter=-Exports.OfABackEndAreItsEntryPointAlone)
-# The demo compares what host and modules see of every service, and fails if they differ.
-run_here(DemoHost ${CMAKE_CURRENT_LIST_DIR}/packages.log)
+# The host compares what it and the modules see of every service, and fails if they differ.
+run_here(TwoModulesHost ${CMAKE_CURRENT_LIST_DIR}/../../../examples/two-modules/packages.log)
