@@ -1,5 +1,5 @@
-// A module with nothing in it but the proof that it has been loaded, once alone and once with the
-// system libraries that the framework brings along on Windows.
+// A module that exports one function. It is built without imports and, on Windows, also with the
+// system libraries that the framework imports.
 
 #if defined(EMPTY_WITH_IMPORTS)
 #include <windows.h>

@@ -24,17 +24,17 @@ inline std::string nameOf(std::size_t number, std::size_t length) {
 template <std::size_t length>
 const std::vector<std::string>& namesOf() {
     static const std::vector<std::string> names = [] {
-        std::vector<std::string> made;
-        made.reserve(namesOfEachLength);
+        std::vector<std::string> result;
+        result.reserve(namesOfEachLength);
         for (std::size_t i = 0; i < namesOfEachLength; ++i) {
-            made.push_back(nameOf(i, length));
+            result.push_back(nameOf(i, length));
         }
-        return made;
+        return result;
     }();
     return names;
 }
 
-/// Calls use for every name there is, in the order in which all tables are filled.
+/// Calls use for every name, in the order in which all tables are filled.
 template <typename Use>
 void forAllNames(Use&& use) {
     std::vector<std::string> names = namesOf<shortNameLength>();
@@ -46,21 +46,21 @@ void forAllNames(Use&& use) {
     }
 }
 
-/// The names of that length, all of them again and again, in an order that is the same in each
-/// module, as good as random, and too long for a processor to foresee the next one.
+/// All names of that length, repeated and shuffled. The order is the same in each module, and too
+/// long for branch prediction to learn.
 template <std::size_t length>
 const std::vector<const std::string*>& shuffledNames() {
     static const std::vector<const std::string*> order = [] {
         constexpr std::size_t rounds = 40;
-        std::vector<const std::string*> made;
-        made.reserve(rounds * namesOfEachLength);
+        std::vector<const std::string*> result;
+        result.reserve(rounds * namesOfEachLength);
         for (std::size_t round = 0; round < rounds; ++round) {
             for (const std::string& name : namesOf<length>()) {
-                made.push_back(&name);
+                result.push_back(&name);
             }
         }
-        std::shuffle(made.begin(), made.end(), std::minstd_rand());
-        return made;
+        std::shuffle(result.begin(), result.end(), std::minstd_rand());
+        return result;
     }();
     return order;
 }

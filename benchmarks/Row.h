@@ -2,43 +2,46 @@
 
 #include <cstddef>
 
-#include "far/FarSide.h"
+#include "ByteCounter.h"
 
 namespace benchmarks {
 
-/// Something that several subjects do, in a different way each.
-struct Work {
-    const char* name;
-    std::size_t batch; ///< How many times to do it between two looks at the clock.
+/// An operation that several subjects perform, each in its own way.
+struct Workload {
+    const char* name;  ///< Without '|' and '/', which separate it from the rest of a row's name.
+    std::size_t batch; ///< Number of operations between two readings of the clock.
 };
 
 enum class Role {
-    Floor,     ///< The least that any implementation has to do, written out by hand.
-    Reference, ///< Another way by hand, to compare with.
+    Floor,     ///< The least that any implementation has to do, written by hand.
+    Reference, ///< Another hand-written way, for comparison.
     Product,
     Peer
 };
 
-/// One subject doing one work. A row may come from another module; all that it points to stays
-/// there as long as the process lives.
+/// One subject performing one workload. A row may come from another module; everything it points to
+/// stays valid until the process ends.
 struct Row {
-    Work work;
+    Workload workload;
     Role role;
     const char* subject;
 
-    /// Does the work n times.
+    /// Performs the operation n times.
     void (*run)(std::size_t n);
 
-    /// Before and after each measurement, if there is something to set up.
+    /// Called before and after each measurement. May be null.
     void (*prepare)() = nullptr;
     void (*finish)() = nullptr;
 
-    /// For works that deliver text: does the work n times and returns how many bytes came out at
-    /// the far side, which must be the same for all subjects.
+    /// Null, or performs the operation n times and returns how many bytes arrived in the sink. All
+    /// subjects of a workload must deliver the same number.
     std::size_t (*deliver)(std::size_t n) = nullptr;
+
+    /// Called before each batch while the clock is stopped. May be null.
+    void (*prepareBatch)() = nullptr;
 };
 
-/// Rows as they cross the boundary of a module.
+/// Rows as they cross a module boundary.
 struct Rows {
     const Row* first;
     std::size_t count;
@@ -49,26 +52,26 @@ Rows rowsOf(const Row (&rows)[count]) {
     return {rows, count};
 }
 
-/// What a row's deliver is, for a far side that has to be told to count.
-template <void (*run)(std::size_t), FarSide& (*farSide)()>
+/// A row's deliver function for a sink with a ByteCounter.
+template <void (*run)(std::size_t), ByteCounter& (*counter)()>
 std::size_t delivered(std::size_t n) {
-    FarSide& side = farSide();
-    side.bytes = 0;
-    side.isCounted = true;
+    ByteCounter& sink = counter();
+    sink.bytes = 0;
+    sink.isCounting = true;
     run(n);
-    side.isCounted = false;
-    return side.bytes;
+    sink.isCounting = false;
+    return sink.bytes;
 }
 
-/// The same for a far side that tells how many bytes it has taken so far.
-template <void (*run)(std::size_t), std::size_t (*taken)()>
+/// A row's deliver function for a sink that always counts: totalBytes returns the count so far.
+template <void (*run)(std::size_t), std::size_t (*totalBytes)()>
 std::size_t delivered(std::size_t n) {
-    const std::size_t before = taken();
+    const std::size_t before = totalBytes();
     run(n);
-    return taken() - before;
+    return totalBytes() - before;
 }
 
-/// Has the compiler believe that the value is used.
+/// Keeps the compiler from removing the computation of the value.
 template <typename Value>
 void keep(const Value& value) {
     asm volatile("" : : "g"(&value) : "memory");

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # bench.sh [windows|linux] [--only REGEX]: builds the benchmarks and measures nine times how long the
-# product's operations take, beside the least that they could take and beside other libraries; on
-# both platforms, Windows under Wine, if none is given. Makes build/bench/<platform>.md and shows it.
-# With --only, measures only the works whose names match, and neither sizes nor compilers.
+# product's operations take, compared with the least that they could take and with other libraries.
+# Without a platform it measures both, Windows under Wine. Writes build/bench/<platform>.md and prints
+# it. With --only, measures only the rows whose name, "workload | subject", matches; no sizes and no
+# compile times.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -15,7 +16,7 @@ while [ $# -gt 0 ]; do
     case $1 in
         linux|windows) platforms=("$1"); shift ;;
         --only)
-            [ $# -ge 2 ] || die "--only lacks its expression"
+            [ $# -ge 2 ] || die "--only needs an expression"
             only=$2
             shift 2 ;;
         *) die "usage: scripts/bench.sh [windows|linux] [--only REGEX]" ;;
@@ -24,11 +25,12 @@ done
 
 repetitions=9
 milliseconds=20 # of each repetition
-longest=300     # seconds that one program may take
+timeout=300     # seconds for one program
+programs=(Operations Installation Loading)
 results=build/bench
 logs=build/logs
 
-# The logs of last resort that are measured are not the machine's own.
+# The crisis logs that are measured are not the machine's own.
 export ZOL_BENCHMARK_CRISIS_LOG=1
 export ZOL_WINEPREFIX=$PWD/$results/wine
 
@@ -46,7 +48,7 @@ build() { # PLATFORM
     run_logged "$logs/bench-$1.build" cmake --build "$results/$1"
 }
 
-# With a /var/log of their own, empty and in memory.
+# With an empty /var/log in memory.
 run_linux() { # PROGRAM ARGUMENT...
     local user=()
     [ "$(id -u)" = 0 ] || user=(--user --map-root-user)
@@ -65,34 +67,30 @@ measure() { # PLATFORM PROGRAM
     local result=0
     # A function in a shell of its own, which timeout can end.
     export -f "run_$1"
-    results=$results timeout "$longest" bash -c 'set -euo pipefail; "$@"' bash "run_$1" "$2" \
-        --only "$only" --repetitions "$repetitions" --milliseconds "$milliseconds" \
-        >>"$results/$1.results" || result=$?
-    # Under Wine, a program that has done all its work does not end now and then: whether it has, the
-    # table tells.
+    results=$results timeout "$timeout" bash -c 'set -euo pipefail; "$@"' bash "run_$1" "Benchmark$2" \
+        --benchmark_enable_random_interleaving=true --benchmark_repetitions="$repetitions" \
+        --benchmark_min_time="$(printf '0.%03d' "$milliseconds")" --benchmark_filter="$only" \
+        >"$results/$1.$2.json" || result=$?
+    # Under Wine, a program that has written its results sometimes does not end. tables.py refuses
+    # incomplete results.
     [ "$result" = 0 ] || { [ "$1" = windows ] && [ "$result" = 124 ]; } || die "$2 failed on $1"
 }
 
 describe() { # PLATFORM COMPILER
     echo "- Machine: $(lscpu | sed -n 's/^Model name: *//p'), $(nproc) cores; Linux $(uname -r)"
     echo "- Compiler: $("$2" --version | head -n 1)"
-    echo "- Flags: $(sed -n '/"command":.*SmallDriver\.cpp\.o/p' "$results/$1/compile_commands.json" |
+    echo "- Flags: $(sed -n '/"command":.*Operations\.cpp\.o/p' "$results/$1/compile_commands.json" |
         grep -oE ' -(O|std|f|m)[^ ]*' | sort -u | tr -d '\n' | cut -c 2-)"
     if [ "$1" = windows ]; then
         echo "- Run under $(wine --version 2>/dev/null)"
     fi
-    echo "- Beside: $(dpkg-query -W -f '${Package} ${Version}\n' "${peers[@]}" |
+    echo "- Peers: $(dpkg-query -W -f '${Package} ${Version}\n' "${peers[@]}" |
         paste -s -d , | sed 's/,/, /g')"
-    echo "- Each row: the median of $repetitions repetitions, in which the subjects take turns, of at" \
-        "least $milliseconds ms each; an installation's are shorter"
+    echo "- Each row: the median of $repetitions repetitions of at least $milliseconds ms each, in which" \
+        "the subjects take turns"
 }
 
-table() { # PLATFORM
-    awk -v repetitions="$repetitions" -f benchmarks/median.awk -f benchmarks/table.awk \
-        "$results/$1.results"
-}
-
-# Sizes of what a program has to bring along, without debug information.
+# Sizes of what a program has to ship, without debug information.
 sizes() { # STRIP MODULE FILE...
     local strip=$1 stripped
     shift
@@ -104,30 +102,6 @@ sizes() { # STRIP MODULE FILE...
         echo "| $(basename "$file") | $(stat -c %s "$stripped") |"
     done
     rm -f "$stripped"
-}
-
-# compile_times COMPILER: what to compile on standard input, one a line: the name that it has in the
-# table, the source and the flags that it needs.
-compile_times() {
-    local object sources line source start end
-    object=$(mktemp)
-    mapfile -t sources
-    for ((repetition = 0; repetition < repetitions; ++repetition)); do
-        for line in "${sources[@]}"; do
-            read -ra line <<<"$line"
-            source=benchmarks/compile/${line[1]}.cpp
-            start=${EPOCHREALTIME/[.,]/}
-            "$1" -O2 -std=c++17 -c "${line[@]:2}" "$source" -o "$object"
-            end=${EPOCHREALTIME/[.,]/}
-            printf '%s\t%d.%03d\n' "${line[0]}" $(((end - start) / 1000)) $(((end - start) % 1000))
-        done
-    done
-    rm -f "$object"
-}
-
-compile_table() { # COMPILER
-    compile_times "$1" |
-        awk -v repetitions="$repetitions" -f benchmarks/median.awk -f benchmarks/compile.awk
 }
 
 linux_sizes() {
@@ -142,56 +116,58 @@ windows_sizes() {
     sizes x86_64-w64-mingw32-strip "$results"/windows/bin/ZOL_Framework_r.*.dll
 }
 
-linux_sources() {
-    echo "Empty Empty"
-    echo "Zol Zol -Iinclude"
-    echo "Spdlog Spdlog -DSPDLOG_FMT_EXTERNAL -DFMT_HEADER_ONLY"
-    echo "SpdlogLibrary Spdlog $(pkg-config --cflags spdlog)"
-    echo "Log4cplus Log4cplus $(pkg-config --cflags log4cplus)"
-    echo "BoostLog BoostLog -DBOOST_LOG_DYN_LINK"
-    echo "Log4cxx Log4cxx $(pkg-config --cflags liblog4cxx)"
-    echo "Glog Glog $(pkg-config --cflags libglog)"
+# For tables.py: name and flags of what to compile.
+linux_libraries() {
+    echo "Empty"
+    echo "Zol -DLIBRARY_ZOL -Iinclude"
+    echo "Spdlog -DLIBRARY_SPDLOG -DSPDLOG_FMT_EXTERNAL -DFMT_HEADER_ONLY"
+    echo "SpdlogLibrary -DLIBRARY_SPDLOG $(pkg-config --cflags spdlog)"
+    echo "Log4cplus -DLIBRARY_LOG4CPLUS $(pkg-config --cflags log4cplus)"
+    echo "BoostLog -DLIBRARY_BOOST_LOG -DBOOST_LOG_DYN_LINK"
+    echo "Log4cxx -DLIBRARY_LOG4CXX $(pkg-config --cflags liblog4cxx)"
+    echo "Glog -DLIBRARY_GLOG $(pkg-config --cflags libglog)"
 }
 
-windows_sources() {
-    echo "Empty Empty"
-    echo "Zol Zol -Iinclude"
-    echo "Spdlog Spdlog -DSPDLOG_FMT_EXTERNAL -DFMT_HEADER_ONLY -isystem build/deps/include"
+windows_libraries() {
+    echo "Empty"
+    echo "Zol -DLIBRARY_ZOL -Iinclude"
+    echo "Spdlog -DLIBRARY_SPDLOG -DSPDLOG_FMT_EXTERNAL -DFMT_HEADER_ONLY -isystem build/deps/include"
 }
 
-bench() { # PLATFORM COMPILER DRIVER PEER...
-    local platform=$1 compiler=$2 driver=$3
-    peers=("${@:4}")
-    rm -f "$results/$platform.results"
-    measure "$platform" "$driver"
-    measure "$platform" InstallationDriver
-    measure "$platform" LoadDriver
+bench() { # PLATFORM COMPILER PEER...
+    local platform=$1 compiler=$2 files=()
+    peers=("${@:3}")
+    for program in "${programs[@]}"; do
+        measure "$platform" "$program"
+        files+=("$results/$platform.$program.json")
+    done
     {
         describe "$platform" "$compiler"
         echo
-        table "$platform"
+        benchmarks/tables.py times "${files[@]}"
         if [ -z "$only" ]; then
-            say "$platform: sizes and compiler"
+            say "$platform: sizes and compile times"
             echo
             "${platform}_sizes"
             echo
-            "${platform}_sources" | compile_table "$compiler"
+            "${platform}_libraries" | benchmarks/tables.py compile "$compiler" "$repetitions"
         fi
     } >"$results/$platform.md.new"
     mv "$results/$platform.md.new" "$results/$platform.md"
 }
 
 scripts/setup.sh benchmarks >&2
+scripts/fetch-benchmark.sh >&2
 mkdir -p "$results" "$logs"
 for platform in "${platforms[@]}"; do
     build "$platform"
 done
 for platform in "${platforms[@]}"; do
     if [ "$platform" = linux ]; then
-        bench linux g++ GoogleDriver libspdlog-dev libfmt-dev liblog4cplus-dev libboost-log-dev \
-            liblog4cxx-dev libgoogle-glog-dev
+        bench linux g++ libspdlog-dev libfmt-dev liblog4cplus-dev libboost-log-dev liblog4cxx-dev \
+            libgoogle-glog-dev
     else
-        bench windows x86_64-w64-mingw32-g++-posix SmallDriver libspdlog-dev libfmt-dev
+        bench windows x86_64-w64-mingw32-g++-posix libspdlog-dev libfmt-dev
     fi
     echo "# $platform"
     echo

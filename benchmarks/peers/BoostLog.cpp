@@ -8,9 +8,6 @@
 #include <boost/log/sources/severity_logger.hpp>
 #include <boost/smart_ptr/make_shared.hpp>
 
-#include "../Texts.h"
-#include "../TwoThreads.h"
-#include "../Works.h"
 #include "Peer.h"
 
 namespace {
@@ -20,18 +17,18 @@ namespace expressions = boost::log::expressions;
 namespace sinks = boost::log::sinks;
 namespace sources = boost::log::sources;
 
-FarSide& farSide() {
-    static FarSide side;
-    return side;
+ByteCounter& counter() {
+    static ByteCounter counter;
+    return counter;
 }
 
 class DiscardingBackend final : public sinks::basic_sink_backend<sinks::synchronized_feeding> {
 public:
     void consume(const boost::log::record_view& record) {
-        FarSide& side = farSide();
-        // Taking the text out of a record costs time that is not the library's to spend here.
-        if (side.isCounted) {
-            side.bytes += record[expressions::smessage]->size();
+        ByteCounter& target = counter();
+        // Reading the text of a record takes time that must not be measured.
+        if (target.isCounting) {
+            target.bytes += record[expressions::smessage]->size();
         }
     }
 };
@@ -39,8 +36,8 @@ public:
 constexpr int debug = 1;
 constexpr int info = 2;
 
-/// Adds the sink, which takes a lock. Without a filter the library has nothing to look at a record
-/// for, so the rows that are about levels set one for as long as they run.
+/// Adds the sink, which takes a lock. The library drops a record early only if it has a filter, so
+/// the rows about levels set one while they run.
 void addSink() {
     static const auto sink = [] {
         auto made = boost::make_shared<sinks::synchronous_sink<DiscardingBackend>>(
@@ -63,7 +60,7 @@ void finishLevels() {
     boost::log::core::get()->reset_filter();
 }
 
-// One source for each thread, which is what the library's sources without a lock are for.
+// One source for each thread: the library's sources without a lock are meant for that.
 
 void runText(std::size_t n) {
     sources::logger source;
@@ -101,13 +98,13 @@ void runOffLine(std::size_t n) {
 constexpr const char* subject = "Boost.Log";
 
 constexpr Row rows[] = {
-    {plainText, Role::Peer, subject, runText, prepareText, nullptr, delivered<runText, farSide>},
+    {plainText, Role::Peer, subject, runText, prepareText, nullptr, delivered<runText, counter>},
     {plainTextTwoThreads, Role::Peer, subject, onTwoThreads<runText>, prepareText, nullptr,
-     delivered<onTwoThreads<runText>, farSide>},
-    {typedLine, Role::Peer, subject, runLine, prepareText, nullptr, delivered<runLine, farSide>},
+     delivered<onTwoThreads<runText>, counter>},
+    {typedLine, Role::Peer, subject, runLine, prepareText, nullptr, delivered<runLine, counter>},
     {levelAsked, Role::Peer, subject, runAsked, prepareLevels, finishLevels},
     {levelOffLine, Role::Peer, subject, runOffLine, prepareLevels, finishLevels,
-     delivered<runOffLine, farSide>},
+     delivered<runOffLine, counter>},
 };
 
 } // namespace

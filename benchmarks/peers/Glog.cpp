@@ -3,16 +3,13 @@
 
 #include <glog/logging.h>
 
-#include "../Texts.h"
-#include "../TwoThreads.h"
-#include "../Works.h"
 #include "Peer.h"
 
 namespace {
 
 using namespace benchmarks;
 
-/// Called with the library's one lock, as all its sinks are.
+/// The library calls all its sinks under one lock.
 class DiscardingSink final : public google::LogSink {
 public:
     void send(google::LogSeverity, const char*, const char*, int, const google::LogMessageTime&,
@@ -25,10 +22,10 @@ public:
 
 DiscardingSink sink;
 
-// Nothing goes to files or to standard error: this sink alone gets the text.
+// Only this sink gets the text: no file, and not standard error.
 #define LOG_TO_SINK_ALONE(severity) LOG_TO_SINK_BUT_NOT_TO_LOGFILE(&sink, severity)
 
-// Without a time zone in the environment, the C library looks at the machine's for each line.
+// Without TZ in the environment, the C library checks the machine's time zone file for each line.
 void setTimeZone() {
     setenv("TZ", "UTC0", 1);
     tzset();
@@ -66,7 +63,7 @@ void runOffLine(std::size_t n) {
     }
 }
 
-std::size_t taken() {
+std::size_t totalBytes() {
     return sink.bytes;
 }
 
@@ -74,16 +71,19 @@ constexpr const char* subject = "glog";
 constexpr const char* withTimeZone = "glog, TZ set";
 
 constexpr Row rows[] = {
-    {plainText, Role::Peer, subject, runText, unsetTimeZone, nullptr, delivered<runText, taken>},
+    {plainText, Role::Peer, subject, runText, unsetTimeZone, nullptr,
+     delivered<runText, totalBytes>},
     {plainText, Role::Peer, withTimeZone, runText, setTimeZone, unsetTimeZone,
-     delivered<runText, taken>},
+     delivered<runText, totalBytes>},
     {plainTextTwoThreads, Role::Peer, withTimeZone, onTwoThreads<runText>, setTimeZone,
-     unsetTimeZone, delivered<onTwoThreads<runText>, taken>},
-    {typedLine, Role::Peer, subject, runLine, unsetTimeZone, nullptr, delivered<runLine, taken>},
+     unsetTimeZone, delivered<onTwoThreads<runText>, totalBytes>},
+    {typedLine, Role::Peer, subject, runLine, unsetTimeZone, nullptr,
+     delivered<runLine, totalBytes>},
     {typedLine, Role::Peer, withTimeZone, runLine, setTimeZone, unsetTimeZone,
-     delivered<runLine, taken>},
+     delivered<runLine, totalBytes>},
     {levelAsked, Role::Peer, subject, runAsked},
-    {levelOffLine, Role::Peer, subject, runOffLine, nullptr, nullptr, delivered<runOffLine, taken>},
+    {levelOffLine, Role::Peer, subject, runOffLine, nullptr, nullptr,
+     delivered<runOffLine, totalBytes>},
 };
 
 } // namespace

@@ -4,8 +4,7 @@
 #include <log4cplus/loggingmacros.h>
 #include <log4cplus/spi/loggingevent.h>
 
-#include "../Texts.h"
-#include "PeerRows.h"
+#include "Peer.h"
 
 namespace {
 
@@ -16,7 +15,7 @@ const log4cplus::Initializer initializer;
 
 std::size_t bytes = 0;
 
-/// Called with the lock that every appender of this library takes.
+/// The library calls append under the appender's lock.
 class DiscardingAppender final : public log4cplus::Appender {
 public:
     ~DiscardingAppender() override { destructorImpl(); }
@@ -32,7 +31,7 @@ Logger& logger() {
     static Logger logger = [] {
         Logger made = Logger::getInstance("benchmarks");
         made.addAppender(log4cplus::SharedAppenderPtr(new DiscardingAppender));
-        made.setAdditivity(false); // or it would look for appenders further up
+        made.setAdditivity(false); // no search for appenders of the parents
         made.setLogLevel(log4cplus::INFO_LOG_LEVEL);
         return made;
     }();
@@ -81,7 +80,7 @@ struct Log4cplus {
         inTurn<length>(n, [](const std::string& name) { keep(Logger::getInstance(name)); });
     }
 
-    static std::size_t taken() { return bytes; }
+    static std::size_t totalBytes() { return bytes; }
 };
 
 } // namespace

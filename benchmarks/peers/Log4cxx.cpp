@@ -3,8 +3,7 @@
 #include <log4cxx/logger.h>
 #include <log4cxx/logmanager.h>
 
-#include "../Texts.h"
-#include "PeerRows.h"
+#include "Peer.h"
 
 namespace {
 
@@ -14,7 +13,7 @@ using log4cxx::LoggerPtr;
 
 std::size_t bytes = 0;
 
-/// Called with the lock that every appender of this library takes.
+/// The library calls append under the appender's lock.
 class DiscardingAppender final : public log4cxx::AppenderSkeleton {
 public:
     void close() override {}
@@ -30,9 +29,9 @@ const LoggerPtr& logger() {
     static const LoggerPtr logger = [] {
         LoggerPtr made = Logger::getLogger("benchmarks");
         made->addAppender(std::make_shared<DiscardingAppender>());
-        made->setAdditivity(false); // or it would look for appenders further up
+        made->setAdditivity(false); // no search for appenders of the parents
         made->setLevel(log4cxx::Level::getInfo());
-        // Or the library would look for a configuration.
+        // No search for a configuration file.
         log4cxx::LogManager::getLoggerRepository()->setConfigured(true);
         return made;
     }();
@@ -47,7 +46,7 @@ struct Log4cxx {
         }
     }
 
-    // With fmt, which the library's documentation recommends for speed.
+    // The macro with fmt, which the library's documentation recommends for speed.
     static void runLine(std::size_t n) {
         const LoggerPtr& target = logger();
         const std::string& word = lineWord();
@@ -81,7 +80,7 @@ struct Log4cxx {
         inTurn<length>(n, [](const std::string& name) { keep(Logger::getLogger(name)); });
     }
 
-    static std::size_t taken() { return bytes; }
+    static std::size_t totalBytes() { return bytes; }
 };
 
 } // namespace

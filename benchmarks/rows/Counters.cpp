@@ -1,7 +1,7 @@
 #include "ZOL/Framework/Counting/Counter.h"
 
-#include "../far/Number.h"
-#include "RowFiles.h"
+#include "../baseline/Baseline.h"
+#include "Rows.h"
 
 using ZOL::Framework::Counting::Counter;
 
@@ -9,12 +9,12 @@ namespace benchmarks {
 
 namespace {
 
-constexpr Work next = {"Counter::next", 10000};
+constexpr Workload next = {"Counter::next", 10000};
 
 void runFloor(std::size_t n) {
-    static Number number;
+    static PlainCounter counter;
     for (std::size_t i = 0; i < n; ++i) {
-        keep(number.next());
+        keep(counter.next());
     }
 }
 

@@ -7,8 +7,8 @@
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 
-#include "../Texts.h"
-#include "RowFiles.h"
+#include "../Workloads.h"
+#include "Rows.h"
 #include "WallClock.h"
 
 using ZOL::Framework::CrisisLogging::CrisisLogger;
@@ -17,7 +17,7 @@ namespace benchmarks {
 
 namespace {
 
-constexpr Work crisisLine = {"crisis log, a line of 40", 100};
+constexpr Workload crisisLine = {"crisis log, a line of 40", 100};
 
 std::FILE* floorFile() {
     static std::FILE* const file = [] {

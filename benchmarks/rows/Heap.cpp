@@ -2,7 +2,7 @@
 
 #include "ZOL/Framework/Management/MemoryManager.h"
 
-#include "RowFiles.h"
+#include "Rows.h"
 
 namespace MemoryManager = ZOL::Framework::Management::MemoryManager;
 
@@ -10,7 +10,7 @@ namespace benchmarks {
 
 namespace {
 
-constexpr Work block = {"block of 64, allocated and freed", 10000};
+constexpr Workload block = {"block of 64, allocated and freed", 10000};
 constexpr std::size_t size = 64;
 
 void runFloor(std::size_t n) {

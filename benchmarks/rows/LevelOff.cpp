@@ -1,8 +1,7 @@
-#include "../Texts.h"
-#include "../Works.h"
-#include "../far/Level.h"
-#include "ProductLogger.h"
-#include "RowFiles.h"
+#include "../Workloads.h"
+#include "../baseline/Baseline.h"
+#include "Delivery.h"
+#include "Rows.h"
 
 using namespace ZOL::Framework::GenericLogger;
 
@@ -39,7 +38,7 @@ constexpr Row rows[] = {
     {levelAsked, Role::Product, productName, runAsked},
     {levelOffLine, Role::Floor, floorName, runFloor},
     {levelOffLine, Role::Product, productName, runLine, nullptr, nullptr,
-     delivered<runLine, productFarSide>},
+     delivered<runLine, productCounter>},
 };
 
 } // namespace

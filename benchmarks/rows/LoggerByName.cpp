@@ -1,8 +1,8 @@
 #include "../Names.h"
-#include "../Works.h"
-#include "../far/NameTable.h"
-#include "ProductLogger.h"
-#include "RowFiles.h"
+#include "../Workloads.h"
+#include "../baseline/Baseline.h"
+#include "Delivery.h"
+#include "Rows.h"
 
 using ZOL::Framework::GenericLogger::Logger;
 
@@ -11,10 +11,10 @@ namespace benchmarks {
 namespace {
 
 void prepareTables() {
-    static bool entered = false;
-    if (!entered) {
-        forAllNames([](const std::string& name) { NameTable::enter(name.c_str()); });
-        entered = true;
+    static bool inserted = false;
+    if (!inserted) {
+        forAllNames([](const std::string& name) { NameTable::insert(name.c_str()); });
+        inserted = true;
     }
 }
 
@@ -24,13 +24,14 @@ void prepareProduct() {
 }
 
 template <std::size_t length>
-void runTree(std::size_t n) {
-    inTurn<length>(n, [](const std::string& name) { keep(NameTable::inTree(name.c_str())); });
+void runMap(std::size_t n) {
+    inTurn<length>(n, [](const std::string& name) { keep(NameTable::findInMap(name.c_str())); });
 }
 
 template <std::size_t length>
 void runHashTable(std::size_t n) {
-    inTurn<length>(n, [](const std::string& name) { keep(NameTable::inHashTable(name.c_str())); });
+    inTurn<length>(n,
+                   [](const std::string& name) { keep(NameTable::findInHashTable(name.c_str())); });
 }
 
 template <std::size_t length>
@@ -41,10 +42,10 @@ void runProduct(std::size_t n) {
 constexpr const char* hashTable = "a std::unordered_map";
 
 constexpr Row rows[] = {
-    {shortNames, Role::Floor, floorName, runTree<shortNameLength>, prepareTables},
+    {shortNames, Role::Floor, floorName, runMap<shortNameLength>, prepareTables},
     {shortNames, Role::Reference, hashTable, runHashTable<shortNameLength>, prepareTables},
     {shortNames, Role::Product, productName, runProduct<shortNameLength>, prepareProduct},
-    {longNames, Role::Floor, floorName, runTree<longNameLength>, prepareTables},
+    {longNames, Role::Floor, floorName, runMap<longNameLength>, prepareTables},
     {longNames, Role::Reference, hashTable, runHashTable<longNameLength>, prepareTables},
     {longNames, Role::Product, productName, runProduct<longNameLength>, prepareProduct},
 };

@@ -4,8 +4,8 @@
 #include "ZOL/Framework/Management/MemoryManager.h"
 
 #include "../Names.h"
-#include "../far/ObjectTable.h"
-#include "RowFiles.h"
+#include "../baseline/Baseline.h"
+#include "Rows.h"
 
 namespace MemoryManager = ZOL::Framework::Management::MemoryManager;
 
@@ -13,7 +13,7 @@ namespace benchmarks {
 
 namespace {
 
-constexpr Work found = {"registerObject of a name that is there, among 1000", 1000};
+constexpr Workload found = {"registerObject of a name that is there, among 1000", 1000};
 
 void* theObject() {
     static int object = 0;
@@ -21,10 +21,11 @@ void* theObject() {
 }
 
 void prepareFloor() {
-    static bool entered = false;
-    if (!entered) {
-        forAllNames([](const std::string& name) { ObjectTable::enter(name.c_str(), theObject()); });
-        entered = true;
+    static bool inserted = false;
+    if (!inserted) {
+        forAllNames(
+            [](const std::string& name) { ObjectTable::insert(name.c_str(), theObject()); });
+        inserted = true;
     }
 }
 

@@ -1,9 +1,6 @@
-#include "../Texts.h"
-#include "../TwoThreads.h"
-#include "../Works.h"
-#include "FloorLine.h"
-#include "ProductLogger.h"
-#include "RowFiles.h"
+#include "../Workloads.h"
+#include "Delivery.h"
+#include "Rows.h"
 
 namespace benchmarks {
 
@@ -27,13 +24,13 @@ constexpr auto runProductTwice = onTwoThreads<runProduct>;
 
 constexpr Row rows[] = {
     {plainText, Role::Floor, floorName, runFloor, nullptr, nullptr,
-     delivered<runFloor, floorFarSide>},
+     delivered<runFloor, floorCounter>},
     {plainText, Role::Product, productName, runProduct, nullptr, nullptr,
-     delivered<runProduct, productFarSide>},
+     delivered<runProduct, productCounter>},
     {plainTextTwoThreads, Role::Floor, floorName, runFloorTwice, nullptr, nullptr,
-     delivered<runFloorTwice, floorFarSide>},
+     delivered<runFloorTwice, floorCounter>},
     {plainTextTwoThreads, Role::Product, productName, runProductTwice, nullptr, nullptr,
-     delivered<runProductTwice, productFarSide>},
+     delivered<runProductTwice, productCounter>},
 };
 
 } // namespace

@@ -5,8 +5,8 @@
 
 #include "ZOL/Framework/Framework.h"
 
-#include "../far/BareProperties.h"
-#include "RowFiles.h"
+#include "../baseline/Baseline.h"
+#include "Rows.h"
 
 using namespace ZOL::Framework::Management;
 
@@ -21,29 +21,29 @@ WideString widened(const std::string& text) {
 template <std::size_t count>
 const std::vector<WideString>& names() {
     static const std::vector<WideString> names = [] {
-        std::vector<WideString> made;
-        made.reserve(count);
+        std::vector<WideString> result;
+        result.reserve(count);
         for (std::size_t i = 0; i < count; ++i) {
-            made.push_back(widened("orders.page." + std::to_string(100000 + i)));
+            result.push_back(widened("orders.page." + std::to_string(100000 + i)));
         }
-        std::shuffle(made.begin(), made.end(), std::minstd_rand());
-        return made;
+        std::shuffle(result.begin(), result.end(), std::minstd_rand());
+        return result;
     }();
     return names;
 }
 
-/// Names in an order that is as good as random, and too long for a processor to foresee it.
+/// Names in a random order that is too long for branch prediction to learn.
 template <std::size_t count>
 const std::vector<const WideString*>& order() {
     static const std::vector<const WideString*> order = [] {
         constexpr std::size_t length = 50000;
-        std::vector<const WideString*> made;
-        made.reserve(length);
+        std::vector<const WideString*> result;
+        result.reserve(length);
         std::minstd_rand random;
         for (std::size_t i = 0; i < length; ++i) {
-            made.push_back(&names<count>()[random() % count]);
+            result.push_back(&names<count>()[random() % count]);
         }
-        return made;
+        return result;
     }();
     return order;
 }
@@ -98,49 +98,45 @@ void runSet(std::size_t n) {
     inTurn<count>(n, [&](const WideString& name) { properties.setProperty(name, value); });
 }
 
-constexpr Work has10 = {"hasProperty, among 10", 1000};
-constexpr Work has1000 = {"hasProperty, among 1000", 1000};
-constexpr Work has100000 = {"hasProperty, among 100000", 1000};
-constexpr Work read10 = {"readProperty, among 10", 1000};
-constexpr Work read1000 = {"readProperty, among 1000", 1000};
-constexpr Work read100000 = {"readProperty, among 100000", 1000};
-constexpr Work set10 = {"setProperty of a name that is there, among 10", 1000};
-constexpr Work set1000 = {"setProperty of a name that is there, among 1000", 1000};
-constexpr Work set100000 = {"setProperty of a name that is there, among 100000", 1000};
+constexpr Workload has10 = {"hasProperty, among 10", 1000};
+constexpr Workload has1000 = {"hasProperty, among 1000", 1000};
+constexpr Workload has100000 = {"hasProperty, among 100000", 1000};
+constexpr Workload read10 = {"readProperty, among 10", 1000};
+constexpr Workload read1000 = {"readProperty, among 1000", 1000};
+constexpr Workload read100000 = {"readProperty, among 100000", 1000};
+constexpr Workload set10 = {"setProperty of a name that is there, among 10", 1000};
+constexpr Workload set1000 = {"setProperty of a name that is there, among 1000", 1000};
+constexpr Workload set100000 = {"setProperty of a name that is there, among 100000", 1000};
 
 template <std::size_t count>
-constexpr Row floorRow(const Work& work, void (*run)(std::size_t)) {
-    return {work,
-            Role::Floor,
-            floorName,
-            run,
-            fill<bareProperties, count>,
-            clear<bareProperties, count>};
+constexpr Row floorRow(const Workload& work, void (*run)(std::size_t)) {
+    return {
+        work, Role::Floor, floorName, run, fill<propertyStore, count>, clear<propertyStore, count>};
 }
 
 template <std::size_t count>
-constexpr Row productRow(const Work& work, void (*run)(std::size_t)) {
+constexpr Row productRow(const Workload& work, void (*run)(std::size_t)) {
     return {work, Role::Product, productName, run, fill<product, count>, clear<product, count>};
 }
 
 const Row rows[] = {
-    floorRow<10>(has10, runHas<bareProperties, 10>),
+    floorRow<10>(has10, runHas<propertyStore, 10>),
     productRow<10>(has10, runHas<product, 10>),
-    floorRow<1000>(has1000, runHas<bareProperties, 1000>),
+    floorRow<1000>(has1000, runHas<propertyStore, 1000>),
     productRow<1000>(has1000, runHas<product, 1000>),
-    floorRow<100000>(has100000, runHas<bareProperties, 100000>),
+    floorRow<100000>(has100000, runHas<propertyStore, 100000>),
     productRow<100000>(has100000, runHas<product, 100000>),
-    floorRow<10>(read10, runRead<bareProperties, 10>),
+    floorRow<10>(read10, runRead<propertyStore, 10>),
     productRow<10>(read10, runRead<product, 10>),
-    floorRow<1000>(read1000, runRead<bareProperties, 1000>),
+    floorRow<1000>(read1000, runRead<propertyStore, 1000>),
     productRow<1000>(read1000, runRead<product, 1000>),
-    floorRow<100000>(read100000, runRead<bareProperties, 100000>),
+    floorRow<100000>(read100000, runRead<propertyStore, 100000>),
     productRow<100000>(read100000, runRead<product, 100000>),
-    floorRow<10>(set10, runSet<bareProperties, 10>),
+    floorRow<10>(set10, runSet<propertyStore, 10>),
     productRow<10>(set10, runSet<product, 10>),
-    floorRow<1000>(set1000, runSet<bareProperties, 1000>),
+    floorRow<1000>(set1000, runSet<propertyStore, 1000>),
     productRow<1000>(set1000, runSet<product, 1000>),
-    floorRow<100000>(set100000, runSet<bareProperties, 100000>),
+    floorRow<100000>(set100000, runSet<propertyStore, 100000>),
     productRow<100000>(set100000, runSet<product, 100000>),
 };
 

@@ -1,7 +1,7 @@
 #include "ZOL/Framework/Framework.h"
 
-#include "../far/Random.h"
-#include "RowFiles.h"
+#include "../baseline/Baseline.h"
+#include "Rows.h"
 
 using ZOL::Framework::Framework;
 
@@ -9,7 +9,7 @@ namespace benchmarks {
 
 namespace {
 
-constexpr Work randomNumber = {"randomNumber", 10000};
+constexpr Workload randomNumber = {"randomNumber", 10000};
 
 void runFloor(std::size_t n) {
     for (std::size_t i = 0; i < n; ++i) {

@@ -3,8 +3,8 @@
 
 #include "ZOL/Framework/StringHolder.h"
 
-#include "../Texts.h"
-#include "RowFiles.h"
+#include "../Workloads.h"
+#include "Rows.h"
 
 using ZOL::Framework::StringHolder;
 
@@ -12,9 +12,9 @@ namespace benchmarks {
 
 namespace {
 
-constexpr Work construct = {"string of 40, made and destroyed", 10000};
-constexpr Work copy = {"string of 40, copied and destroyed", 10000};
-constexpr Work read = {"string of 40, its length read", 10000};
+constexpr Workload construct = {"string of 40, made and destroyed", 10000};
+constexpr Workload copy = {"string of 40, copied and destroyed", 10000};
+constexpr Workload read = {"string of 40, its length read", 10000};
 
 template <typename Text>
 void runConstruct(std::size_t n) {

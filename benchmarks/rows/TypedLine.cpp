@@ -2,11 +2,9 @@
 #include <cstring>
 #include <sstream>
 
-#include "../Texts.h"
-#include "../Works.h"
-#include "FloorLine.h"
-#include "ProductLogger.h"
-#include "RowFiles.h"
+#include "../Workloads.h"
+#include "Delivery.h"
+#include "Rows.h"
 
 namespace benchmarks {
 
@@ -49,11 +47,11 @@ void runProduct(std::size_t n) {
 
 constexpr Row rows[] = {
     {typedLine, Role::Floor, floorName, runFloor, nullptr, nullptr,
-     delivered<runFloor, floorFarSide>},
+     delivered<runFloor, floorCounter>},
     {typedLine, Role::Reference, "a fresh std::ostringstream", runStream, nullptr, nullptr,
-     delivered<runStream, floorFarSide>},
+     delivered<runStream, floorCounter>},
     {typedLine, Role::Product, productName, runProduct, nullptr, nullptr,
-     delivered<runProduct, productFarSide>},
+     delivered<runProduct, productCounter>},
 };
 
 } // namespace

@@ -9,10 +9,10 @@ struct WallClock {
     int millisecond;
 };
 
-/// The local time, from the functions that the product asks on this platform.
+/// The local time, from the functions that the product uses on this platform.
 WallClock readWallClock();
 
-/// Beside the crisis log, on the same file system.
+/// A file in the folder of the crisis log.
 extern const char* const crisisFloorPath;
 
 } // namespace benchmarks

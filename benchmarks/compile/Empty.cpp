@@ -1,3 +1,0 @@
-void tenLines();
-
-void tenLines() {}

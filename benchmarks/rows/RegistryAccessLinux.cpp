@@ -1,9 +1,0 @@
-#include "RowFiles.h"
-
-namespace benchmarks {
-
-Rows registryRows() {
-    return {nullptr, 0}; // there is no registry here
-}
-
-} // namespace benchmarks
