@@ -13,6 +13,11 @@ struct ByteCounter {
             bytes += std::strlen(text);
         }
     }
+    void add(std::size_t size) {
+        if (isCounting) {
+            bytes += size;
+        }
+    }
 
     std::size_t bytes = 0;
     bool isCounting = false;

@@ -9,7 +9,7 @@
 #include "ZOL/Framework/Management/MemoryManager.h"
 
 #include "Driver.h"
-#include "Workloads.h"
+#include "Subject.h"
 #include "baseline/Baseline.h"
 
 using ZOL::Framework::GenericLogger::Logger;

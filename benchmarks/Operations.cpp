@@ -16,11 +16,13 @@ namespace {
 
 constexpr const char* peers[] = {BENCHMARK_PEERS};
 
-Rows loadPeer(const char* name) {
-    // Stays loaded: it contains the rows.
+std::vector<Row> peerRows(const char* name) {
+    // Stays loaded: it contains the functions of the rows.
     const auto* const holder = new ZOL::Gadgets::DLL::DLLHolder(name, "");
     try {
-        return holder->resolve<Rows()>("benchmarkRows")();
+        std::vector<Row> rows;
+        holder->resolve<void(std::vector<Row>&)>("benchmarkRows")(rows);
+        return rows;
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(std::string(name) + " cannot be loaded: " + error.what());
     }
@@ -29,20 +31,20 @@ Rows loadPeer(const char* name) {
 } // namespace
 
 void measureAll() {
-    std::vector<Rows> parts = {plainTextRows(),    typedLineRows(),    levelOffRows(),
-                               loggerByNameRows(), propertyRows(),     namedObjectRows(),
-                               counterRows(),      randomNumberRows(), stringRows(),
-                               heapRows(),         registryRows()};
+    std::vector<Row> rows;
+    const auto add = [&](const std::vector<Row>& part) {
+        rows.insert(rows.end(), part.begin(), part.end());
+    };
+    for (const auto& rowsOf : {loggingRows, propertyRows, namedObjectRows, counterRows,
+                               randomNumberRows, stringRows, heapRows, registryRows}) {
+        add(rowsOf());
+    }
     // The crisis log of the machine may be in use: only on request.
     if (std::getenv("ZOL_BENCHMARK_CRISIS_LOG") != nullptr) {
-        parts.push_back(crisisLogRows());
+        add(crisisLogRows());
     }
     for (const char* peer : peers) {
-        parts.push_back(loadPeer(peer));
-    }
-    std::vector<Row> rows;
-    for (const Rows& part : parts) {
-        rows.insert(rows.end(), part.first, part.first + part.count);
+        add(peerRows(peer));
     }
 
     // Locks are cheaper in a process that has never had a second thread. Start one, so that the

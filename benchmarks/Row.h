@@ -41,18 +41,7 @@ struct Row {
     void (*prepareBatch)() = nullptr;
 };
 
-/// Rows as they cross a module boundary.
-struct Rows {
-    const Row* first;
-    std::size_t count;
-};
-
-template <std::size_t count>
-Rows rowsOf(const Row (&rows)[count]) {
-    return {rows, count};
-}
-
-/// A row's deliver function for a sink with a ByteCounter.
+/// A row's deliver function.
 template <void (*run)(std::size_t), ByteCounter& (*counter)()>
 std::size_t delivered(std::size_t n) {
     ByteCounter& sink = counter();
@@ -61,14 +50,6 @@ std::size_t delivered(std::size_t n) {
     run(n);
     sink.isCounting = false;
     return sink.bytes;
-}
-
-/// A row's deliver function for a sink that always counts: totalBytes returns the count so far.
-template <void (*run)(std::size_t), std::size_t (*totalBytes)()>
-std::size_t delivered(std::size_t n) {
-    const std::size_t before = totalBytes();
-    run(n);
-    return totalBytes() - before;
 }
 
 /// Keeps the compiler from removing the computation of the value.

@@ -17,18 +17,14 @@ namespace expressions = boost::log::expressions;
 namespace sinks = boost::log::sinks;
 namespace sources = boost::log::sources;
 
-ByteCounter& counter() {
-    static ByteCounter counter;
-    return counter;
-}
+ByteCounter discarded;
 
-class DiscardingBackend final : public sinks::basic_sink_backend<sinks::synchronized_feeding> {
+class DiscardBackend final : public sinks::basic_sink_backend<sinks::synchronized_feeding> {
 public:
     void consume(const boost::log::record_view& record) {
-        ByteCounter& target = counter();
         // Reading the text of a record takes time that must not be measured.
-        if (target.isCounting) {
-            target.bytes += record[expressions::smessage]->size();
+        if (discarded.isCounting) {
+            discarded.add(record[expressions::smessage]->size());
         }
     }
 };
@@ -36,79 +32,61 @@ public:
 constexpr int debug = 1;
 constexpr int info = 2;
 
-/// Adds the sink, which takes a lock. The library drops a record early only if it has a filter, so
-/// the rows about levels set one while they run.
+/// Adds the sink, which takes a lock.
 void addSink() {
     static const auto sink = [] {
-        auto made = boost::make_shared<sinks::synchronous_sink<DiscardingBackend>>(
-            boost::make_shared<DiscardingBackend>());
+        auto made = boost::make_shared<sinks::synchronous_sink<DiscardBackend>>(
+            boost::make_shared<DiscardBackend>());
         boost::log::core::get()->add_sink(made);
         return made;
     }();
 }
 
-void prepareText() {
-    addSink();
-}
-
-void prepareLevels() {
+/// The library drops a record early only if it has a filter. Only the rows about levels set one.
+void setFilter() {
     addSink();
     boost::log::core::get()->set_filter(expressions::attr<int>("Severity") >= info);
 }
 
-void finishLevels() {
+void resetFilter() {
     boost::log::core::get()->reset_filter();
 }
 
 // One source for each thread: the library's sources without a lock are meant for that.
 
-void runText(std::size_t n) {
-    sources::logger source;
-    for (std::size_t i = 0; i < n; ++i) {
-        BOOST_LOG(source) << fortyCharacters;
-    }
-}
-
-void runLine(std::size_t n) {
+struct PlainSource {
     sources::logger source;
     const std::string& word = lineWord();
-    for (std::size_t i = 0; i < n; ++i) {
-        BOOST_LOG(source) << lineStart << static_cast<int>(i) << ' ' << lineNumber << ' ' << word;
-    }
-}
 
-void runAsked(std::size_t n) {
+    void logText() { BOOST_LOG(source) << fortyCharacters; }
+    void logLine(int number) {
+        BOOST_LOG(source) << lineStart << number << ' ' << lineNumber << ' ' << word;
+    }
+
+    static ByteCounter& counter() { return discarded; }
+};
+
+struct SeveritySource {
     sources::severity_logger<int> source;
-    for (std::size_t i = 0; i < n; ++i) {
+    const std::string& word = lineWord();
+
+    bool isDebugActive() {
         const boost::log::record record =
             source.open_record(boost::log::keywords::severity = debug);
-        keep(!record);
+        return !!record;
     }
-}
-
-void runOffLine(std::size_t n) {
-    sources::severity_logger<int> source;
-    const std::string& word = lineWord();
-    for (std::size_t i = 0; i < n; ++i) {
-        BOOST_LOG_SEV(source, debug)
-            << lineStart << static_cast<int>(i) << ' ' << lineNumber << ' ' << word;
+    void logDebugLine(int number) {
+        BOOST_LOG_SEV(source, debug) << lineStart << number << ' ' << lineNumber << ' ' << word;
     }
-}
 
-constexpr const char* subject = "Boost.Log";
-
-constexpr Row rows[] = {
-    {plainText, Role::Peer, subject, runText, prepareText, nullptr, delivered<runText, counter>},
-    {plainTextTwoThreads, Role::Peer, subject, onTwoThreads<runText>, prepareText, nullptr,
-     delivered<onTwoThreads<runText>, counter>},
-    {typedLine, Role::Peer, subject, runLine, prepareText, nullptr, delivered<runLine, counter>},
-    {levelAsked, Role::Peer, subject, runAsked, prepareLevels, finishLevels},
-    {levelOffLine, Role::Peer, subject, runOffLine, prepareLevels, finishLevels,
-     delivered<runOffLine, counter>},
+    static ByteCounter& counter() { return discarded; }
 };
 
 } // namespace
 
-Rows benchmarkRows() {
-    return rowsOf(rows);
+void benchmarkRows(std::vector<Row>& rows) {
+    const SubjectRows<PlainSource> plain = {Role::Peer, "Boost.Log", addSink};
+    const SubjectRows<SeveritySource> filtered = {Role::Peer, "Boost.Log", setFilter, resetFilter};
+    rows = {plain.text(), plain.textOnTwoThreads(), plain.line(), filtered.level(),
+            filtered.debugLine()};
 }

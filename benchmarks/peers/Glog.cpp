@@ -10,17 +10,17 @@ namespace {
 using namespace benchmarks;
 
 /// The library calls all its sinks under one lock.
-class DiscardingSink final : public google::LogSink {
+class DiscardSink final : public google::LogSink {
 public:
     void send(google::LogSeverity, const char*, const char*, int, const google::LogMessageTime&,
               const char*, std::size_t length) override {
-        bytes += length;
+        counter.add(length);
     }
 
-    std::size_t bytes = 0;
+    ByteCounter counter;
 };
 
-DiscardingSink sink;
+DiscardSink sink;
 
 // Only this sink gets the text: no file, and not standard error.
 #define LOG_TO_SINK_ALONE(severity) LOG_TO_SINK_BUT_NOT_TO_LOGFILE(&sink, severity)
@@ -36,58 +36,27 @@ void unsetTimeZone() {
     tzset();
 }
 
-void runText(std::size_t n) {
-    for (std::size_t i = 0; i < n; ++i) {
-        LOG_TO_SINK_ALONE(INFO) << fortyCharacters;
-    }
-}
-
-void runLine(std::size_t n) {
+struct Glog {
     const std::string& word = lineWord();
-    for (std::size_t i = 0; i < n; ++i) {
-        LOG_TO_SINK_ALONE(INFO) << lineStart << static_cast<int>(i) << ' ' << lineNumber << ' '
-                                << word;
+
+    void logText() { LOG_TO_SINK_ALONE(INFO) << fortyCharacters; }
+    void logLine(int number) {
+        LOG_TO_SINK_ALONE(INFO) << lineStart << number << ' ' << lineNumber << ' ' << word;
     }
-}
-
-void runAsked(std::size_t n) {
-    for (std::size_t i = 0; i < n; ++i) {
-        keep(VLOG_IS_ON(1));
+    bool isDebugActive() { return VLOG_IS_ON(1); }
+    void logDebugLine(int number) {
+        VLOG(1) << lineStart << number << ' ' << lineNumber << ' ' << word;
     }
-}
 
-void runOffLine(std::size_t n) {
-    const std::string& word = lineWord();
-    for (std::size_t i = 0; i < n; ++i) {
-        VLOG(1) << lineStart << static_cast<int>(i) << ' ' << lineNumber << ' ' << word;
-    }
-}
-
-std::size_t totalBytes() {
-    return sink.bytes;
-}
-
-constexpr const char* subject = "glog";
-constexpr const char* withTimeZone = "glog, TZ set";
-
-constexpr Row rows[] = {
-    {plainText, Role::Peer, subject, runText, unsetTimeZone, nullptr,
-     delivered<runText, totalBytes>},
-    {plainText, Role::Peer, withTimeZone, runText, setTimeZone, unsetTimeZone,
-     delivered<runText, totalBytes>},
-    {plainTextTwoThreads, Role::Peer, withTimeZone, onTwoThreads<runText>, setTimeZone,
-     unsetTimeZone, delivered<onTwoThreads<runText>, totalBytes>},
-    {typedLine, Role::Peer, subject, runLine, unsetTimeZone, nullptr,
-     delivered<runLine, totalBytes>},
-    {typedLine, Role::Peer, withTimeZone, runLine, setTimeZone, unsetTimeZone,
-     delivered<runLine, totalBytes>},
-    {levelAsked, Role::Peer, subject, runAsked},
-    {levelOffLine, Role::Peer, subject, runOffLine, nullptr, nullptr,
-     delivered<runOffLine, totalBytes>},
+    static ByteCounter& counter() { return sink.counter; }
 };
 
 } // namespace
 
-Rows benchmarkRows() {
-    return rowsOf(rows);
+void benchmarkRows(std::vector<Row>& rows) {
+    const SubjectRows<Glog> plain = {Role::Peer, "glog", unsetTimeZone};
+    const SubjectRows<Glog> withTimeZone = {Role::Peer, "glog, TZ set", setTimeZone, unsetTimeZone};
+    rows = {plain.text(),     withTimeZone.text(), withTimeZone.textOnTwoThreads(),
+            plain.line(),     withTimeZone.line(), plain.level(),
+            plain.debugLine()};
 }

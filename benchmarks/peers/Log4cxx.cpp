@@ -11,24 +11,24 @@ using namespace benchmarks;
 using log4cxx::Logger;
 using log4cxx::LoggerPtr;
 
-std::size_t bytes = 0;
+ByteCounter discarded;
 
 /// The library calls append under the appender's lock.
-class DiscardingAppender final : public log4cxx::AppenderSkeleton {
+class DiscardAppender final : public log4cxx::AppenderSkeleton {
 public:
     void close() override {}
     bool requiresLayout() const override { return false; }
 
 private:
     void append(const log4cxx::spi::LoggingEventPtr& event, log4cxx::helpers::Pool&) override {
-        bytes += event->getRenderedMessage().size();
+        discarded.add(event->getRenderedMessage().size());
     }
 };
 
 const LoggerPtr& logger() {
     static const LoggerPtr logger = [] {
         LoggerPtr made = Logger::getLogger("benchmarks");
-        made->addAppender(std::make_shared<DiscardingAppender>());
+        made->addAppender(std::make_shared<DiscardAppender>());
         made->setAdditivity(false); // no search for appenders of the parents
         made->setLevel(log4cxx::Level::getInfo());
         // No search for a configuration file.
@@ -39,52 +39,30 @@ const LoggerPtr& logger() {
 }
 
 struct Log4cxx {
-    static void runText(std::size_t n) {
-        const LoggerPtr& target = logger();
-        for (std::size_t i = 0; i < n; ++i) {
-            target->info(fortyCharacters);
-        }
-    }
+    const LoggerPtr& target = logger();
+    const std::string& word = lineWord();
 
-    // The macro with fmt, which the library's documentation recommends for speed.
-    static void runLine(std::size_t n) {
-        const LoggerPtr& target = logger();
-        const std::string& word = lineWord();
-        for (std::size_t i = 0; i < n; ++i) {
-            LOG4CXX_INFO_FMT(target, "text {} {} {}", static_cast<int>(i), lineNumber, word);
-        }
+    void logText() { target->info(fortyCharacters); }
+    // The macros with fmt, which the library's documentation recommends for speed.
+    void logLine(int number) {
+        LOG4CXX_INFO_FMT(target, "text {} {} {}", number, lineNumber, word);
     }
-
-    static void runAsked(std::size_t n) {
-        const LoggerPtr& target = logger();
-        for (std::size_t i = 0; i < n; ++i) {
-            keep(Logger::isDebugEnabledFor(target));
-        }
-    }
-
-    static void runOffLine(std::size_t n) {
-        const LoggerPtr& target = logger();
-        const std::string& word = lineWord();
-        for (std::size_t i = 0; i < n; ++i) {
-            LOG4CXX_DEBUG_FMT(target, "text {} {} {}", static_cast<int>(i), lineNumber, word);
-        }
+    bool isDebugActive() { return Logger::isDebugEnabledFor(target); }
+    void logDebugLine(int number) {
+        LOG4CXX_DEBUG_FMT(target, "text {} {} {}", number, lineNumber, word);
     }
 
     static void prepareNames() {
         logger();
         forAllNames([](const std::string& name) { Logger::getLogger(name); });
     }
+    LoggerPtr find(const std::string& name) { return Logger::getLogger(name); }
 
-    template <std::size_t length>
-    static void runNames(std::size_t n) {
-        inTurn<length>(n, [](const std::string& name) { keep(Logger::getLogger(name)); });
-    }
-
-    static std::size_t totalBytes() { return bytes; }
+    static ByteCounter& counter() { return discarded; }
 };
 
 } // namespace
 
-Rows benchmarkRows() {
-    return rowsOfPeer<Log4cxx>("log4cxx");
+void benchmarkRows(std::vector<Row>& rows) {
+    rows = SubjectRows<Log4cxx>{Role::Peer, "log4cxx"}.all();
 }

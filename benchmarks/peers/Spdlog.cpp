@@ -13,62 +13,35 @@ namespace {
 using namespace benchmarks;
 
 /// Takes a lock, unlike spdlog's own null_sink_mt, and formats nothing.
-class SpdlogSink final : public spdlog::sinks::base_sink<std::mutex> {
+class DiscardSink final : public spdlog::sinks::base_sink<std::mutex> {
 public:
-    std::size_t bytes() {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        return bytes_;
-    }
+    ByteCounter counter;
 
 private:
     void sink_it_(const spdlog::details::log_msg& message) override {
-        bytes_ += message.payload.size();
+        counter.add(message.payload.size());
     }
     void flush_() override {}
-
-    std::size_t bytes_ = 0;
 };
 
+const std::shared_ptr<DiscardSink>& sink() {
+    static const auto sink = std::make_shared<DiscardSink>();
+    return sink;
+}
+
+spdlog::logger& logger() {
+    static spdlog::logger logger("benchmarks", sink());
+    return logger;
+}
+
 struct Spdlog {
-    static const std::shared_ptr<SpdlogSink>& sink() {
-        static const auto sink = std::make_shared<SpdlogSink>();
-        return sink;
-    }
+    spdlog::logger& target = logger();
+    const std::string& word = lineWord();
 
-    static spdlog::logger& logger() {
-        static spdlog::logger logger("benchmarks", sink());
-        return logger;
-    }
-
-    static void runText(std::size_t n) {
-        spdlog::logger& target = logger();
-        for (std::size_t i = 0; i < n; ++i) {
-            target.info(fortyCharacters);
-        }
-    }
-
-    static void runLine(std::size_t n) {
-        spdlog::logger& target = logger();
-        const std::string& word = lineWord();
-        for (std::size_t i = 0; i < n; ++i) {
-            target.info("text {} {} {}", static_cast<int>(i), lineNumber, word);
-        }
-    }
-
-    static void runAsked(std::size_t n) {
-        spdlog::logger& target = logger();
-        for (std::size_t i = 0; i < n; ++i) {
-            keep(target.should_log(spdlog::level::debug));
-        }
-    }
-
-    static void runOffLine(std::size_t n) {
-        spdlog::logger& target = logger();
-        const std::string& word = lineWord();
-        for (std::size_t i = 0; i < n; ++i) {
-            target.debug("text {} {} {}", static_cast<int>(i), lineNumber, word);
-        }
-    }
+    void logText() { target.info(fortyCharacters); }
+    void logLine(int number) { target.info("text {} {} {}", number, lineNumber, word); }
+    bool isDebugActive() { return target.should_log(spdlog::level::debug); }
+    void logDebugLine(int number) { target.debug("text {} {} {}", number, lineNumber, word); }
 
     static void prepareNames() {
         static bool registered = false;
@@ -79,22 +52,18 @@ struct Spdlog {
             registered = true;
         }
     }
+    auto find(const std::string& name) { return spdlog::get(name); }
 
-    template <std::size_t length>
-    static void runNames(std::size_t n) {
-        inTurn<length>(n, [](const std::string& name) { keep(spdlog::get(name)); });
-    }
-
-    static std::size_t totalBytes() { return sink()->bytes(); }
+    static ByteCounter& counter() { return sink()->counter; }
 };
 
 } // namespace
 
 // Built twice: from headers only, and with the compiled library.
-Rows benchmarkRows() {
+void benchmarkRows(std::vector<Row>& rows) {
 #if defined(SPDLOG_COMPILED_LIB)
-    return rowsOfPeer<Spdlog>("spdlog library");
+    rows = SubjectRows<Spdlog>{Role::Peer, "spdlog library"}.all();
 #else
-    return rowsOfPeer<Spdlog>("spdlog header-only");
+    rows = SubjectRows<Spdlog>{Role::Peer, "spdlog header-only"}.all();
 #endif
 }

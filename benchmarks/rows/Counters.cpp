@@ -25,15 +25,13 @@ void runProduct(std::size_t n) {
     }
 }
 
-constexpr Row rows[] = {
-    {next, Role::Floor, floorName, runFloor},
-    {next, Role::Product, productName, runProduct},
-};
-
 } // namespace
 
-Rows counterRows() {
-    return rowsOf(rows);
+std::vector<Row> counterRows() {
+    return {
+        {next, Role::Floor, floorName, runFloor},
+        {next, Role::Product, productName, runProduct},
+    };
 }
 
 } // namespace benchmarks

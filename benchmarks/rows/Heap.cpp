@@ -29,15 +29,13 @@ void runProduct(std::size_t n) {
     }
 }
 
-constexpr Row rows[] = {
-    {block, Role::Floor, "floor: malloc and free", runFloor},
-    {block, Role::Product, productName, runProduct},
-};
-
 } // namespace
 
-Rows heapRows() {
-    return rowsOf(rows);
+std::vector<Row> heapRows() {
+    return {
+        {block, Role::Floor, "floor: malloc and free", runFloor},
+        {block, Role::Product, productName, runProduct},
+    };
 }
 
 } // namespace benchmarks

@@ -45,15 +45,13 @@ void runProduct(std::size_t n) {
     });
 }
 
-constexpr Row rows[] = {
-    {found, Role::Floor, floorName, runFloor, prepareFloor},
-    {found, Role::Product, productName, runProduct, prepareProduct},
-};
-
 } // namespace
 
-Rows namedObjectRows() {
-    return rowsOf(rows);
+std::vector<Row> namedObjectRows() {
+    return {
+        {found, Role::Floor, floorName, runFloor, prepareFloor},
+        {found, Role::Product, productName, runProduct, prepareProduct},
+    };
 }
 
 } // namespace benchmarks

@@ -98,52 +98,45 @@ void runSet(std::size_t n) {
     inTurn<count>(n, [&](const WideString& name) { properties.setProperty(name, value); });
 }
 
-constexpr Workload has10 = {"hasProperty, among 10", 1000};
-constexpr Workload has1000 = {"hasProperty, among 1000", 1000};
-constexpr Workload has100000 = {"hasProperty, among 100000", 1000};
-constexpr Workload read10 = {"readProperty, among 10", 1000};
-constexpr Workload read1000 = {"readProperty, among 1000", 1000};
-constexpr Workload read100000 = {"readProperty, among 100000", 1000};
-constexpr Workload set10 = {"setProperty of a name that is there, among 10", 1000};
-constexpr Workload set1000 = {"setProperty of a name that is there, among 1000", 1000};
-constexpr Workload set100000 = {"setProperty of a name that is there, among 100000", 1000};
-
-template <std::size_t count>
-constexpr Row floorRow(const Workload& work, void (*run)(std::size_t)) {
-    return {
-        work, Role::Floor, floorName, run, fill<propertyStore, count>, clear<propertyStore, count>};
+template <Store store, std::size_t count>
+Row row(const char* workload, void (*run)(std::size_t)) {
+    const bool isProduct = store == product;
+    return {{workload, 1000},
+            isProduct ? Role::Product : Role::Floor,
+            isProduct ? productName : floorName,
+            run,
+            fill<store, count>,
+            clear<store, count>};
 }
-
-template <std::size_t count>
-constexpr Row productRow(const Workload& work, void (*run)(std::size_t)) {
-    return {work, Role::Product, productName, run, fill<product, count>, clear<product, count>};
-}
-
-const Row rows[] = {
-    floorRow<10>(has10, runHas<propertyStore, 10>),
-    productRow<10>(has10, runHas<product, 10>),
-    floorRow<1000>(has1000, runHas<propertyStore, 1000>),
-    productRow<1000>(has1000, runHas<product, 1000>),
-    floorRow<100000>(has100000, runHas<propertyStore, 100000>),
-    productRow<100000>(has100000, runHas<product, 100000>),
-    floorRow<10>(read10, runRead<propertyStore, 10>),
-    productRow<10>(read10, runRead<product, 10>),
-    floorRow<1000>(read1000, runRead<propertyStore, 1000>),
-    productRow<1000>(read1000, runRead<product, 1000>),
-    floorRow<100000>(read100000, runRead<propertyStore, 100000>),
-    productRow<100000>(read100000, runRead<product, 100000>),
-    floorRow<10>(set10, runSet<propertyStore, 10>),
-    productRow<10>(set10, runSet<product, 10>),
-    floorRow<1000>(set1000, runSet<propertyStore, 1000>),
-    productRow<1000>(set1000, runSet<product, 1000>),
-    floorRow<100000>(set100000, runSet<propertyStore, 100000>),
-    productRow<100000>(set100000, runSet<product, 100000>),
-};
 
 } // namespace
 
-Rows propertyRows() {
-    return rowsOf(rows);
+std::vector<Row> propertyRows() {
+    return {
+        row<propertyStore, 10>("hasProperty, among 10", runHas<propertyStore, 10>),
+        row<product, 10>("hasProperty, among 10", runHas<product, 10>),
+        row<propertyStore, 1000>("hasProperty, among 1000", runHas<propertyStore, 1000>),
+        row<product, 1000>("hasProperty, among 1000", runHas<product, 1000>),
+        row<propertyStore, 100000>("hasProperty, among 100000", runHas<propertyStore, 100000>),
+        row<product, 100000>("hasProperty, among 100000", runHas<product, 100000>),
+        row<propertyStore, 10>("readProperty, among 10", runRead<propertyStore, 10>),
+        row<product, 10>("readProperty, among 10", runRead<product, 10>),
+        row<propertyStore, 1000>("readProperty, among 1000", runRead<propertyStore, 1000>),
+        row<product, 1000>("readProperty, among 1000", runRead<product, 1000>),
+        row<propertyStore, 100000>("readProperty, among 100000", runRead<propertyStore, 100000>),
+        row<product, 100000>("readProperty, among 100000", runRead<product, 100000>),
+        row<propertyStore, 10>("setProperty of a name that is there, among 10",
+                               runSet<propertyStore, 10>),
+        row<product, 10>("setProperty of a name that is there, among 10", runSet<product, 10>),
+        row<propertyStore, 1000>("setProperty of a name that is there, among 1000",
+                                 runSet<propertyStore, 1000>),
+        row<product, 1000>("setProperty of a name that is there, among 1000",
+                           runSet<product, 1000>),
+        row<propertyStore, 100000>("setProperty of a name that is there, among 100000",
+                                   runSet<propertyStore, 100000>),
+        row<product, 100000>("setProperty of a name that is there, among 100000",
+                             runSet<product, 100000>),
+    };
 }
 
 } // namespace benchmarks

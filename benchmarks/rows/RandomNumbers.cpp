@@ -23,15 +23,13 @@ void runProduct(std::size_t n) {
     }
 }
 
-constexpr Row rows[] = {
-    {randomNumber, Role::Floor, floorName, runFloor},
-    {randomNumber, Role::Product, productName, runProduct},
-};
-
 } // namespace
 
-Rows randomNumberRows() {
-    return rowsOf(rows);
+std::vector<Row> randomNumberRows() {
+    return {
+        {randomNumber, Role::Floor, floorName, runFloor},
+        {randomNumber, Role::Product, productName, runProduct},
+    };
 }
 
 } // namespace benchmarks

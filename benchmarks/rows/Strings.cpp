@@ -3,7 +3,7 @@
 
 #include "ZOL/Framework/StringHolder.h"
 
-#include "../Workloads.h"
+#include "../Subject.h"
 #include "Rows.h"
 
 using ZOL::Framework::StringHolder;
@@ -46,19 +46,17 @@ void runRead(std::size_t n) {
 constexpr const char* standard = "floor: std::string";
 constexpr const char* holder = "ZOL StringHolder";
 
-constexpr Row rows[] = {
-    {construct, Role::Floor, standard, runConstruct<std::string>},
-    {construct, Role::Product, holder, runConstruct<StringHolder>},
-    {copy, Role::Floor, standard, runCopy<std::string>},
-    {copy, Role::Product, holder, runCopy<StringHolder>},
-    {read, Role::Floor, standard, runRead<std::string>},
-    {read, Role::Product, holder, runRead<StringHolder>},
-};
-
 } // namespace
 
-Rows stringRows() {
-    return rowsOf(rows);
+std::vector<Row> stringRows() {
+    return {
+        {construct, Role::Floor, standard, runConstruct<std::string>},
+        {construct, Role::Product, holder, runConstruct<StringHolder>},
+        {copy, Role::Floor, standard, runCopy<std::string>},
+        {copy, Role::Product, holder, runCopy<StringHolder>},
+        {read, Role::Floor, standard, runRead<std::string>},
+        {read, Role::Product, holder, runRead<StringHolder>},
+    };
 }
 
 } // namespace benchmarks

@@ -2,8 +2,8 @@
 
 namespace benchmarks {
 
-Rows registryRows() {
-    return {nullptr, 0}; // there is no registry here
+std::vector<Row> registryRows() {
+    return {}; // Linux has no registry
 }
 
 } // namespace benchmarks

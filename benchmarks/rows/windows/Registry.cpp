@@ -128,21 +128,19 @@ void runList(std::size_t n) {
     }
 }
 
-constexpr Row rows[] = {
-    {openKey, Role::Floor, floorName, runOpenFloor, makeKey, deleteKey},
-    {openKey, Role::Product, productName, runOpen, makeKey, deleteKey},
-    {readText, Role::Floor, floorName, runTextFloor, makeKey, deleteKey},
-    {readText, Role::Product, productName, runText, makeKey, deleteKey},
-    {readNumber, Role::Floor, floorName, runNumberFloor, makeKey, deleteKey},
-    {readNumber, Role::Product, productName, runNumber, makeKey, deleteKey},
-    {listKeys, Role::Floor, floorName, runListFloor, makeKey, deleteKey},
-    {listKeys, Role::Product, productName, runList, makeKey, deleteKey},
-};
-
 } // namespace
 
-Rows registryRows() {
-    return rowsOf(rows);
+std::vector<Row> registryRows() {
+    return {
+        {openKey, Role::Floor, floorName, runOpenFloor, makeKey, deleteKey},
+        {openKey, Role::Product, productName, runOpen, makeKey, deleteKey},
+        {readText, Role::Floor, floorName, runTextFloor, makeKey, deleteKey},
+        {readText, Role::Product, productName, runText, makeKey, deleteKey},
+        {readNumber, Role::Floor, floorName, runNumberFloor, makeKey, deleteKey},
+        {readNumber, Role::Product, productName, runNumber, makeKey, deleteKey},
+        {listKeys, Role::Floor, floorName, runListFloor, makeKey, deleteKey},
+        {listKeys, Role::Product, productName, runList, makeKey, deleteKey},
+    };
 }
 
 } // namespace benchmarks
