@@ -1,5 +1,5 @@
-// Does one piece of work so many times: `Probe WORK TIMES`. What it costs is counted from outside,
-// as the difference between two runs.
+// `Probe WORKLOAD TIMES` performs one operation that many times. CountInstructions.cmake counts the
+// instructions of two runs and takes the difference.
 
 #include <array>
 #include <cstdlib>
@@ -23,7 +23,7 @@ namespace {
 constexpr int names = 1000;
 
 std::string nameOf(int number) {
-    return "name " + std::to_string(number) + ", longer than what a string holds within itself";
+    return "name " + std::to_string(number) + ", longer than the small buffer of a std::string";
 }
 
 WideString wideNameOf(int number) {
@@ -34,17 +34,17 @@ WideString wideNameOf(int number) {
 class CountingChannel final : public LoggingChannel {
 public:
     void release() override {}
-    void log(LoggingLevel, const char* text) override { seen_ += text[0] != '\0' ? 1 : 0; }
-    int seen() const { return seen_; }
+    void log(LoggingLevel, const char* text) override { received_ += text[0] != '\0' ? 1 : 0; }
+    int received() const { return received_; }
 
 private:
-    int seen_ = 0;
+    int received_ = 0;
 };
 
 class CountingBackend final : public LoggerBackend {
 public:
     LoggingChannel* createChannel(const char*) override { return &channel_; }
-    int seen() const { return channel_.seen(); }
+    int received() const { return channel_.received(); }
 
 private:
     CountingChannel channel_;
@@ -57,19 +57,19 @@ Logger* connectedLogger() {
     return Logger::getLogger("logger");
 }
 
-void* makeObject() {
+void* createObject() {
     static int object;
     return &object;
 }
 
-// Each answers how many of its pieces of work did what they are meant to.
+// Each returns how many of its operations had the expected result.
 
 int logTexts(int times) {
     Logger* const logger = connectedLogger();
     for (int i = 0; i < times; ++i) {
         logger->info("a text of forty characters, all of them.");
     }
-    return backend.seen();
+    return backend.received();
 }
 
 int logLines(int times) {
@@ -78,10 +78,10 @@ int logLines(int times) {
     for (int i = 0; i < times; ++i) {
         logger->info("a line of ") << 123456 << ' ' << 1234.5 << ' ' << word;
     }
-    return backend.seen();
+    return backend.received();
 }
 
-int askForALevelThatIsOff(int times) {
+int checkInactiveLevel(int times) {
     Logger* const logger = connectedLogger();
     int off = 0;
     for (int i = 0; i < times; ++i) {
@@ -118,42 +118,42 @@ int findProperties(int times) {
 
 int findObjects(int times) {
     for (int i = 0; i < names; ++i) {
-        MemoryManager::registerObject(nameOf(i).c_str(), makeObject);
+        MemoryManager::registerObject(nameOf(i).c_str(), createObject);
     }
     const std::string name = nameOf(names / 3);
     int found = 0;
     for (int i = 0; i < times; ++i) {
-        found += MemoryManager::findObject(name.c_str()) == makeObject() ? 1 : 0;
+        found += MemoryManager::findObject(name.c_str()) == createObject() ? 1 : 0;
     }
     return found;
 }
 
-struct Work {
+struct Workload {
     const char* name;
     int (*run)(int times);
 };
 
-constexpr std::array<Work, 6> works{{{"text", logTexts},
-                                     {"line", logLines},
-                                     {"level-off", askForALevelThatIsOff},
-                                     {"known-logger", findLoggers},
-                                     {"known-property", findProperties},
-                                     {"known-object", findObjects}}};
+constexpr std::array<Workload, 6> workloads{{{"text", logTexts},
+                                             {"line", logLines},
+                                             {"level-off", checkInactiveLevel},
+                                             {"known-logger", findLoggers},
+                                             {"known-property", findProperties},
+                                             {"known-object", findObjects}}};
 
 } // namespace
 
 int main(int argc, char** argv) {
     if (argc == 3) {
         const int times = std::atoi(argv[2]);
-        for (const Work& work : works) {
-            if (std::strcmp(work.name, argv[1]) == 0) {
-                return work.run(times) == times ? EXIT_SUCCESS : EXIT_FAILURE;
+        for (const Workload& workload : workloads) {
+            if (std::strcmp(workload.name, argv[1]) == 0) {
+                return workload.run(times) == times ? EXIT_SUCCESS : EXIT_FAILURE;
             }
         }
     }
-    std::cerr << "usage: Probe WORK TIMES, with one of these as WORK:";
-    for (const Work& work : works) {
-        std::cerr << ' ' << work.name;
+    std::cerr << "usage: Probe WORKLOAD TIMES, with one of these as WORKLOAD:";
+    for (const Workload& workload : workloads) {
+        std::cerr << ' ' << workload.name;
     }
     std::cerr << '\n';
     return EXIT_FAILURE;
