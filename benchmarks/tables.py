@@ -40,16 +40,13 @@ def measured_rows(paths):
             runs = [run for run in document["benchmarks"] if run["run_type"] == "iteration"]
             for run in sorted(runs, key=lambda run: run["family_index"]):
                 workload, subject = run["run_name"].removesuffix("/real_time").split(" | ")
-                row = workloads.setdefault(workload, {}).setdefault(subject, (run["label"], []))
-                assert run["time_unit"] == "ns"
-                row[1].append(run["real_time"])
-                if len(row[1]) > run["repetitions"]:
-                    sys.exit(f"tables.py: {path} has two rows of the name {run['run_name']}")
-            for run in runs:
-                workload, subject = run["run_name"].removesuffix("/real_time").split(" | ")
-                count = len(workloads[workload][subject][1])
-                if count != run["repetitions"]:
-                    sys.exit(f"tables.py: {path} has {count} repetitions of {run['run_name']}")
+                rows = workloads.setdefault(workload, {})
+                _, times = rows.setdefault(subject, (run["label"], []))
+                times.append(run["real_time"])
+                if len(times) != run["repetition_index"] + 1:
+                    sys.exit(f"tables.py: {path} has more than one row {run['run_name']}")
+                if run["time_unit"] != "ns":
+                    sys.exit(f"tables.py: {path} is not in nanoseconds")
     return workloads
 
 

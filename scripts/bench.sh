@@ -64,16 +64,17 @@ run_windows() { # PROGRAM ARGUMENT...
 
 measure() { # PLATFORM PROGRAM
     say "$1: $2"
-    local result=0
+    local result=0 log=$logs/bench-$1.$2
     # A function in a shell of its own, which timeout can end.
     export -f "run_$1"
     results=$results timeout "$timeout" bash -c 'set -euo pipefail; "$@"' bash "run_$1" "Benchmark$2" \
         --benchmark_enable_random_interleaving=true --benchmark_repetitions="$repetitions" \
         --benchmark_min_time="$(printf '0.%03d' "$milliseconds")" --benchmark_filter="$only" \
-        >"$results/$1.$2.json" || result=$?
+        >"$results/$1.$2.json" 2>"$log" || result=$?
     # Under Wine, a program that has written its results sometimes does not end. tables.py refuses
     # incomplete results.
-    [ "$result" = 0 ] || { [ "$1" = windows ] && [ "$result" = 124 ]; } || die "$2 failed on $1"
+    [ "$result" = 0 ] || { [ "$1" = windows ] && [ "$result" = 124 ]; } ||
+        { tail -n 20 "$log" >&2; die "$2 failed on $1"; }
 }
 
 describe() { # PLATFORM COMPILER

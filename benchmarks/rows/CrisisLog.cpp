@@ -42,7 +42,7 @@ void runWrite(std::size_t n) {
     }
 }
 
-/// The number in at least so many digits.
+/// Writes the number with at least that many digits.
 char* padded(char* at, int number, int digits) {
     for (int limit = 10; digits > 1; --digits, limit *= 10) {
         if (number < limit) {
