@@ -41,21 +41,23 @@ def measured_rows(paths):
             for run in sorted(runs, key=lambda run: run["family_index"]):
                 workload, subject = run["run_name"].removesuffix("/real_time").split(" | ")
                 rows = workloads.setdefault(workload, {})
-                _, times = rows.setdefault(subject, (run["label"], []))
-                times.append(run["real_time"])
-                if len(times) != run["repetition_index"] + 1:
-                    sys.exit(f"tables.py: {path} has more than one row {run['run_name']}")
+                rows.setdefault(subject, (run["label"], []))[1].append(run["real_time"])
                 if run["time_unit"] != "ns":
                     sys.exit(f"tables.py: {path} is not in nanoseconds")
+            for run in runs:
+                workload, subject = run["run_name"].removesuffix("/real_time").split(" | ")
+                count = len(workloads[workload][subject][1])
+                if count != run["repetitions"]:
+                    sys.exit(f"tables.py: {path}: {run['run_name']} was measured {count} times")
     return workloads
 
 
 def write_times(paths):
-    print("| Work | Subject | ns, median | to the floor | to the best peer |")
-    print("|---|---|--:|--:|--:|")
     workloads = measured_rows(paths)
     if not workloads:
         sys.exit("tables.py: no row was measured")
+    print("| Work | Subject | ns, median | to the floor | to the best peer |")
+    print("|---|---|--:|--:|--:|")
     for workload, rows in workloads.items():
         medians = {subject: statistics.median(times) for subject, (_, times) in rows.items()}
 
