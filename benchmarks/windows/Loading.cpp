@@ -2,18 +2,18 @@
 
 // Google Benchmark reads the clock rate from the Windows registry through shlwapi. If this program
 // imported that library, loading the framework would not have to load it. This definition takes the
-// place of the import: it finds no value, and Google Benchmark estimates the clock rate, which no
+// place of the import. It always fails, so that Google Benchmark estimates the clock rate, which no
 // table uses.
 
 namespace {
 
-DWORD WINAPI findNoValue(HKEY, const char*, const char*, DWORD*, void*, DWORD*) {
-    return ERROR_FILE_NOT_FOUND;
+LSTATUS WINAPI fail(HKEY, const char*, const char*, DWORD*, void*, DWORD*) {
+    return E_FAIL;
 }
 
 } // namespace
 
 extern "C" {
-extern decltype(&findNoValue) const googleBenchmarkImport asm("__imp_SHGetValueA");
-decltype(&findNoValue) const googleBenchmarkImport = findNoValue;
+extern decltype(&fail) const googleBenchmarkImport asm("__imp_SHGetValueA");
+decltype(&fail) const googleBenchmarkImport = fail;
 }
