@@ -16,22 +16,9 @@ version=$(apt-cache show --no-all-versions "$package" 2>/dev/null |
 [ -n "$version" ] || die "no archive offers $package: run apt-get update"
 [ "$(cat "$target/version" 2>/dev/null || true)" != "$version" ] || exit 0
 
-echo "fetch-benchmark: fetching the sources of $source $version"
-rm -rf "$target" "$fetch"
-mkdir -p "$target" "$fetch/lists/partial"
-
-# Use the archive that offers the package, without a change to the machine's own lists.
-apt-cache policy "$package" |
-    awk '/^ +[0-9]+ [a-z]+:\/\// { split($3, part, "/"); print "deb-src", $2, part[1], part[2] }' |
-    sort -u >"$fetch/sources.list"
-apt=(apt-get -q
-    -o "Dir::Etc::SourceList=$fetch/sources.list" -o Dir::Etc::SourceParts=-
-    -o "Dir::State::Lists=$fetch/lists" -o APT::Sandbox::User=root)
-(
-    cd "$fetch" && "${apt[@]}" update &&
-    "${apt[@]}" source --download-only --only-source "$source=$version"
-) >"$fetch/log" 2>&1 || { tail -n 20 "$fetch/log" >&2; die "cannot fetch the sources of $source $version"; }
-
+scripts/fetch-source.sh "$package" "$source" "$version" "$fetch"
+rm -rf "$target"
+mkdir -p "$target"
 tar -xf "$(find "$fetch" -name '*.orig.tar.*' ! -name '*.asc')" -C "$target" --strip-components=1
 rm -rf "$fetch"
 echo "$version" >"$target/version"
