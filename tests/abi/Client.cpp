@@ -1,4 +1,4 @@
-// A client of what only some compilers and flags fit, for them to accept or to refuse.
+// Uses what only some compilers and flags fit: CompileErrors.cmake compiles it with each.
 
 #include "ZOL/Framework/Framework.h"
 #include "ZOL/Framework/GenericLogger/LoggerException.h"

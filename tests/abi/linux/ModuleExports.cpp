@@ -6,9 +6,9 @@
 #include <elf.h>
 #include <link.h>
 
-#include "ModuleSurface.h"
+#include "ModuleExports.h"
 
-namespace boundary {
+namespace surface {
 
 namespace {
 
@@ -39,8 +39,8 @@ bool isExported(const Elf64_Sym& symbol) {
 
 } // namespace
 
-ModuleSurface surfaceOf(const std::string& moduleName) {
-    void* const handle = dlopen((moduleName + ".so").c_str(), RTLD_NOW | RTLD_LOCAL);
+ModuleExports exportsOf(const std::string& module) {
+    void* const handle = dlopen((module + ".so").c_str(), RTLD_NOW | RTLD_LOCAL);
     link_map* map = nullptr;
     if (handle == nullptr || dlinfo(handle, RTLD_DI_LINKMAP, &map) != 0) {
         throw std::runtime_error(dlerror());
@@ -49,13 +49,13 @@ ModuleSurface surfaceOf(const std::string& moduleName) {
     const Elf64_Ehdr header = tableAt<Elf64_Ehdr>(content, 0, 1).front();
     const auto sections = tableAt<Elf64_Shdr>(content, header.e_shoff, header.e_shnum);
 
-    ModuleSurface surface;
+    ModuleExports found;
     for (const Elf64_Shdr& section : sections) {
         if (section.sh_type == SHT_DYNSYM) {
             for (const Elf64_Sym& symbol : tableAt<Elf64_Sym>(
                      content, section.sh_offset, section.sh_size / sizeof(Elf64_Sym))) {
                 if (isExported(symbol)) {
-                    surface.exports.push_back(
+                    found.names.push_back(
                         textAt(content, sections.at(section.sh_link), symbol.st_name));
                 }
             }
@@ -63,12 +63,12 @@ ModuleSurface surfaceOf(const std::string& moduleName) {
             for (const Elf64_Dyn& entry : tableAt<Elf64_Dyn>(content, section.sh_offset,
                                                              section.sh_size / sizeof(Elf64_Dyn))) {
                 if (entry.d_tag == DT_SONAME) {
-                    surface.name = textAt(content, sections.at(section.sh_link), entry.d_un.d_val);
+                    found.module = textAt(content, sections.at(section.sh_link), entry.d_un.d_val);
                 }
             }
         }
     }
-    return surface;
+    return found;
 }
 
-} // namespace boundary
+} // namespace surface

@@ -1,5 +1,6 @@
-#include "ModuleSurface.h"
+#include "ModuleExports.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdlib>
 #include <map>
@@ -7,12 +8,14 @@
 
 #include <cxxabi.h>
 
-namespace boundary {
+#include "Goldens.h"
+
+namespace surface {
 
 namespace {
 
-/// Behind the names of a nested name: "C1" of _ZN3ZOL9Framework12StringHolderC1Ev.
-std::string markBehindNames(const std::string& mangled) {
+/// What follows the parts of a nested name: "C1" of _ZN3ZOL9Framework12StringHolderC1Ev.
+std::string markAfterNames(const std::string& mangled) {
     const std::string nested = "_ZN";
     if (mangled.compare(0, nested.size(), nested) != 0) {
         return {};
@@ -24,6 +27,17 @@ std::string markBehindNames(const std::string& mangled) {
         at += digits + length;
     }
     return at < mangled.size() ? mangled.substr(at, 2) : std::string();
+}
+
+/// Complete-object constructors of abstract classes: g++ emits them, clang does not, and nothing
+/// can call them.
+bool isUncallable(const std::string& name) {
+    const std::string body = " [complete object]";
+    const bool ofAbstractClass =
+        name.find("::LoggerBackend::LoggerBackend(") != std::string::npos ||
+        name.find("::LoggingChannel::LoggingChannel(") != std::string::npos;
+    return ofAbstractClass && name.size() > body.size() &&
+           name.compare(name.size() - body.size(), body.size(), body) == 0;
 }
 
 } // namespace
@@ -40,8 +54,20 @@ std::string readable(const std::string& mangled) {
                                                               {"D0", " [deleting]"},
                                                               {"D1", " [complete object]"},
                                                               {"D2", " [base object]"}};
-    const auto body = bodies.find(markBehindNames(mangled));
+    const auto body = bodies.find(markAfterNames(mangled));
     return std::string(demangled.get()) + (body != bodies.end() ? body->second : "");
 }
 
-} // namespace boundary
+std::vector<std::string> readableExports() {
+    std::vector<std::string> names = exportsOf(moduleName).names;
+    std::transform(names.begin(), names.end(), names.begin(), readable);
+    return names;
+}
+
+std::vector<std::string> currentExports() {
+    std::vector<std::string> names = readableExports();
+    names.erase(std::remove_if(names.begin(), names.end(), isUncallable), names.end());
+    return names;
+}
+
+} // namespace surface

@@ -1,14 +1,14 @@
-// Which classes of exceptions leave the module: what modules that catch them depend on.
+// The classes of the exceptions that the module throws, which modules catch by type.
 
 #include <stdexcept>
 #include <string>
 #include <typeinfo>
+#include <vector>
 
 #include <cxxabi.h>
-#include <gtest/gtest.h>
 
-#include "Golden.h"
-#include "ModuleSurface.h"
+#include "Goldens.h"
+#include "ModuleExports.h"
 #include "WideText.h"
 
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
@@ -18,16 +18,15 @@
 #include "ZOL/Framework/GenericLogger/LoggerException.h"
 #include "ZOL/Framework/Management/PropertyManager.h"
 
-using boundary::expectGolden;
-using boundary::readable;
 using support::wide;
+using surface::readable;
 using ZOL::Framework::Framework;
 using ZOL::Framework::Exceptions::FrameworkException;
 using namespace ZOL::Framework::GenericLogger;
 
 namespace {
 
-/// The class, and those above it up to the one that has none.
+/// The class and its base classes, up to the root.
 std::string lineage(const std::type_info& type) {
     std::string text = readable(type.name());
     const auto* derived = dynamic_cast<const abi::__si_class_type_info*>(&type);
@@ -50,20 +49,18 @@ std::string thrownBy(Function function) {
     return "nothing";
 }
 
-TEST(ExceptionTypes, ThatLeaveTheModuleAreThoseOfTheStoredList) {
-    expectGolden(
-        "exceptions.txt",
-        {"reading a property that is not there: " + thrownBy<FrameworkException>([] {
-             Framework::propertyManager()->readProperty(wide("missing"));
-         }),
-         "clearing a property that is not there: " + thrownBy<FrameworkException>([] {
-             Framework::propertyManager()->clearProperty(wide("missing"));
-         }),
-         "installing no back end: " + thrownBy<LoggerException>([] {
-             Logger::installBackend(static_cast<LoggerBackend*>(nullptr));
-         }),
-         "installing a back end whose library is not there: " +
-             thrownBy<std::runtime_error>([] { Logger::installBackend("No such library"); })});
-}
-
 } // namespace
+
+std::vector<std::string> surface::currentExceptions() {
+    return {"reading a property that is not there: " + thrownBy<FrameworkException>([] {
+                Framework::propertyManager()->readProperty(wide("missing"));
+            }),
+            "clearing a property that is not there: " + thrownBy<FrameworkException>([] {
+                Framework::propertyManager()->clearProperty(wide("missing"));
+            }),
+            "installing no back end: " + thrownBy<LoggerException>([] {
+                Logger::installBackend(static_cast<LoggerBackend*>(nullptr));
+            }),
+            "installing a back end whose library is not there: " +
+                thrownBy<std::runtime_error>([] { Logger::installBackend("No such library"); })};
+}

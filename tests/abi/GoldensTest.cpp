@@ -1,19 +1,19 @@
-#include "Golden.h"
+// Compares what the compiler and the loaded module have with the stored lists in goldens/.
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <map>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
-namespace boundary {
+#include "Goldens.h"
+
+std::string surface::exportsFile = ZOL_EXPORTS_FILE;
 
 namespace {
 
-constexpr const char* acceptance = "ZOL_ACCEPT_GOLDENS";
-constexpr const char* toAccept =
-    "To accept an intended change: scripts/accept-boundary.sh (docs/binary-contract.md)";
 constexpr const char* separator = ": ";
 
 std::vector<std::string> linesOf(const std::string& path) {
@@ -24,14 +24,6 @@ std::vector<std::string> linesOf(const std::string& path) {
         lines.push_back(line);
     }
     return lines;
-}
-
-void store(const std::string& path, const std::vector<std::string>& lines) {
-    std::ofstream file(path, std::ios_base::binary);
-    for (const std::string& line : lines) {
-        file << line << '\n';
-    }
-    ASSERT_TRUE(file.flush()) << "cannot write " << path;
 }
 
 using Values = std::multimap<std::string, std::string>;
@@ -49,7 +41,7 @@ std::string lineOf(const std::string& name, const std::string& value) {
     return value.empty() ? name : name + separator + value;
 }
 
-/// Takes the lines that both have out of both.
+/// Removes the lines that both have from both.
 void dropCommon(Values& left, Values& right) {
     for (auto entry = left.begin(); entry != left.end();) {
         const auto [first, last] = right.equal_range(entry->first);
@@ -63,35 +55,55 @@ void dropCommon(Values& left, Values& right) {
     }
 }
 
-} // namespace
+void expectGolden(const std::string& name, const std::vector<std::string>& current) {
+    Values stored = valuesByName(linesOf(std::string(ZOL_GOLDENS) + "/" + name));
+    Values present = valuesByName(current);
+    dropCommon(stored, present);
 
-void expectGolden(const std::string& name, std::vector<std::string> seen) {
-    const std::string path = std::string(ZOL_GOLDENS) + "/" + name;
-    std::sort(seen.begin(), seen.end());
-    if (std::getenv(acceptance) != nullptr) {
-        store(path, seen);
-        return;
-    }
-    Values wasThere = valuesByName(linesOf(path));
-    Values isThere = valuesByName(seen);
-    dropCommon(wasThere, isThere);
-
-    for (const auto& [what, value] : wasThere) {
-        const auto now = isThere.find(what);
-        if (now == isThere.end()) {
+    for (const auto& [what, value] : stored) {
+        const auto now = present.find(what);
+        if (now == present.end()) {
             ADD_FAILURE() << "gone from " << name << ": " << lineOf(what, value);
         } else {
             ADD_FAILURE() << "changed in " << name << ": " << what << ": was " << value << ", is "
                           << now->second;
-            isThere.erase(now);
+            present.erase(now);
         }
     }
-    for (const auto& [what, value] : isThere) {
+    for (const auto& [what, value] : present) {
         ADD_FAILURE() << "new, and not in " << name << ": " << lineOf(what, value);
     }
     if (testing::Test::HasFailure()) {
-        ADD_FAILURE() << toAccept;
+        ADD_FAILURE() << "to accept an intended change: scripts/accept-goldens.sh";
     }
 }
 
-} // namespace boundary
+TEST(Goldens, ExportedNamesAreUnchanged) {
+    expectGolden(surface::exportsFile, surface::currentExports());
+}
+
+TEST(Goldens, SizesAndAlignmentsAreUnchanged) {
+    expectGolden("layouts.txt", surface::currentLayouts());
+}
+
+TEST(Goldens, NumbersOfTheLevelsAreUnchanged) {
+    expectGolden("levels.txt", surface::currentLevels());
+}
+
+TEST(Goldens, VirtualSlotsAreUnchanged) {
+    expectGolden("slots.txt", surface::currentSlots());
+}
+
+TEST(Goldens, ThrownExceptionsAreUnchanged) {
+    expectGolden("exceptions.txt", surface::currentExceptions());
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    if (argc > 1) {
+        surface::exportsFile = argv[1];
+    }
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,41 @@
+# The headers reject settings that do not fit the framework, and the error says why.
+
+# test_compile(<test> <exit code> <expected output> <compiler> <flag>...)
+function(test_compile test exit expected compiler)
+    add_test(NAME CompileErrors.${test}
+        COMMAND ${CMAKE_COMMAND}
+            -DPROGRAM=${compiler}
+            "-DARGS=-std=c++17;-fsyntax-only;-I;${PROJECT_SOURCE_DIR}/include;${ARGN};${CMAKE_CURRENT_SOURCE_DIR}/Client.cpp"
+            -DEXIT=${exit}
+            "-DMATCHES=${expected}"
+            -P ${PROJECT_SOURCE_DIR}/tests/support/ExpectOutput.cmake)
+endfunction()
+
+# test_compile_error(<test> <reason> <compiler> <flag>...)
+function(test_compile_error test reason)
+    test_compile(${test} 1 "error: [^\n]*${reason}" ${ARGN})
+endfunction()
+
+test_compile(DefaultFlagsCompile 0 "" ${CMAKE_CXX_COMPILER})
+test_compile_error(OldStringAbi "properties need _GLIBCXX_USE_CXX11_ABI=1"
+    ${CMAKE_CXX_COMPILER} -D_GLIBCXX_USE_CXX11_ABI=0)
+test_compile_error(NoRunTimeTypeInformation "LoggerException needs run-time type information"
+    ${CMAKE_CXX_COMPILER} -fno-rtti)
+# The macros are enough: the check does not need Visual C++'s own library.
+test_compile_error(CheckedIteratorsOfVisualCxx "properties need _ITERATOR_DEBUG_LEVEL=0"
+    ${CMAKE_CXX_COMPILER} -D_MSVC_STL_VERSION=143 -D_ITERATOR_DEBUG_LEVEL=2)
+
+if(NOT WIN32)
+    test_compile_error(OtherSizeOfWideCharacters "need the platform's own wchar_t"
+        ${CMAKE_CXX_COMPILER} -fshort-wchar)
+
+    # clang's compile for the ABI of Visual C++.
+    test_compile_error(OtherCallingConventionOfVisualCxx "the framework's functions are __cdecl"
+        ${ZOL_MSVC_CLANG} --config=${ZOL_MSVC_CONFIG} -Xclang -fdefault-calling-conv=vectorcall)
+
+    # This uses only the headers of libc++ and links nothing.
+    test_compile_error(OtherStandardLibrary "needs the standard library that its module has"
+        ${ZOL_MSVC_CLANG} -stdlib=libc++)
+    test_compile(OtherStandardLibraryForModuleAndUsersCompiles 0 ""
+        ${ZOL_MSVC_CLANG} -stdlib=libc++ -DZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY)
+endif()
