@@ -1,5 +1,23 @@
-# Debug information in files of its own: releases are compiled with it too, and what is installed is
-# stripped of it and tells debuggers the name of the file that keeps it, <file>.debug beside it.
+# Debug information and what debuggers use to show the public classes. Releases are compiled with
+# debug information; installed files are stripped of it and name the file <file>.debug beside them
+# that has it.
+
+# The contents of the public classes are in private classes.
+if(WIN32)
+    configure_file(${PROJECT_SOURCE_DIR}/packaging/debugger/ZOL_Framework.natvis.in
+        ${PROJECT_BINARY_DIR}/ZOL_Framework.natvis @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/ZOL_Framework.natvis
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zol-framework COMPONENT Development)
+    # The debugger reads it from the module's debug information.
+    if(MSVC)
+        target_link_options(ZOL_Framework PRIVATE /NATVIS:${PROJECT_BINARY_DIR}/ZOL_Framework.natvis)
+    endif()
+else()
+    # gdb loads a file of this name beside each module.
+    install(FILES ${PROJECT_SOURCE_DIR}/packaging/debugger/gdb-printers.py
+        DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Debug
+        RENAME ${ZOL_MODULE_NAME}${CMAKE_SHARED_LIBRARY_SUFFIX}-gdb.py)
+endif()
 
 if(MSVC)
     foreach(target IN LISTS zolCompiled)
@@ -13,15 +31,15 @@ if(MSVC)
     return()
 endif()
 
-# The sources' place on the machine that built them is nobody's business.
+# The paths of the build machine are not shipped.
 foreach(target IN LISTS zolCompiled)
     target_compile_options(${target} PRIVATE
         $<$<CONFIG:Release>:-g>
         -fdebug-prefix-map=${PROJECT_SOURCE_DIR}=${PROJECT_NAME}-${PROJECT_VERSION})
 endforeach()
 
-# zol_install_split(<component> <folder> <call>): has a function of SplitDebugInformation.cmake run
-# when the component is installed.
+# zol_install_split(<component> <folder> <call>): calls a function of SplitDebugInformation.cmake when
+# the component is installed.
 function(zol_install_split component folder call)
     install(CODE "
         set(objcopy \"${CMAKE_OBJCOPY}\")

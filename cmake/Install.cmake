@@ -50,9 +50,9 @@ install(FILES
     ${PROJECT_SOURCE_DIR}/cmake/backend-exports.map
     DESTINATION ${ZOL_INSTALL_CMAKEDIR} COMPONENT Development)
 
-# For plug-in authors: a project to copy, whose tests need the tool.
+# A project for plug-in authors to copy. Its tests need zol-backend-check.
 if(ZOL_BUILD_TOOLS)
-    install(DIRECTORY ${PROJECT_SOURCE_DIR}/cmake/templates
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/packaging/templates
         DESTINATION ${CMAKE_INSTALL_DATADIR}/zol-framework COMPONENT Development)
     if(MINGW)
         install(FILES ${PROJECT_SOURCE_DIR}/cmake/mingw-w64.cmake
@@ -62,8 +62,8 @@ endif()
 
 include(${CMAKE_CURRENT_LIST_DIR}/PkgConfig.cmake)
 
-# What a mingw-built program needs beside it. A module with a runtime of its own does not see the
-# exceptions that are on their way in another's, so these are never linked statically.
+# The runtime libraries of mingw-w64. They are never linked statically: a module with its own copy
+# cannot handle exceptions that another module throws.
 set(ZOL_RUNTIME_LIBRARIES "")
 if(MINGW)
     separate_arguments(zolLinkFlags UNIX_COMMAND "${CMAKE_SHARED_LINKER_FLAGS}")
@@ -72,7 +72,7 @@ if(MINGW)
             COMMAND ${CMAKE_CXX_COMPILER} ${zolLinkFlags} -print-file-name=${dll}
             OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
         if(NOT IS_ABSOLUTE "${path}")
-            message(FATAL_ERROR "${CMAKE_CXX_COMPILER} does not know where its ${dll} is")
+            message(FATAL_ERROR "${CMAKE_CXX_COMPILER} cannot find its ${dll}")
         endif()
         file(REAL_PATH ${path} path)
         list(APPEND ZOL_RUNTIME_LIBRARIES ${path})
@@ -82,5 +82,22 @@ if(MINGW)
 endif()
 
 include(${CMAKE_CURRENT_LIST_DIR}/DebugFiles.cmake)
-include(${CMAKE_CURRENT_LIST_DIR}/Sbom.cmake)
-include(${CMAKE_CURRENT_LIST_DIR}/Debuggers.cmake)
+
+# The bill of materials is written when the package is installed.
+set(zolSbomTargets ${zolCompiled})
+list(TRANSFORM zolSbomTargets REPLACE "(.+)" "$<TARGET_PROPERTY:\\1,INCLUDE_DIRECTORIES>")
+install(CODE "
+    set(compiler [==[${CMAKE_CXX_COMPILER}]==])
+    set(linkFlags [==[${CMAKE_SHARED_LINKER_FLAGS}]==])
+    set(compilerIsMsvc \"$<BOOL:${MSVC}>\")
+    set(mingw \"$<BOOL:${MINGW}>\")
+    set(backends \"${zolBackends}\")
+    set(tools \"${ZOL_BUILD_TOOLS}\")
+    set(includeFolders [==[${zolSbomTargets}]==])
+    set(name \"${PROJECT_NAME}\")
+    set(version \"${PROJECT_VERSION}\")
+    set(platform \"${CMAKE_SYSTEM_NAME}\")
+    set(scratch \"${PROJECT_BINARY_DIR}/sbom\")
+    set(destination \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zol-framework\")
+    include(\"${PROJECT_SOURCE_DIR}/cmake/WriteSbom.cmake\")"
+    COMPONENT Runtime)

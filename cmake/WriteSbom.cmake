@@ -1,5 +1,6 @@
-# Writes <destination>/ZOL_Framework.spdx.json. Runs while the package is installed; cmake/Sbom.cmake
-# sets what is read here.
+# Writes <destination>/ZOL_Framework.spdx.json, the bill of materials as an SPDX document. Runs while
+# the package is installed, because it reads the versions of the compiler and its libraries.
+# cmake/Install.cmake sets the variables.
 
 # header_macros(<result> <header> <macro>...): the values that the compiler sees.
 function(header_macros result header)
@@ -23,13 +24,13 @@ function(header_macros result header)
     list(LENGTH values found)
     list(LENGTH ARGN wanted)
     if(failed OR NOT found EQUAL wanted)
-        message(FATAL_ERROR "${header} does not tell the version of its library\n${errors}")
+        message(FATAL_ERROR "${header} does not define the version of its library\n${errors}")
     endif()
     set(${result} ${values} PARENT_SCOPE)
 endfunction()
 
-# owner_version(<result> <file of the compiler's libraries>): that of the Debian package it is in, or
-# of the compiler where there is none.
+# owner_version(<result> <file of the compiler's libraries>): the version of its Debian package, or of
+# the compiler if it belongs to no package.
 function(owner_version result file)
     separate_arguments(flags UNIX_COMMAND "${linkFlags}")
     execute_process(COMMAND ${compiler} ${flags} -print-file-name=${file}
@@ -37,7 +38,7 @@ function(owner_version result file)
     file(REAL_PATH ${path} path)
     find_program(dpkgQuery dpkg-query NO_CACHE)
     if(dpkgQuery)
-        # A merged /usr leaves packages that say /lib for what is in /usr/lib.
+        # With a merged /usr, some packages list /lib for files in /usr/lib.
         string(REGEX REPLACE "^/usr" "" unmerged ${path})
         foreach(place IN ITEMS ${path} ${unmerged})
             execute_process(COMMAND ${dpkgQuery} --search ${place}
@@ -56,34 +57,44 @@ function(owner_version result file)
     set(${result} "of compiler ${version}" PARENT_SCOPE)
 endfunction()
 
-set(packages "")
-set(relationships "")
+# set_texts(<variable with a JSON object> <key> <text>...)
+function(set_texts variable)
+    set(object "${${variable}}")
+    set(members ${ARGN})
+    while(members)
+        list(POP_FRONT members key text)
+        string(JSON object SET "${object}" ${key} "\"${text}\"")
+    endwhile()
+    set(${variable} "${object}" PARENT_SCOPE)
+endfunction()
+
+# append(<variable with a JSON array> <value>)
+function(append variable value)
+    string(JSON length LENGTH "${${variable}}")
+    string(JSON array SET "${${variable}}" ${length} "${value}")
+    set(${variable} "${array}" PARENT_SCOPE)
+endfunction()
+
+set(packages "[]")
+set(relationships "[]")
 
 # add_package(<name> <version> <licence> <supplier> <relationship of the framework to it> <comment>)
 function(add_package package packageVersion licence supplier relationship comment)
-    string(REGEX REPLACE "[^A-Za-z0-9.-]" "-" id "${package}")
-    string(APPEND packages "    {
-      \"SPDXID\": \"SPDXRef-${id}\",
-      \"name\": \"${package}\",
-      \"versionInfo\": \"${packageVersion}\",
-      \"supplier\": \"${supplier}\",
-      \"downloadLocation\": \"NOASSERTION\",
-      \"filesAnalyzed\": false,
-      \"licenseConcluded\": \"${licence}\",
-      \"licenseDeclared\": \"${licence}\",
-      \"copyrightText\": \"NOASSERTION\",
-      \"comment\": \"${comment}\"
-    },\n")
+    string(REGEX REPLACE "[^A-Za-z0-9.-]" "-" id "SPDXRef-${package}")
+    set(object "{ \"filesAnalyzed\": false }")
+    set_texts(object SPDXID "${id}" name "${package}" versionInfo "${packageVersion}"
+        supplier "${supplier}" downloadLocation NOASSERTION licenseConcluded "${licence}"
+        licenseDeclared "${licence}" copyrightText NOASSERTION comment "${comment}")
+    append(packages "${object}")
+
+    set(from SPDXRef-ZOL-Framework)
     if(relationship STREQUAL "DESCRIBES")
         set(from SPDXRef-DOCUMENT)
-    else()
-        set(from SPDXRef-ZOL-Framework)
     endif()
-    string(APPEND relationships "    {
-      \"spdxElementId\": \"${from}\",
-      \"relationshipType\": \"${relationship}\",
-      \"relatedSpdxElement\": \"SPDXRef-${id}\"
-    },\n")
+    set(object "{}")
+    set_texts(object
+        spdxElementId ${from} relationshipType ${relationship} relatedSpdxElement "${id}")
+    append(relationships "${object}")
     set(packages "${packages}" PARENT_SCOPE)
     set(relationships "${relationships}" PARENT_SCOPE)
 endfunction()
@@ -148,25 +159,16 @@ else()
     add_package(glibc ${libraryVersion} LGPL-2.1-or-later ${others} DYNAMIC_LINK "Not shipped")
 endif()
 
-string(REGEX REPLACE ",\n$" "\n" packages "${packages}")
-string(REGEX REPLACE ",\n$" "\n" relationships "${relationships}")
 string(TIMESTAMP created UTC)
-# One name for each set of contents.
+# Documents with different contents have different names.
 string(UUID uuid NAMESPACE 6ba7b811-9dad-11d1-80b4-00c04fd430c8 TYPE SHA1
     NAME "${platform} ${created} ${packages}")
-file(WRITE $ENV{DESTDIR}${destination}/ZOL_Framework.spdx.json "{
-  \"spdxVersion\": \"SPDX-2.3\",
-  \"dataLicense\": \"CC0-1.0\",
-  \"SPDXID\": \"SPDXRef-DOCUMENT\",
-  \"name\": \"${name}-${version}-${platform}\",
-  \"documentNamespace\": \"urn:uuid:${uuid}\",
-  \"creationInfo\": {
-    \"created\": \"${created}\",
-    \"creators\": [\"Organization: ZOL Framework developers\"]
-  },
-  \"packages\": [
-${packages}  ],
-  \"relationships\": [
-${relationships}  ]
-}
-")
+set(creation "{ \"creators\": [\"Organization: ZOL Framework developers\"] }")
+set_texts(creation created "${created}")
+set(sbom "{}")
+set_texts(sbom spdxVersion SPDX-2.3 dataLicense CC0-1.0 SPDXID SPDXRef-DOCUMENT
+    name "${name}-${version}-${platform}" documentNamespace "urn:uuid:${uuid}")
+string(JSON sbom SET "${sbom}" creationInfo "${creation}")
+string(JSON sbom SET "${sbom}" packages "${packages}")
+string(JSON sbom SET "${sbom}" relationships "${relationships}")
+file(WRITE $ENV{DESTDIR}${destination}/ZOL_Framework.spdx.json "${sbom}\n")

@@ -1,4 +1,4 @@
-// A host: logs through MyBackend, and looks at what arrived in the file.
+// A host: logs through MyBackend and checks the file.
 
 #include <cstdio>
 #include <exception>
@@ -37,7 +37,7 @@ bool isAsExpected() {
     const std::string expected = "orders 30 kept until the back end is there\n"
                                  "orders 40 stock is low: 3\n";
     if (content != expected) {
-        std::cerr << path << " has\n" << content << "in place of\n" << expected;
+        std::cerr << path << " has\n" << content << "instead of\n" << expected;
     }
     return content == expected;
 }

@@ -15,13 +15,13 @@ using ZOL::Framework::Management::WideString;
 namespace {
 
 constexpr const char* pathProperty = "MyBackend.path";
-constexpr const char* pathOtherwise = "messages.log";
+constexpr const char* defaultPath = "messages.log";
 
-/// A setting of ASCII characters, as the host left it in the property store.
-std::string setting(const std::string& name, const std::string& otherwise) {
+/// An ASCII setting that the host put into the property store.
+std::string setting(const std::string& name, const std::string& fallback) {
     const WideString wideName(name.begin(), name.end());
     if (!Framework::propertyManager()->hasProperty(wideName)) {
-        return otherwise;
+        return fallback;
     }
     std::string value;
     for (const auto unit : Framework::propertyManager()->readProperty(wideName)) {
@@ -40,7 +40,7 @@ public:
 
 private:
     std::ofstream& file_;
-    std::string logger_; // a copy: the name is valid during createChannel alone
+    std::string logger_; // a copy: the name is only valid during createChannel
 };
 
 class MyBackend : public LoggerBackend {
@@ -50,13 +50,13 @@ public:
     }
 
 private:
-    std::ofstream file_{setting(pathProperty, pathOtherwise), std::ios::app};
+    std::ofstream file_{setting(pathProperty, defaultPath), std::ios::app};
     std::map<std::string, MyChannel> channels_;
 };
 
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT LoggerBackend* createBackend() {
-    static auto* const backend = new MyBackend; // never destroyed: loggers use it to the very end
+    static auto* const backend = new MyBackend; // never destroyed: loggers use it until the process ends
     return backend;
 }
