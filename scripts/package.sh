@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# package.sh [windows|linux]: sets up the machine, builds the SDK without tests and examples, and
-# makes its archives, for Linux its Debian packages too, in build/packages; for both platforms if
-# none is given.
+# package.sh [windows|linux]: installs the packages that the build needs, builds the SDK without tests
+# and examples and writes its archives, for Linux also its Debian packages, to build/packages. Without
+# an argument it does so for both platforms.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -21,22 +21,21 @@ logs=build/logs
 run_logged() {
     local log=$1
     shift
-    "$@" >"$log" 2>&1 || { tail -n 100 "$log" >&2; die "failed: $*; its whole output is in $log"; }
+    "$@" >"$log" 2>&1 || { tail -n 100 "$log" >&2; die "failed: $*; the full output is in $log"; }
 }
 
-scripts/setup.sh
 mkdir -p "$logs" "$packages"
 for platform in "${platforms[@]}"; do
-    tree=build/package-$platform
-    log=$logs/package-$platform
+    scripts/setup.sh sdk "$platform"
+    preset=$platform-sdk
+    log=$logs/$preset
     say "$platform: building"
-    run_logged "$log.configure" cmake --preset "$platform" -B "$tree" \
-        -DZOL_BUILD_TESTS=OFF -DZOL_BUILD_EXAMPLES=OFF
-    run_logged "$log.build" cmake --build "$tree"
+    run_logged "$log.configure" cmake --preset "$preset"
+    run_logged "$log.build" cmake --build --preset "$preset"
 
     say "$platform: packaging"
     made=$(mktemp -d -p "$packages")
-    run_logged "$log.cpack" cpack --config "$tree/CPackConfig.cmake" -B "$PWD/$made"
+    run_logged "$log.cpack" cpack --preset "$preset" -B "$PWD/$made"
     rm -rf "$made/_CPack_Packages"
     for file in "$made"/*; do
         mv -f "$file" "$packages/"
