@@ -1,5 +1,5 @@
-# The SDK's archives: one with everything but the debug information, and one with that, which unpack
-# into the same folder. Debian packages are cut into runtime, development and debug information.
+# The SDK's archives: one without the debug information and one with only that, which unpack into the
+# same folder. There are Debian packages for runtime, development and debug information.
 
 if(WIN32)
     set(zolPlatform windows-x64)

@@ -1,4 +1,4 @@
-# Read by cpack for each kind of package: what goes together in one file.
+# Read by cpack for each type of package: which components share a file.
 
 set(CPACK_COMPONENT_RUNTIME_GROUP sdk)
 set(CPACK_COMPONENT_BACKENDS_GROUP sdk)

@@ -1,4 +1,4 @@
-# Files for pkg-config, which find the package from where they lie themselves.
+# Files for pkg-config. Their paths are relative to their own folder.
 
 set(zolPkgConfigDir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 

@@ -1,8 +1,8 @@
-# What is shipped, whichever back ends there are:
+# Sets, for the back ends that are built:
 #   zolBackends   the plug-ins
-#   zolCompiled   everything whose code ends up in them or in the framework module
+#   zolCompiled   all targets whose code is part of them or of the framework module
 
-# zol_targets_below(<result> <folder>): what that folder and those below it build.
+# zol_targets_below(<result> <folder>): the targets of the folder and of its subfolders.
 function(zol_targets_below result folder)
     get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
     get_property(folders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)

@@ -1,14 +1,14 @@
 # Runs while the package is installed, with
-#   objcopy      the tool of that name that understands the modules
+#   objcopy      the target's objcopy
 #   destination  the folder, below DESTDIR, where the files are installed
-#   debugFiles   where the build tree keeps the files with their debug information
+#   debugFiles   the folder in the build tree for files with debug information
 
 function(run_objcopy)
     execute_process(COMMAND ${objcopy} ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-# make_debug_file(<module as it was built>): leaves the path in <debugFile>. Written once for each
-# build of the module, because the stripped module holds a checksum of it.
+# make_debug_file(<built module>): sets <debugFile>. The file is written once for each build of the
+# module, because the stripped module has its checksum.
 function(make_debug_file module)
     get_filename_component(name ${module} NAME)
     set(file ${debugFiles}/${name}.debug)
@@ -27,7 +27,7 @@ function(strip_installed module)
     run_objcopy(--add-gnu-debuglink=${debugFile} $ENV{DESTDIR}${destination}/${name})
 endfunction()
 
-# Libraries whose debug information is not shipped: the compiler's own, and static ones.
+# Libraries whose debug information is not shipped: those of the compiler and static libraries.
 function(strip_only library option)
     get_filename_component(name ${library} NAME)
     run_objcopy(${option} $ENV{DESTDIR}${destination}/${name})

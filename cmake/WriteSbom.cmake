@@ -2,7 +2,7 @@
 # the package is installed, because it reads the versions of the compiler and its libraries.
 # cmake/Install.cmake sets the variables.
 
-# header_macros(<result> <header> <macro>...): the values that the compiler sees.
+# header_macros(<result> <header> <macro>...): the values of the macros for the compiler.
 function(header_macros result header)
     set(text "#include <${header}>\n")
     foreach(macro IN LISTS ARGN)

@@ -23,14 +23,14 @@ function(zol_add_backend name)
     if(WIN32)
         target_sources(${name} PRIVATE ${_ZOL_BACKEND_FILES}/backend-exports.def)
     else()
-        # Visible to the linker, so that the list below alone decides what is exported, marked or not.
+        # Visible to the linker, so that only the version script decides what is exported.
         set_target_properties(${name} PROPERTIES
             CXX_VISIBILITY_PRESET default VISIBILITY_INLINES_HIDDEN OFF SUFFIX ".so")
         target_link_options(${name} PRIVATE
             "LINKER:--version-script=${_ZOL_BACKEND_FILES}/backend-exports.map")
         set_property(TARGET ${name} APPEND PROPERTY
             LINK_DEPENDS ${_ZOL_BACKEND_FILES}/backend-exports.map)
-        # A GNU unique symbol would keep the plug-in loaded for ever.
+        # A GNU unique symbol would prevent unloading of the plug-in.
         target_compile_options(${name} PRIVATE
             $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
     endif()

@@ -17,7 +17,7 @@ esac
 packages=build/packages
 logs=build/logs
 
-# run_logged LOG COMMAND...: its output goes to the log, and here if it fails.
+# run_logged LOG COMMAND...: writes the output to the log and prints its end if the command fails.
 run_logged() {
     local log=$1
     shift

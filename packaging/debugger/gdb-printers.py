@@ -1,6 +1,5 @@
-"""What gdb shows of the framework's public classes. gdb loads this file by itself together with the
-module beside it, if it lies below one of its auto-load safe paths; the contents need the module's
-debug information as well."""
+"""Shows the framework's public classes in gdb. gdb loads this file together with the module beside it
+if its folder is in the auto-load safe path. The module's debug information is needed too."""
 
 import gdb
 import gdb.printing

@@ -57,6 +57,6 @@ private:
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT LoggerBackend* createBackend() {
-    static auto* const backend = new MyBackend; // never destroyed: loggers use it until the process ends
+    static auto* const backend = new MyBackend; // never destroyed: loggers use it until exit
     return backend;
 }

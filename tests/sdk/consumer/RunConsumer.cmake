@@ -1,6 +1,6 @@
 # Configures, builds and runs the consumer project against the installed package.
 #
-# cmake -DPACKAGE=<where it is installed> -DWORK=... -DGENERATOR=... -DTOOLCHAIN=... -DCOMPILER=...
+# cmake -DPACKAGE=<the installed SDK> -DWORK=... -DGENERATOR=... -DTOOLCHAIN=... -DCOMPILER=...
 #       -DEMULATOR=... -P RunConsumer.cmake
 
 cmake_minimum_required(VERSION 3.25)
@@ -18,7 +18,7 @@ run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${build} -G ${GENERATOR} ${
     -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${PACKAGE})
 run(${CMAKE_COMMAND} --build ${build})
 
-# expect_output(<program> <text>): runs a program of the consumer's.
+# expect_output(<program> <text>): runs a program of the consumer project.
 function(expect_output name expected)
     if(EMULATOR)
         run(${EMULATOR} ${build}/${name}.exe)
@@ -31,7 +31,7 @@ function(expect_output name expected)
     endif()
 endfunction()
 
-# The plug-in and the modules lie beside the programs, the framework in the package.
+# The plug-in and the modules are beside the programs, the framework is in the package.
 if(EMULATOR)
     set(ENV{WINEPATH} "Z:${PACKAGE}/bin")
 else()
@@ -42,7 +42,7 @@ if(EMULATOR)
     expect_output(registry_consumer "42\n")
 endif()
 
-# What is only there to build the package must not reach its users, not even as an empty mention.
+# The package must not contain targets or expressions that only its build uses.
 file(GLOB_RECURSE targetFiles ${PACKAGE}/ZOL_FrameworkTargets*.cmake)
 if(NOT targetFiles)
     message(FATAL_ERROR "the package has no file of targets")
@@ -50,6 +50,6 @@ endif()
 foreach(file IN LISTS targetFiles)
     file(STRINGS ${file} traces REGEX "zol_|LINK_ONLY|BUILD_INTERFACE|INSTALL_INTERFACE")
     if(traces)
-        message(FATAL_ERROR "${file} has traces of the build:\n${traces}")
+        message(FATAL_ERROR "${file} refers to the build:\n${traces}")
     endif()
 endforeach()

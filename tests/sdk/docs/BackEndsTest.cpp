@@ -16,7 +16,7 @@
 
 namespace {
 
-TEST(BackEnds, AreSetUpByProperties) {
+TEST(BackEnds, AreConfiguredByProperties) {
     std::filesystem::remove("logs/shop.log");
 #include "back_ends.inc"
     GenericLogger::Logger::getLogger("stock")->info("below the level for all");
@@ -26,18 +26,18 @@ TEST(BackEnds, AreSetUpByProperties) {
     EXPECT_EQ(text.find("below the level"), std::string::npos) << text;
 }
 
-TEST(BackEnds, TellOfAValueThatMakesNoSense) {
+TEST(BackEnds, ReportAnInvalidSetting) {
     const auto wide = [](std::string_view text) {
         return WideString(text.begin(), text.end());
     };
     Framework::propertyManager()->setProperty(wide("RotatingFile.size"), wide("12Q"));
     testing::internal::CaptureStderr();
     GenericLogger::Logger::installBackend("RotatingFile");
-    const std::string told = testing::internal::GetCapturedStderr();
+    const std::string reported = testing::internal::GetCapturedStderr();
     std::ifstream file(WRONG_SIZE_FILE);
     std::string shown;
     std::getline(file, shown);
-    EXPECT_EQ(told, shown + "\n");
+    EXPECT_EQ(reported, shown + "\n");
 }
 
 } // namespace

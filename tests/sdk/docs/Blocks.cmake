@@ -1,15 +1,14 @@
-# Walks over the fenced code blocks of a document. The line above each fence tells which test it
-# belongs to:
+# Iterates over the fenced code blocks of a document. The line above each fence names its test:
 #
 #     <!-- compiled: NAME -->        C++, compiled by CMakeLists.txt beside this file
-#     <!-- file: NAME -->            a file of the reader's, which RunDocument.cmake writes
-#     <!-- run -->                   commands, which RunDocument.cmake runs; run: linux or run: windows
-#                                    on that platform alone
-#     <!-- output -->                what the commands before it write; output: linux, output: windows
-#     <!-- compared: NAME -->        a text that a test of CMakeLists.txt compares with the real one
-#     <!-- not run: REASON -->       neither
+#     <!-- file: NAME -->            a file that RunDocument.cmake writes
+#     <!-- run -->                   commands that RunDocument.cmake runs; run: linux or run: windows only
+#                                    on that platform
+#     <!-- output -->                the output of the commands before it; output: linux, output: windows
+#     <!-- compared: NAME -->        a text that a test of CMakeLists.txt compares with the real output
+#     <!-- not run: REASON -->       not tested
 #
-# zol_next_block(<variable with the text>) takes the first block off the text and sets
+# zol_next_block(<variable with the text>) removes the first block from the text and sets
 #   block_found, block_kind, block_name, block_body, and block_above, the text before the block,
 # where block_kind is empty if the line above the fence is none of these.
 function(zol_next_block variable)
@@ -30,7 +29,7 @@ function(zol_next_block variable)
 
     string(FIND "${text}" "${indent}```\n" end)
     if(end EQUAL -1)
-        message(FATAL_ERROR "a block has no end, or the one before it is of no plain language:\n${fence}${text}")
+        message(FATAL_ERROR "a block has no end, or the fence before it names no plain language:\n${fence}${text}")
     endif()
     string(SUBSTRING "${text}" 0 ${end} body)
     string(LENGTH "${indent}```" length)

@@ -1,14 +1,14 @@
-# Every code block of every document has a test, or a reason why it has none.
+# Checks that every code block of every document has a test or a reason why it has none.
 #
 # cmake -DSOURCE=<the tree> -DEXTRACTED=<name>... -DRUN=<document>... -P CheckBlocks.cmake
 #
-# EXTRACTED are the blocks that are compiled or compared, RUN the documents that RunDocument.cmake
-# follows.
+# EXTRACTED are the blocks that are compiled or compared. RUN are the documents whose commands
+# RunDocument.cmake runs.
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/Blocks.cmake)
 
-# check_text(): no code hides between the blocks.
+# check_text(): there is no code between the blocks.
 macro(check_text)
     if(block_above MATCHES "\n *(~~~|```)" OR block_above MATCHES "\n\n    [^ \n]")
         list(APPEND faults "${document} has code that is not between plain fences: ${CMAKE_MATCH_0}")

@@ -49,7 +49,7 @@ TEST(Diagnostics, AProbeSeesAllLoggersAndLeavesTheOthersTheirChannels) {
     Logger::uninstallBackend(&other);
 }
 
-TEST(Diagnostics, AProbeAloneLosesWhatWaits) {
+TEST(Diagnostics, AProbeAloneDropsCachedMessages) {
     Logger::getLogger("orders")->info("waits");
     Probe probe;
     Logger::installBackend(&probe);
@@ -70,7 +70,7 @@ TEST(Diagnostics, AWatcherKnowsTheChannelsOfEachLogger) {
     EXPECT_THROW(install("NoSuchBackend"), std::runtime_error);
 }
 
-TEST(Diagnostics, AnInstallationTellsWhetherABackEndIsInstalled) {
+TEST(Diagnostics, InstallingShowsWhetherABackEndIsInstalled) {
     KeepingBackend backend;
     EXPECT_FALSE(isInstalled(backend));
     Logger::installBackend(&backend);
@@ -81,7 +81,7 @@ TEST(Diagnostics, AnInstallationTellsWhetherABackEndIsInstalled) {
     EXPECT_EQ(Logger::loadBackend("Console"), console);
 }
 
-TEST(Diagnostics, ACounterTellsWhetherModulesShare) {
+TEST(Diagnostics, ACounterShowsWhetherModulesShare) {
     using ZOL::Framework::Counting::Counter;
     const auto nextInModule = [](const char* name) {
         return Counter::counter(name).next();

@@ -1,11 +1,11 @@
 # zol_extract_code(<document> <name> <output variable>)
 #
-# Writes the block that stands in a document under the line
+# Writes the block of a document under the line
 #
 #     <!-- compiled: <name> -->      or      <!-- compared: <name> -->
 #
 # to a file of that name in the build tree, so that the tests compile what readers see, and sets the
-# variable to its path. A change of the document makes the next build extract again.
+# variable to its path. After a change of the document the next build extracts again.
 include(${CMAKE_CURRENT_LIST_DIR}/Blocks.cmake)
 
 function(zol_extract_code document name output)

@@ -1,17 +1,16 @@
-# Follows a document word for word, in a fresh folder: writes its files, runs its commands and compares
-# what they write with what it shows.
+# Does what a document says in a new folder: writes its files, runs its commands and compares their
+# output with the output that it shows.
 #
-# cmake -DDOCUMENT=... -DWORK=... -DPACKAGE=<where the SDK is installed> -DPLATFORM=linux|windows
-#       -DWINE=<what runs Windows programs> [-DGIVEN=<file>...] [-DTHEN=<command>] -P RunDocument.cmake
+# cmake -DDOCUMENT=... -DWORK=... -DPACKAGE=<the installed SDK> -DPLATFORM=linux|windows
+#       -DWINE=<runs Windows programs> [-DGIVEN=<file>...] [-DTHEN=<command>] -P RunDocument.cmake
 #
-# PREFIX in a command stands for PACKAGE. GIVEN are files that lie in the folder from the start, THEN is
-# one more command for the end, for a document that leaves it to its readers. In what
-# is compared, dates and times are any dates and times.
+# PREFIX in a command stands for PACKAGE. GIVEN are files that are copied to the folder first. THEN is
+# one more command at the end. Dates and times are not compared.
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/Blocks.cmake)
 
-# plain(<variable>): without what differs from run to run.
+# plain(<variable>): removes what differs from run to run.
 function(plain variable)
     set(text "${${variable}}")
     string(REPLACE "\r" "" text "${text}")
@@ -19,22 +18,22 @@ function(plain variable)
     set(${variable} "${text}" PARENT_SCOPE)
 endfunction()
 
-# for_this_platform(<result>): whether the block at hand is to be looked at.
+# for_this_platform(<result>): whether the block applies to PLATFORM.
 function(for_this_platform result)
     if(block_name STREQUAL "" OR block_name STREQUAL PLATFORM)
         set(${result} TRUE PARENT_SCOPE)
     elseif(block_name MATCHES "^(linux|windows)$")
         set(${result} FALSE PARENT_SCOPE)
     else()
-        message(FATAL_ERROR "there is no platform ${block_name}")
+        message(FATAL_ERROR "unknown platform ${block_name}")
     endif()
 endfunction()
 
-# run_commands(<text>): leaves what they wrote in <output>.
+# run_commands(<text>): sets <output>.
 function(run_commands text)
     string(REGEX REPLACE "([^_])PREFIX" "\\1${PACKAGE}" commands "\n${text}")
     file(WRITE "${WORK}/commands" "set -euo pipefail${commands}")
-    # Results and errors in one stream, as at a terminal.
+    # Standard output and standard error in one stream, as at a terminal.
     execute_process(COMMAND bash "${WORK}/commands" WORKING_DIRECTORY "${WORK}/home"
         RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
     if(NOT result EQUAL 0)
@@ -52,7 +51,7 @@ foreach(file IN LISTS GIVEN)
     file(COPY ${file} DESTINATION ${WORK}/home)
 endforeach()
 if(WINE)
-    # Readers call it wine; this one has a prefix of the tree's own.
+    # The document calls it wine; this one uses the tree's own prefix.
     file(WRITE ${WORK}/tools/wine "#!/bin/sh\nPATH='$ENV{PATH}' exec '${WINE}' \"$@\"\n")
     file(CHMOD ${WORK}/tools/wine PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
     set(ENV{PATH} "${WORK}/tools:$ENV{PATH}")

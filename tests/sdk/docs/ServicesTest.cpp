@@ -97,7 +97,7 @@ TEST(Services, CrisisLog) {
     if (!support::isFreshProcess()) {
         place.emplace();
     }
-    // On Windows nobody can read the file before the writer has ended.
+    // On Windows the file cannot be read before the writer has ended.
     support::inFreshProcess([] {
 #include "crisis_log.inc"
     });

@@ -29,7 +29,7 @@ std::vector<std::string> loggedLines() {
     return lines;
 }
 
-TEST(WritingABackEnd, TheCompleteOneAppendsEveryMessageToItsFile) {
+TEST(WritingABackEnd, CompleteExampleAppendsEveryMessageToItsFile) {
     std::remove(logFile);
     ASSERT_EQ(std::system(host), 0);
     EXPECT_EQ(loggedLines(), (std::vector<std::string>{"orders 30 kept until the back end is there",

@@ -1,4 +1,4 @@
-# What the unpacked archives must hold, and must not.
+# What the unpacked archives must contain and what they must not.
 #
 # cmake -DUNPACKED=... -DSOURCE=... -DBUILD=... -DMODULE=<file name> -DWINDOWS=0|1
 #       -DOBJDUMP=... -P CheckContents.cmake
@@ -38,7 +38,7 @@ endif()
 list(TRANSFORM headers PREPEND "include/")
 list(APPEND expected ${headers})
 
-# expect_files(<folder of UNPACKED> <file>...): these, and no others.
+# expect_files(<folder of UNPACKED> <file>...): exactly these files.
 function(expect_files folder)
     file(GLOB_RECURSE files RELATIVE "${UNPACKED}/${folder}" "${UNPACKED}/${folder}/*")
     set(missing ${ARGN})
@@ -54,7 +54,7 @@ function(expect_files folder)
     set(faults "${faults}" PARENT_SCOPE)
 endfunction()
 
-# The back ends are whichever there are, Console for one.
+# All back ends are accepted; Console must be one of them.
 file(GLOB_RECURSE backends RELATIVE "${UNPACKED}/sdk" "${UNPACKED}/sdk/*")
 list(FILTER backends INCLUDE REGEX "${backend}")
 if(NOT console IN_LIST backends)
@@ -65,7 +65,7 @@ list(TRANSFORM debugFiles APPEND ".debug")
 expect_files(sdk ${expected} ${backends})
 expect_files(with-debug-files ${expected} ${backends} ${debugFiles} ${withDebugFiles})
 
-# Where the tree lay when it was built, in files for people and in those for debuggers.
+# No file contains a path of the build machine.
 file(GLOB_RECURSE files "${UNPACKED}/with-debug-files/*")
 foreach(file IN LISTS files)
     foreach(place IN ITEMS ${SOURCE}/ ${BUILD}/)
@@ -76,25 +76,25 @@ foreach(file IN LISTS files)
     endforeach()
 endforeach()
 
-# The machine that unpacks the SDK has the system's own libraries, and those that come along.
+# Only libraries of the system and of the SDK are needed.
 if(WINDOWS)
-    set(there advapi32.dll kernel32.dll msvcrt.dll shlwapi.dll user32.dll ws2_32.dll
+    set(available advapi32.dll kernel32.dll msvcrt.dll shlwapi.dll user32.dll ws2_32.dll
         libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll ${MODULE}.dll)
 else()
-    set(there libstdc++.so.6 libgcc_s.so.1 libc.so.6 libm.so.6 ld-linux-x86-64.so.2 ${MODULE}.so)
+    set(available libstdc++.so.6 libgcc_s.so.1 libc.so.6 libm.so.6 ld-linux-x86-64.so.2 ${MODULE}.so)
 endif()
-string(TOLOWER "${there}" there)
+string(TOLOWER "${available}" available)
 foreach(file IN ITEMS ${module} ${tool} ${backends})
     execute_process(COMMAND ${OBJDUMP} -p "${UNPACKED}/sdk/${file}"
         OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
     string(REGEX MATCHALL "(NEEDED|DLL Name:) +[^ \r\n]+" needed "${headers}")
     if(NOT needed)
-        list(APPEND faults "${file} needs no library, if objdump is right")
+        list(APPEND faults "${file} needs no library according to objdump")
     endif()
     foreach(library IN LISTS needed)
         string(REGEX REPLACE ".* " "" library "${library}")
         string(TOLOWER "${library}" lower)
-        if(NOT lower IN_LIST there)
+        if(NOT lower IN_LIST available)
             list(APPEND faults "${file} needs ${library}, which is not in the SDK")
         endif()
     endforeach()
@@ -103,5 +103,5 @@ endforeach()
 if(faults)
     list(JOIN faults "\n" faults)
     message(NOTICE "${faults}")
-    message(FATAL_ERROR "the archives are not as they should be")
+    message(FATAL_ERROR "the archives have wrong contents")
 endif()

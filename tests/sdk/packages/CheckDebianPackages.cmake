@@ -1,4 +1,4 @@
-# Unpacks the Debian packages into <ROOT>, and looks at what they say of themselves.
+# Unpacks the Debian packages into <ROOT> and checks their control fields and files.
 #
 # cmake -DMADE=<their folder> -DROOT=... -DVERSION=... -P CheckDebianPackages.cmake
 
@@ -40,7 +40,7 @@ foreach(file IN ITEMS usr/lib/Console_r.so usr/lib/Console_r.so.debug
     endif()
 endforeach()
 
-# The libraries that the modules ask the loader for.
+# The shared libraries that the modules need.
 foreach(needed IN ITEMS libc6 libgcc-s1 libstdc\\+\\+6)
     expect_field(zol-framework Depends "${needed} \\(>= [0-9.]+")
 endforeach()

@@ -1,7 +1,7 @@
-# The installed module is stripped, exports what the built one exports, and leads to the source lines
-# through the file that lies beside it, and through nothing else.
+# The installed module is stripped and exports what the built one exports. Its source lines are found
+# only with the debug file beside it.
 #
-# cmake -DUNPACKED=... -DWORK=... -DMODULE=<the module as it was built> -DADDR2LINE=... -DNM=...
+# cmake -DUNPACKED=... -DWORK=... -DMODULE=<the built module> -DADDR2LINE=... -DNM=...
 #       -DOBJDUMP=... -P CheckDebugFiles.cmake
 
 cmake_minimum_required(VERSION 3.25)
@@ -35,11 +35,11 @@ endif()
 
 run(${NM} --defined-only "${debugFile}")
 if(NOT output MATCHES "([0-9a-f]+) [Tt] _ZNK3ZOL9Framework12StringHolder5c_strEv")
-    message(FATAL_ERROR "the debug information does not know StringHolder::c_str")
+    message(FATAL_ERROR "the debug information has no StringHolder::c_str")
 endif()
 set(address 0x${CMAKE_MATCH_1})
 
-# expect_line(<module> <pattern>): what addr2line makes of StringHolder::c_str.
+# expect_line(<module> <pattern>): addr2line's answer for StringHolder::c_str.
 function(expect_line module pattern)
     run(${ADDR2LINE} --inlines -e "${module}" ${address})
     if(NOT output MATCHES "${pattern}")

@@ -1,4 +1,4 @@
-# gdb, left to itself, finds the module's debug information and printers beside it.
+# gdb finds the module's debug information and printers beside it without being asked.
 #
 # cmake -DPACKAGE=... -DWORK=... -DCOMPILER=... -DGDB=... -DMODULE=<file name> -P CheckGdb.cmake
 

@@ -1,5 +1,5 @@
-# The file for Visual Studio's debugger is XML, and every class and member that it names is declared
-# in the headers. Visual Studio itself is not asked.
+# The file for Visual Studio's debugger is XML, and the headers declare every class and member that it
+# names. Visual Studio is not run.
 #
 # cmake -DNATVIS=... -DSOURCE=... -DXMLLINT=... -P CheckNatvis.cmake
 
@@ -11,7 +11,7 @@ run(${XMLLINT} --xpath "//*[local-name()='Type']/@Name" "${NATVIS}")
 string(REGEX MATCHALL "\"[^\"]+\"" types "${output}")
 list(TRANSFORM types REPLACE "\"" "")
 
-# Where the class itself has no header of its own name.
+# Classes without a header of their own name.
 set(header_of_CachedMessage LoggerImpl)
 
 # class_body(<result> <class>): the text of its definition.
@@ -41,7 +41,7 @@ foreach(type IN LISTS types)
     class_body(body ${type})
     set(ofType "//*[local-name()='Type' and @Name='${type}']//")
     run(${XMLLINT} --xpath "${ofType}*[local-name()!='Expand']/text()" "${NATVIS}")
-    # Text outside of braces is a label in a DisplayString, and an expression everywhere else.
+    # Text outside of braces is a label in a DisplayString and an expression elsewhere.
     set(expressions "${output}")
     run(${XMLLINT} --xpath "${ofType}*[local-name()='DisplayString']/text()" "${NATVIS}")
     string(REPLACE "${output}" "" expressions "${expressions}")
@@ -52,7 +52,7 @@ foreach(type IN LISTS types)
     foreach(block IN LISTS blocks)
         string(SUBSTRING ${block} 1 -1 block)
         if(NOT block IN_LIST types)
-            message(FATAL_ERROR "${type} leads to ${block}, which nothing shows")
+            message(FATAL_ERROR "${type} refers to ${block}, which has no Type")
         endif()
     endforeach()
 

@@ -1,4 +1,4 @@
-# Compiles and runs a program with what pkg-config says, and nothing else.
+# Compiles and runs a program with only the flags of pkg-config.
 #
 # cmake -DPACKAGE=... -DWORK=... -DPKG_CONFIG=... -DCOMPILER=... -DEMULATOR=... -DVERSION=...
 #       -P CheckPkgConfig.cmake
@@ -6,7 +6,7 @@
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/../../support/Run.cmake)
 
-# ask(<module> <option>...): leaves the answer in <flags>.
+# ask(<module> <option>...): sets <flags>.
 function(ask module)
     set(ENV{PKG_CONFIG_LIBDIR} "${PACKAGE}/lib/pkgconfig")
     run(${PKG_CONFIG} ${ARGN} ${module})
@@ -18,7 +18,7 @@ file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 ask(ZOL_Framework --modversion)
 if(NOT flags STREQUAL "${VERSION}\n" AND NOT flags STREQUAL VERSION)
-    message(FATAL_ERROR "pkg-config knows version '${flags}' in place of ${VERSION}")
+    message(FATAL_ERROR "pkg-config has version '${flags}', expected ${VERSION}")
 endif()
 
 ask(ZOL_Framework --cflags --libs)
@@ -35,7 +35,7 @@ if(NOT output STREQUAL "counted to two: 1")
     message(FATAL_ERROR "the program wrote '${output}'")
 endif()
 
-# Links only if nothing is missing.
+# A shared library links only if no symbol is missing.
 if(EMULATOR)
     ask(ZOL_RegistryAccess --cflags --libs)
     run(${COMPILER} -std=c++17 -shared ${CMAKE_CURRENT_LIST_DIR}/../consumer/RegistryModule.cpp

@@ -1,11 +1,11 @@
-# Which versions and components the CMake package gives to those who ask, and what it tells the others.
+# Which requests for versions and components the CMake package accepts, and its errors for others.
 #
 # cmake -DPACKAGE=... -DWORK=... -DGENERATOR=... -DTOOLCHAIN=... -DVERSION=... -DWINDOWS=0|1
 #       -P CheckRequests.cmake
 
 cmake_minimum_required(VERSION 3.25)
 
-# ask(<request> <targets>): leaves <result> and <output>, in one line.
+# ask(<request> <targets>): sets <result> and <output>, which is one line.
 macro(ask request targets)
     file(REMOVE_RECURSE ${WORK})
     execute_process(
@@ -20,16 +20,16 @@ endmacro()
 function(expect_found request)
     ask("${request}" "${ARGN}")
     if(NOT result EQUAL 0)
-        message(FATAL_ERROR "'${request}' is refused: ${output}")
+        message(FATAL_ERROR "'${request}' is rejected: ${output}")
     endif()
 endfunction()
 
-# expect_refused(<request> <text>): the text must be in what is said.
-function(expect_refused request text)
+# expect_rejected(<request> <text>): the error must contain the text.
+function(expect_rejected request text)
     ask("${request}" "")
     string(FIND "${output}" "${text}" position)
     if(result EQUAL 0 OR position EQUAL -1)
-        message(FATAL_ERROR "'${request}' is not refused with '${text}' (${result}): ${output}")
+        message(FATAL_ERROR "'${request}' is not rejected with '${text}' (${result}): ${output}")
     endif()
 endfunction()
 
@@ -38,19 +38,19 @@ foreach(request IN ITEMS 2 2.0 2.0.8 ${VERSION} "${VERSION};EXACT")
     expect_found("${request}" ${accepted})
 endforeach()
 foreach(request IN ITEMS 1 1.9 2.0.8.130 2.1 3 3.0.0 "2.0.8;EXACT")
-    expect_refused("${request}" "version: ${VERSION}")
+    expect_rejected("${request}" "version: ${VERSION}")
 endforeach()
 
 expect_found("2.0;COMPONENTS;Framework;Gadgets;Backends" ${accepted})
 expect_found("2.0;OPTIONAL_COMPONENTS;Nonsense" ${accepted})
-expect_refused("2.0;COMPONENTS;Framework;Nonsense" "ZOL_Framework has no component Nonsense here")
+expect_rejected("2.0;COMPONENTS;Framework;Nonsense" "ZOL_Framework has no component Nonsense here")
 if(WINDOWS)
     expect_found("2.0;COMPONENTS;RegistryAccess" ${accepted} ZOL::RegistryAccess)
 else()
-    expect_refused("COMPONENTS;RegistryAccess" "ZOL_Framework has no component RegistryAccess here")
+    expect_rejected("COMPONENTS;RegistryAccess" "ZOL_Framework has no component RegistryAccess here")
 endif()
 
-# A later release of the same major version serves who asked for this one.
+# A later release of the same major version satisfies a request for this one.
 set(package lib/cmake/ZOL_Framework)
 file(READ "${PACKAGE}/${package}/ZOL_FrameworkConfigVersion.cmake" rule)
 string(REPLACE "${VERSION}" 2.3.1.5 rule "${rule}")
@@ -62,4 +62,4 @@ set(PACKAGE ${later})
 foreach(request IN ITEMS 2.0 ${VERSION} 2.3)
     expect_found("${request}" ${accepted})
 endforeach()
-expect_refused(2.4 "version: 2.3.1.5")
+expect_rejected(2.4 "version: 2.3.1.5")

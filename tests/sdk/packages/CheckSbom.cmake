@@ -1,5 +1,5 @@
-# The bill of materials lists every dependency with a version and a licence, and agrees with the
-# headers that were compiled and the libraries that lie in the archive.
+# The bill of materials lists every dependency with a version and a licence and agrees with the
+# compiled headers.
 #
 # cmake -DPACKAGE=... -DVERSION=... -DWINDOWS=0|1 -DBOOST_HEADER=<boost/version.hpp>
 #       -DSPDLOG_HEADER=<spdlog/version.h> -P CheckSbom.cmake
@@ -9,7 +9,7 @@ cmake_minimum_required(VERSION 3.25)
 file(READ "${PACKAGE}/share/zol-framework/ZOL_Framework.spdx.json" sbom)
 string(JSON spdx GET "${sbom}" spdxVersion)
 if(NOT spdx STREQUAL "SPDX-2.3")
-    message(FATAL_ERROR "the bill of materials is of version '${spdx}'")
+    message(FATAL_ERROR "the bill of materials has version '${spdx}'")
 endif()
 
 set(names "")
@@ -22,7 +22,7 @@ foreach(index RANGE ${last})
     string(JSON id GET "${sbom}" packages ${index} SPDXID)
     string(JSON related GET "${sbom}" relationships ${index} relatedSpdxElement)
     if(NOT id STREQUAL related)
-        message(FATAL_ERROR "nothing tells what ${name} is to the framework")
+        message(FATAL_ERROR "${name} has no relationship to the framework")
     endif()
     list(APPEND names ${name})
 endforeach()
@@ -37,7 +37,7 @@ function(expect_listed name pattern licence)
     set(names "${names}" PARENT_SCOPE)
 endfunction()
 
-# header_number(<result> <header> <macro>): read in another way than the bill's writer does.
+# header_number(<result> <header> <macro>): read in another way than by WriteSbom.cmake.
 function(header_number result header macro)
     file(STRINGS ${header} line REGEX "^# *define +${macro} ")
     if(NOT line MATCHES "${macro} +\"?([0-9_]+)")
@@ -68,5 +68,5 @@ else()
     expect_listed(glibc "[0-9]+\\.[0-9]+" LGPL-2.1-or-later)
 endif()
 if(names)
-    message(FATAL_ERROR "listed, and not known to this test: ${names}")
+    message(FATAL_ERROR "listed, but unknown to this test: ${names}")
 endif()

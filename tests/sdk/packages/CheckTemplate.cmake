@@ -1,7 +1,7 @@
-# Copies the plug-in project of the SDK, builds it with what is in the SDK alone, and runs its tests.
+# Copies the plug-in template of the SDK, builds it with nothing but the SDK, and runs its tests.
 #
 # cmake -DPACKAGE=... -DWORK=... -DGENERATOR=... -DCOMPILER=... -DWINDOWS=0|1
-#       -DWINEPREFIX=<of the tree> -P CheckTemplate.cmake
+#       -DWINEPREFIX=<the tree's prefix> -P CheckTemplate.cmake
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/../../support/Run.cmake)
@@ -10,7 +10,7 @@ file(REMOVE_RECURSE ${WORK})
 file(COPY "${PACKAGE}/share/zol-framework/templates/backend/" DESTINATION ${WORK}/mine)
 if(WINDOWS)
     set(compiler "-DCMAKE_TOOLCHAIN_FILE=${PACKAGE}/share/zol-framework/mingw-w64.cmake")
-    # The SDK knows nothing of this tree's place for Wine.
+    # The SDK does not know this tree's Wine prefix.
     if(DEFINED ENV{ZOL_WINEPREFIX})
         set(WINEPREFIX $ENV{ZOL_WINEPREFIX})
     endif()
@@ -24,5 +24,5 @@ run(${CMAKE_COMMAND} -S ${WORK}/mine -B ${WORK}/build -G ${GENERATOR} ${compiler
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 run(${CMAKE_CTEST_COMMAND} --test-dir ${WORK}/build --output-on-failure --no-tests=error)
 if(NOT output MATCHES "100% tests passed, 0 tests failed out of 2")
-    message(FATAL_ERROR "the project's tests are not what they were:\n${output}")
+    message(FATAL_ERROR "not exactly two tests passed:\n${output}")
 endif()

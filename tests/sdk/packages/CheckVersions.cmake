@@ -1,4 +1,4 @@
-# The manifests that carry the version once more carry the project's.
+# The version in the manifests is the project's.
 #
 # cmake -DVERSION=... -DMANIFESTS=<file>;... -P CheckVersions.cmake
 
@@ -8,6 +8,6 @@ foreach(file IN LISTS MANIFESTS)
     file(READ ${file} manifest)
     string(JSON version GET "${manifest}" version)
     if(NOT version STREQUAL VERSION)
-        message(FATAL_ERROR "${file} is of version ${version}, the project of ${VERSION}")
+        message(FATAL_ERROR "${file} has version ${version}, the project has ${VERSION}")
     endif()
 endforeach()

@@ -9,7 +9,7 @@ include(${CMAKE_CURRENT_LIST_DIR}/../../support/Run.cmake)
 file(REMOVE_RECURSE ${WORK})
 run(${CPACK} -C ${CONFIG} --config ${BUILD}/CPackConfig.cmake -B ${WORK}/made)
 
-# unpack(<folder> <archive>...): they must all unpack into one and the same folder of their own.
+# unpack(<folder> <archive>...): all must have the same top folder.
 function(unpack folder)
     set(fresh "${UNPACKED}/fresh")
     foreach(archive IN LISTS ARGN)
@@ -30,7 +30,7 @@ list(FILTER debug INCLUDE REGEX "-debug\\.(zip|tar\\.gz)$")
 foreach(archives IN ITEMS "${sdk}" "${debug}")
     list(LENGTH archives count)
     if(NOT count EQUAL 1)
-        message(FATAL_ERROR "not one archive of a kind was made: '${archives}'")
+        message(FATAL_ERROR "expected one archive, found '${archives}'")
     endif()
 endforeach()
 unpack(sdk ${sdk})

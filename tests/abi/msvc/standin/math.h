@@ -1,11 +1,14 @@
 #pragma once
 
-// Wine's header has the classification of floating-point numbers as macros. Microsoft's has
-// functions, which is what a C++ library finds there.
+// Wine's header has the classification of floating-point numbers as macros, or as functions of which
+// some are missing. A C++ library expects the functions of Microsoft's header.
 
 #pragma GCC system_header
+#define isfinite isfinite_of_wine
+#define isinf isinf_of_wine
+#define isnan isnan_of_wine
+#define isnormal isnormal_of_wine
 #include_next <math.h>
-
 #undef isfinite
 #undef isinf
 #undef isnan

@@ -1,9 +1,15 @@
 #pragma once
 
-// Wine's header lacks these.
+// Wine's header lacks these, or has some of them, which are renamed.
 
 #pragma GCC system_header
+#define timespec timespec_of_wine
+#define gmtime_s gmtime_s_of_wine
+#define localtime_s localtime_s_of_wine
 #include_next <time.h>
+#undef timespec
+#undef gmtime_s
+#undef localtime_s
 
 struct timespec {
     time_t tv_sec;

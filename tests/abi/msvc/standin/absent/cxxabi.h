@@ -1,5 +1,5 @@
 #pragma once
 
-// Visual C++ has no such header, but libc++ brings one, and Boost would take type names apart with
-// it that are not of its kind. This is how Boost knows a header of that name that is of no use.
+// Visual C++ has no such header, but libc++ has one. Boost would use it to demangle names that are not
+// mangled its way. Boost ignores a header that defines this macro.
 #define __GABIXX_CXXABI_H__
