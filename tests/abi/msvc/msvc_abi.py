@@ -141,9 +141,10 @@ def read_layouts(dump, exporting):
     layouts = {}
     for record in dump.split("*** Dumping AST Record Layout\n")[1:]:
         lines = record.splitlines()
-        name = lines[0].split("|")[1].split()[1]
-        if not name.startswith("ZOL::Framework::"):
+        heading = re.match(r" *0 \| \w+ (ZOL::Framework::\S+)", lines[0])
+        if not heading:
             continue
+        name = heading[1]
         fields = []
         for line in lines[1:]:
             field = re.match(r" *(\d*) \| (.*)", line)
@@ -182,18 +183,16 @@ def read_slots(dump, word, polymorphic):
     and the two destructors of Linux are one."""
     names = {probe_name(name): name for name in polymorphic}
     slots = {}
-    for block in dump.split("\n\n"):
-        lines = block.strip().splitlines()
-        heading = re.match(rf"{word} for '(?:.*')?(\w+)'", lines[0]) if lines else None
-        if not heading or heading[1] not in names:
+    for table in re.finditer(rf"^{word} for '(?:.*')?(\w+)' .*\n((?:.+\n)*)", dump, re.MULTILINE):
+        if table[1] not in names:
             continue
-        name = names[heading[1]]
+        name = names[table[1]]
         if name in slots:
             fail(f"{name} has two virtual tables")
         functions = []
-        for line in lines[1:]:
+        for line in table[2].splitlines():
             slot = re.match(r" *\d+ \| (.*)", line)
-            if (not slot or slot[1].endswith((" RTTI", "[deleting]")) or "offset_to_top" in line):
+            if not slot or slot[1].endswith((" RTTI", "[deleting]")) or "offset_to_top" in line:
                 continue
             destructor = f"{name}::~{name.split('::')[-1]}()"
             functions.append(destructor if "::~" in slot[1] else slot[1])
