@@ -31,7 +31,7 @@ std::string lineage(const std::type_info& type) {
     std::string text = readable(type.name());
     const auto* derived = dynamic_cast<const abi::__si_class_type_info*>(&type);
     while (derived != nullptr) {
-        text += ", a kind of " + readable(derived->__base_type->name());
+        text += ", derived from " + readable(derived->__base_type->name());
         derived = dynamic_cast<const abi::__si_class_type_info*>(derived->__base_type);
     }
     return text;

@@ -1,7 +1,7 @@
 # zol_linked_headers(<variable> <folder>...)
 #
-# Sets <variable> to a folder that has links to these of the machine's include folders and to no
-# others: the rest of them is for Linux.
+# Sets <variable> to a folder with links to these folders of /usr/include. The other folders there are
+# for Linux.
 function(zol_linked_headers variable)
     set(links ${CMAKE_BINARY_DIR}/linked)
     file(MAKE_DIRECTORY ${links})
