@@ -111,9 +111,9 @@ if [ "$profile" = all ]; then
         libwine-dev)              # the C headers for Visual C++'s ABI
 fi
 if [ "$profile" = benchmarks ]; then
-    packages+=(pkgconf libspdlog-dev)
+    packages+=(pkgconf python3)
     if has linux "${platforms[@]}"; then
-        packages+=(libbenchmark-dev liblog4cplus-dev libboost-log-dev liblog4cxx-dev libgoogle-glog-dev)
+        packages+=(liblog4cplus-dev libboost-log-dev liblog4cxx-dev libgoogle-glog-dev)
     fi
 fi
 install "${packages[@]}"
