@@ -6,7 +6,20 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEPREFIX=${ZOL_WINEPREFIX:-$root/build/wine}
 export WINEDEBUG=${WINEDEBUG:--all}
 
-# Two programs at once must not both make the prefix.
+# Wine's own 64-bit loader, which lies beside its server; `wine` is a script that looks for it.
+find_loader() {
+    local folder
+    folder=$(dirname "$(readlink -f "$(command -v wineserver)")")
+    for loader in "$folder/wine64" "$folder/wine"; do
+        if [ "$(head -c 4 "$loader" 2>/dev/null)" = $'\177ELF' ]; then
+            echo "$loader"
+            return
+        fi
+    done
+    command -v wine
+}
+
+# Two programs at once must not both make the prefix. The file .ready names the loader.
 if [ ! -e "$WINEPREFIX/.ready" ]; then
     mkdir -p "$WINEPREFIX"
     (
@@ -14,9 +27,18 @@ if [ ! -e "$WINEPREFIX/.ready" ]; then
         if [ ! -e "$WINEPREFIX/.ready" ]; then
             DISPLAY='' wine wineboot -i >"$WINEPREFIX.log" 2>&1 ||
                 { echo "wine.sh: cannot make the Wine prefix $WINEPREFIX, see $WINEPREFIX.log" >&2; exit 1; }
-            touch "$WINEPREFIX/.ready"
+            find_loader >"$WINEPREFIX/.ready"
         fi
     ) 9>"$WINEPREFIX.lock"
 fi
+read -r loader <"$WINEPREFIX/.ready" || true
+if [ ! -x "$loader" ]; then
+    loader=$(find_loader)
+fi
 
-exec wine "$@"
+# A server that stays for some minutes without a program: Debian's ends with the last one, and each
+# start of a server takes a second. It fails at once if there is one.
+wineserver -p300 2>/dev/null || true
+
+export WINELOADER=$loader
+exec "$loader" "$@"
