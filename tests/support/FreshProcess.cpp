@@ -32,7 +32,8 @@ void inFreshProcess(const std::function<void()>& body) {
     ChildProcess process({ChildProcess::thisProgram(), "--gtest_filter=" + name, "--gtest_repeat=1",
                           "--gtest_brief=1", "--gtest_output="});
     ChildProcess::setEnvironment(mark, "");
-    EXPECT_EQ(process.wait(), 0) << "see above what failed in the process of its own";
+    EXPECT_EQ(process.wait(), passedInFreshProcess)
+        << "the process of its own failed, or did not run exactly this test: see its output above";
 }
 
 } // namespace support
