@@ -78,23 +78,23 @@ void expectGolden(const std::string& name, const std::vector<std::string>& curre
     }
 }
 
-TEST(Goldens, ExportedNamesAreUnchanged) {
+TEST(Exports, MatchTheGolden) {
     expectGolden(surface::exportsFile, surface::currentExports());
 }
 
-TEST(Goldens, SizesAndAlignmentsAreUnchanged) {
+TEST(Layouts, MatchTheGolden) {
     expectGolden("layouts.txt", surface::currentLayouts());
 }
 
-TEST(Goldens, NumbersOfTheLevelsAreUnchanged) {
+TEST(Layouts, NumbersOfLevelsMatchTheGolden) {
     expectGolden("levels.txt", surface::currentLevels());
 }
 
-TEST(Goldens, VirtualSlotsAreUnchanged) {
+TEST(Slots, MatchTheGolden) {
     expectGolden("slots.txt", surface::currentSlots());
 }
 
-TEST(Goldens, ThrownExceptionsAreUnchanged) {
+TEST(ExceptionTypes, MatchTheGolden) {
     expectGolden("exceptions.txt", surface::currentExceptions());
 }
 

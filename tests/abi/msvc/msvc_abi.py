@@ -1,8 +1,7 @@
 #!/usr/bin/env python3
 """The module's binary interface for Visual C++, as clang produces it for that target.
 
-msvc_abi.py compile SETTINGS [FOLDER]
-                               compiles every source of the product, or of one of its folders
+msvc_abi.py compile SETTINGS   compiles every source of the product
 msvc_abi.py read SETTINGS      reads the interface from the objects and the public headers
 msvc_abi.py check SETTINGS CHECK
     exports, layouts, slots    compares with the goldens
@@ -53,7 +52,7 @@ def run(*command, stdin=None, cwd=None):
 
 # compile
 
-def compile_product(settings, folder=""):
+def compile_product(settings):
     """CMake knows the sources and flags of a Windows build. There is nothing to link with."""
     tree = settings.tree
     # CMake reads a toolchain once for a build folder.
@@ -67,8 +66,7 @@ def compile_product(settings, folder=""):
     run("cmake", "-S", settings.root, "-B", tree, "-G", "Ninja", "--toolchain", settings.toolchain,
         "-DCMAKE_BUILD_TYPE=None", "-DZOL_BUILD_TESTS=OFF", "-DZOL_BUILD_TOOLS=OFF")
     targets = run("ninja", "-C", tree, "-t", "targets", "all")
-    objects = sorted({name for name in re.findall(r"^(.*\.obj): ", targets, re.MULTILINE)
-                      if name.startswith(folder)})
+    objects = sorted(set(re.findall(r"^(.*\.obj): ", targets, re.MULTILINE)))
     if not objects:
         fail("CMake lists no sources")
     print(f"compiling {len(objects)} sources")
@@ -351,8 +349,6 @@ def main(arguments):
     actions = {"compile": compile_product, "read": read_interface, "accept": accept_goldens}
     if len(arguments) == 2 and arguments[0] in actions:
         actions[arguments[0]](Settings(arguments[1]))
-    elif len(arguments) == 3 and arguments[0] == "compile":
-        compile_product(Settings(arguments[1]), arguments[2])
     elif len(arguments) == 3 and arguments[0] == "check":
         check(Settings(arguments[1]), arguments[2])
     else:
