@@ -48,7 +48,7 @@ std::string content() {
 
 } // namespace support::CrisisCalls
 
-extern "C" int open(const char* file, int oflag, ...) {
+extern "C" [[gnu::visibility("default")]] int open(const char* file, int oflag, ...) {
     using Function = int(const char*, int, ...);
     static auto* const real = next<Function>("open");
     mode_t mode = 0;
@@ -65,7 +65,7 @@ extern "C" int open(const char* file, int oflag, ...) {
     return real(file, oflag, mode);
 }
 
-extern "C" FILE* fdopen(int fd, const char* modes) noexcept {
+extern "C" [[gnu::visibility("default")]] FILE* fdopen(int fd, const char* modes) noexcept {
     static auto* const real = next<FILE*(int, const char*)>("fdopen");
     if (CrisisCalls::fails(Kind::Open)) {
         return nullptr;
@@ -75,7 +75,7 @@ extern "C" FILE* fdopen(int fd, const char* modes) noexcept {
     return stream;
 }
 
-extern "C" int clock_gettime(clockid_t id, timespec* tp) noexcept {
+extern "C" [[gnu::visibility("default")]] int clock_gettime(clockid_t id, timespec* tp) noexcept {
     static auto* const real = next<int(clockid_t, timespec*)>("clock_gettime");
     const long time = id == CLOCK_REALTIME ? CrisisCalls::standingTime() : -1;
     if (time < 0) {
@@ -87,7 +87,8 @@ extern "C" int clock_gettime(clockid_t id, timespec* tp) noexcept {
     return 0;
 }
 
-extern "C" std::size_t fwrite(const void* ptr, std::size_t size, std::size_t n, FILE* s) {
+extern "C" [[gnu::visibility("default")]] std::size_t fwrite(const void* ptr, std::size_t size,
+                                                             std::size_t n, FILE* s) {
     using Function = std::size_t(const void*, std::size_t, std::size_t, FILE*);
     static auto* const real = next<Function>("fwrite");
     if (s == crisisStream) {
@@ -99,7 +100,7 @@ extern "C" std::size_t fwrite(const void* ptr, std::size_t size, std::size_t n, 
     return real(ptr, size, n, s);
 }
 
-extern "C" int fflush(FILE* stream) {
+extern "C" [[gnu::visibility("default")]] int fflush(FILE* stream) {
     static auto* const real = next<int(FILE*)>("fflush");
     if (stream != nullptr && stream == crisisStream) {
         CrisisCalls::report(Kind::Flush);
@@ -110,7 +111,7 @@ extern "C" int fflush(FILE* stream) {
     return real(stream);
 }
 
-extern "C" int fclose(FILE* stream) {
+extern "C" [[gnu::visibility("default")]] int fclose(FILE* stream) {
     static auto* const real = next<int(FILE*)>("fclose");
     if (stream == crisisStream) {
         CrisisCalls::report(Kind::Close);

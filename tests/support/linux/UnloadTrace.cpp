@@ -36,7 +36,8 @@ void operator delete(void* block, std::size_t) noexcept {
     operator delete(block);
 }
 
-extern "C" int pthread_mutex_destroy(pthread_mutex_t* mutex) noexcept {
+extern "C" [[gnu::visibility("default")]] int
+pthread_mutex_destroy(pthread_mutex_t* mutex) noexcept {
     using Function = int(pthread_mutex_t*);
     static auto* const next =
         reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "pthread_mutex_destroy"));
