@@ -36,9 +36,15 @@ if [ ! -x "$loader" ]; then
     loader=$(find_loader)
 fi
 
-# A server that stays for some minutes without a program: Debian's ends with the last one, and each
-# start of a server takes a second. It fails at once if there is one.
-wineserver -p300 2>/dev/null || true
-
+# A server that stays for five minutes without a program: Debian's ends with the last one, and each
+# start of it and its services takes a second. The command fails at once if there is a server. None of
+# them inherits this script's output, which a caller may read to its end.
 export WINELOADER=$loader
+(
+    flock 9
+    if wineserver -p300 9>&-; then
+        "$loader" wineboot 9>&- || true
+    fi
+) 9>"$WINEPREFIX.lock" </dev/null >/dev/null 2>&1
+
 exec "$loader" "$@"

@@ -16,7 +16,7 @@ if(NOT EXISTS "${list}" OR "${program}" IS_NEWER_THAN "${list}")
     execute_process(
         COMMAND ${emulator} ${program} --gtest_list_tests
         WORKING_DIRECTORY ${folder}
-        TIMEOUT 60
+        TIMEOUT 300
         RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
     if(NOT result EQUAL 0 OR NOT output MATCHES "\n  ")
         message(FATAL_ERROR "${program} does not list its tests (${result}):\n${output}")
