@@ -23,8 +23,8 @@ namespace UnloadTrace = support::UnloadTrace;
 
 namespace {
 
-constexpr int rounds = 10000;
-constexpr int warmUp = 1000; // rounds until the heap and the loader have all that they keep
+constexpr int rounds = ZOL_LOAD_CYCLES;
+constexpr int warmUp = rounds / 10; // rounds until the heap and the loader have all that they keep
 constexpr int roundsPerMeetingOfThreads = 50; // they take their time
 
 // Longer than what a string holds within itself, so that each copy is a block of its own. What is
@@ -118,7 +118,7 @@ void liveOnce(bool withLocksAtOnce) {
     UnloadTrace::giveBack(ofLoggers);
 }
 
-TEST(ModuleGrowth, NothingGrowsOverTenThousandLivesThatUseEverything) {
+TEST(ModuleGrowth, NothingGrowsOverManyLivesThatUseEverything) {
     // What heap and system keep in store comes and goes a little. One block, or one region, for
     // each life would be a multiple of this.
     constexpr std::size_t heapStore = 16384;
