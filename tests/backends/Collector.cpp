@@ -5,53 +5,12 @@
 #include <cstring>
 #include <stdexcept>
 
-#if defined(_WIN32)
-#include <winsock2.h>
-#include <ws2tcpip.h>
-#else
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <sys/select.h>
-#include <sys/socket.h>
-#include <unistd.h>
-#endif
+#include "CollectorSockets.h"
 
 namespace {
 
-#if defined(_WIN32)
-using Socket = SOCKET;
-using Size = int;
-
-void startSockets() {
-    WSADATA data;
-    WSAStartup(MAKEWORD(2, 2), &data);
-}
-
-void closeSocket(std::intptr_t socket) {
-    closesocket(static_cast<Socket>(socket));
-}
-
-void neverWait(std::intptr_t socket) {
-    u_long yes = 1;
-    ioctlsocket(static_cast<Socket>(socket), static_cast<long>(FIONBIO), &yes);
-}
-#else
-using Socket = int;
-using Size = socklen_t;
-
-void startSockets() {}
-
-void closeSocket(std::intptr_t socket) {
-    close(static_cast<Socket>(socket));
-}
-
-void neverWait(std::intptr_t socket) {
-    fcntl(static_cast<Socket>(socket), F_SETFL, O_NONBLOCK);
-}
-#endif
-
-constexpr std::intptr_t none = -1;
-constexpr long patience = 10; // seconds
+constexpr std::intptr_t invalidSocket = -1;
+constexpr long timeoutSeconds = 10;
 
 sockaddr_in loopback(int port) {
     sockaddr_in address{};
@@ -65,41 +24,38 @@ std::intptr_t newSocket(bool udp) {
     return static_cast<std::intptr_t>(socket(AF_INET, udp ? SOCK_DGRAM : SOCK_STREAM, 0));
 }
 
-bool hasSomething(std::intptr_t socket) {
+bool waitReadable(std::intptr_t socket) {
     fd_set ready;
     FD_ZERO(&ready);
     FD_SET(static_cast<Socket>(socket), &ready);
-    timeval time{patience, 0};
+    timeval time{timeoutSeconds, 0};
     return select(static_cast<int>(socket) + 1, &ready, nullptr, nullptr, &time) == 1;
 }
 
 } // namespace
 
-Collector::Collector(Kind kind, int port) : listener_(none), sender_(none) {
-    std::fill(std::begin(waiting_), std::end(waiting_), none);
-    startSockets();
+Collector::Collector(Kind kind, int port) : listener_(invalidSocket), sender_(invalidSocket) {
+    std::fill(std::begin(waiting_), std::end(waiting_), invalidSocket);
+    initializeSockets();
     listener_ = newSocket(kind == Kind::udp);
-#if !defined(_WIN32) // there, it would let two share the port
-    const int yes = 1;
-    setsockopt(static_cast<Socket>(listener_), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof(yes));
-#endif
+    allowPortReuse(static_cast<Socket>(listener_));
     const sockaddr_in address = loopback(port);
     if (bind(static_cast<Socket>(listener_), reinterpret_cast<const sockaddr*>(&address),
              sizeof(address)) != 0) {
-        throw std::runtime_error("the collector gets no port");
+        throw std::runtime_error("the collector cannot bind its port");
     }
     if (kind == Kind::udp) {
         sender_ = listener_;
         return;
     }
-    listen(static_cast<Socket>(listener_), kind == Kind::deaf ? 0 : 1);
-    if (kind == Kind::deaf) {
-        // Those who wait already fill the queue.
+    listen(static_cast<Socket>(listener_), kind == Kind::unresponsive ? 0 : 1);
+    if (kind == Kind::unresponsive) {
+        // These connections fill the listen queue.
         const sockaddr_in own = loopback(this->port());
         for (std::intptr_t& waiting : waiting_) {
             waiting = newSocket(false);
-            neverWait(waiting);
-            // It stays under way: nobody accepts it.
+            makeNonBlocking(static_cast<Socket>(waiting));
+            // It stays pending: it is never accepted.
             static_cast<void>(connect(static_cast<Socket>(waiting),
                                       reinterpret_cast<const sockaddr*>(&own), sizeof(own)));
         }
@@ -108,27 +64,27 @@ Collector::Collector(Kind kind, int port) : listener_(none), sender_(none) {
 
 Collector::~Collector() {
     for (const std::intptr_t waiting : waiting_) {
-        if (waiting != none) {
-            closeSocket(waiting);
+        if (waiting != invalidSocket) {
+            closeSocket(static_cast<Socket>(waiting));
         }
     }
-    if (sender_ != none && sender_ != listener_) {
-        closeSocket(sender_);
+    if (sender_ != invalidSocket && sender_ != listener_) {
+        closeSocket(static_cast<Socket>(sender_));
     }
-    closeSocket(listener_);
+    closeSocket(static_cast<Socket>(listener_));
 }
 
 int Collector::port() const {
     sockaddr_in address{};
-    Size size = sizeof(address);
+    SocketLength size = sizeof(address);
     getsockname(static_cast<Socket>(listener_), reinterpret_cast<sockaddr*>(&address), &size);
     return ntohs(address.sin_port);
 }
 
 void Collector::accept() {
-    if (sender_ == none) {
-        if (!hasSomething(listener_)) {
-            throw std::runtime_error("nobody connects to the collector");
+    if (sender_ == invalidSocket) {
+        if (!waitReadable(listener_)) {
+            throw std::runtime_error("no sender has connected to the collector");
         }
         sender_ =
             static_cast<std::intptr_t>(::accept(static_cast<Socket>(listener_), nullptr, nullptr));
@@ -138,9 +94,9 @@ void Collector::accept() {
 std::string Collector::receive(const std::string& end) {
     accept();
     std::string text;
-    std::array<char, 65536> buffer{}; // the largest packet there is
+    std::array<char, 65536> buffer{}; // no UDP packet is larger
     while (text.size() < end.size() || text.substr(text.size() - end.size()) != end) {
-        if (!hasSomething(sender_)) {
+        if (!waitReadable(sender_)) {
             break;
         }
         const auto size = recv(static_cast<Socket>(sender_), buffer.data(), buffer.size(), 0);

@@ -3,20 +3,20 @@
 #include <cstdint>
 #include <string>
 
-/// Takes log messages on the loopback address.
+/// A log collector on the loopback address.
 class Collector {
 public:
     enum class Kind {
         tcp,
         udp,
-        deaf ///< by TCP, but so busy that nobody gets a connection
+        unresponsive ///< TCP, but its listen queue is full: no connection is established
     };
 
-    /// @param port 0 for one that is free.
+    /// @param port 0 for a free one.
     explicit Collector(Kind kind, int port = 0);
     Collector(const Collector&) = delete;
     Collector& operator=(const Collector&) = delete;
-    /// Goes away, and with it the connection.
+    /// Closes the connection and the port.
     ~Collector();
 
     int port() const;
@@ -24,7 +24,7 @@ public:
     /// Accepts the connection of a sender, without reading from it.
     void accept();
 
-    /// What has come, once it ends with this text; what there is if that takes too long.
+    /// Receives until the text ends with this; returns what has arrived after a timeout of 10 s.
     std::string receive(const std::string& end);
 
 private:

@@ -1,13 +1,13 @@
 #include <algorithm>
 #include <sstream>
 #include <string>
-#include <string_view>
 
 #include <gtest/gtest.h>
 
 #include "DoLog.h"
 #include "FreshProcess.h"
 #include "Property.h"
+#include "TextShape.h"
 
 #include "ZOL/Framework/GenericLogger/Logger.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackendLoadError.h"
@@ -16,8 +16,8 @@ using namespace ZOL::Framework::GenericLogger;
 
 namespace {
 
-/// Console, on a standard error that is a file.
-class Console : public testing::Test {
+/// The Console back end, with standard error redirected to a file.
+class ConsoleTest : public testing::Test {
 protected:
     void SetUp() override {
         testing::internal::CaptureStderr();
@@ -26,8 +26,8 @@ protected:
 
     void TearDown() override { Logger::uninstallBackend(backend); }
 
-    /// What stands on standard error so far: each line checked for its time stamp and stripped of
-    /// it, with "\n" for the platform's line end.
+    /// The lines on standard error so far, with "\n" as line end and without their time stamps,
+    /// which are checked.
     static std::string written() {
         std::istringstream text(testing::internal::GetCapturedStderr());
         std::string result;
@@ -35,8 +35,9 @@ protected:
             if (!line.empty() && line.back() == '\r') {
                 line.pop_back();
             }
-            EXPECT_TRUE(beginsWithTimeStamp(line)) << line;
-            result += line.substr(std::min(timeStamp.size(), line.size())) + "\n";
+            const std::size_t end = std::min(timeStampShape.size() + 1, line.size());
+            EXPECT_TRUE(hasShape(line.substr(0, end), std::string(timeStampShape) + " ")) << line;
+            result += line.substr(end) + "\n";
         }
         return result;
     }
@@ -46,30 +47,21 @@ protected:
     }
 
     LoggerBackend* backend = nullptr;
-
-private:
-    static constexpr std::string_view timeStamp = "0000-00-00 00:00:00.000 ";
-
-    static bool beginsWithTimeStamp(const std::string& line) {
-        return line.size() >= timeStamp.size() &&
-               std::equal(timeStamp.begin(), timeStamp.end(), line.begin(), [](char shape, char c) {
-                   return shape == '0' ? c >= '0' && c <= '9' : c == shape;
-               });
-    }
 };
 
-TEST_F(Console, IsLoadedByItsName) {
+TEST_F(ConsoleTest, IsLoadedByItsName) {
     testing::internal::GetCapturedStderr();
     EXPECT_NE(backend, nullptr);
-    EXPECT_THROW(Logger::installBackend(backend), LoggerBackendLoadError) << "it is installed";
+    EXPECT_THROW(Logger::installBackend(backend), LoggerBackendLoadError)
+        << "it is already installed";
 }
 
-TEST_F(Console, WritesTimeStampLevelNameLoggerNameAndMessageOnOneLine) {
+TEST_F(ConsoleTest, WritesTimeStampLevelNameLoggerNameAndMessageOnOneLine) {
     Logger::getLogger("orders")->warning("stock is low: ") << 3;
     EXPECT_EQ(written(), "WARNING [orders] stock is low: 3\n");
 }
 
-TEST_F(Console, NamesTheLevels) {
+TEST_F(ConsoleTest, NamesTheLevels) {
     for (const int level : {10, 20, 30, 40, 50, 60}) {
         logAt(level, "x");
     }
@@ -77,7 +69,7 @@ TEST_F(Console, NamesTheLevels) {
                          "WARNING [orders] x\nERROR [orders] x\nFATAL [orders] x\n");
 }
 
-TEST_F(Console, ShowsLevelsBetweenTheNamedOnesByTheirDistance) {
+TEST_F(ConsoleTest, NamesOtherLevelsByTheirDifferenceFromANamedOne) {
     for (const int level : {35, 99, 5, -1}) {
         logAt(level, "x");
     }
@@ -85,7 +77,7 @@ TEST_F(Console, ShowsLevelsBetweenTheNamedOnesByTheirDistance) {
                          "TRACE-5 [orders] x\nTRACE-11 [orders] x\n");
 }
 
-TEST_F(Console, WritesWhatWasCachedBeforeItCameLevel0Included) {
+TEST_F(ConsoleTest, WritesCachedMessagesIncludingLevel0) {
     Logger::uninstallBackend(backend);
     logAt(0, "without a level");
     logAt(30, "early");
@@ -93,7 +85,7 @@ TEST_F(Console, WritesWhatWasCachedBeforeItCameLevel0Included) {
     EXPECT_EQ(written(), "NONE [orders] without a level\nINFO [orders] early\n");
 }
 
-TEST_F(Console, KeepsAMessageWithLineBreaksOnOneLine) {
+TEST_F(ConsoleTest, KeepsAMessageWithLineBreaksOnOneLine) {
     logAt(30, "first\nsecond\r\nthird");
     logAt(30, "ended by a manipulator\n");
     logAt(30, "");
@@ -104,12 +96,12 @@ TEST_F(Console, KeepsAMessageWithLineBreaksOnOneLine) {
                          "INFO [a\\nb] x\n");
 }
 
-TEST_F(Console, TakesAMessageAsTextAndNotAsAPattern) {
+TEST_F(ConsoleTest, DoesNotInterpretAMessageAsAPattern) {
     logAt(30, "100 % {} %v %n");
     EXPECT_EQ(written(), "INFO [orders] 100 % {} %v %n\n");
 }
 
-TEST_F(Console, UsesNoColoursWhereThereIsNoTerminal) {
+TEST_F(ConsoleTest, WritesNoColoursToAFile) {
     logAt(60, "fatal");
     EXPECT_EQ(written(), "FATAL [orders] fatal\n");
 }
@@ -123,14 +115,14 @@ TEST(ConsoleSettings, ChangeColourPatternAndLevels) {
         Logger::installBackend("Console");
         Logger::getLogger("stock")->info("dropped");
         Logger::getLogger("orders")->debug("dropped");
-        Logger::getLogger("orders")->info("out");
+        Logger::getLogger("orders")->info("written");
         std::string text = testing::internal::GetCapturedStderr();
         text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
-        EXPECT_EQ(text, "INFO [orders] out!\n");
+        EXPECT_EQ(text, "INFO [orders] written!\n");
     });
 }
 
-TEST(ConsoleSettings, ThatMakeNoSenseAreToldInOneLineEach) {
+TEST(ConsoleSettings, AreReportedInOneLineEachIfInvalid) {
     support::inFreshProcess([] {
         setProperty("Console.levels", "orders:INFO");
         setProperty("Console.colour", "pink");

@@ -1,4 +1,4 @@
-// The back ends under load: eight threads that log to loggers of their own and to one for all.
+// The back ends under load: each of eight threads logs to its own logger and to a shared one.
 
 #include <filesystem>
 #include <map>
@@ -44,7 +44,7 @@ void logFromAllThreads() {
     }
 }
 
-/// Each line whole, each message once, and those of a thread in their order.
+/// Expects complete lines, each message once, and the messages of a thread in order.
 void expectAllIn(const std::string& text) {
     std::istringstream lines(text);
     std::map<int, int> next;
@@ -66,7 +66,7 @@ void expectAllIn(const std::string& text) {
     }
 }
 
-TEST(UnderLoad, RotatingFileWritesEachMessageOnceThroughManyRotations) {
+TEST(UnderLoad, RotatingFileWritesEachMessageOnceAcrossRotations) {
     inFreshFolder([] {
         setProperty("RotatingFile.size", "20K");
         setProperty("RotatingFile.count", "100");
@@ -96,7 +96,8 @@ TEST(UnderLoad, DailyFileWritesEachMessageOnce) {
         logFromAllThreads();
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
         std::string text;
-        const std::set<fs::path> files(fs::directory_iterator("."), {}); // two about midnight
+        const std::set<fs::path> files(fs::directory_iterator("."),
+                                       {}); // two files around midnight
         for (const fs::path& file : files) {
             text += textOf(file);
         }

@@ -19,8 +19,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto pauseBetweenAttempts = 5000ms;
-constexpr auto bound = 3s; // what no message may cost, with a slow machine's time added
+constexpr auto retryInterval = 5000ms;
+constexpr auto maxDuration = 3s; // of one message: the timeout, and reserve for a slow machine
 
 void installFor(const Collector& collector) {
     setProperty("Network.port", std::to_string(collector.port()));
@@ -28,7 +28,7 @@ void installFor(const Collector& collector) {
     ASSERT_NE(Logger::installBackend("Network"), nullptr);
 }
 
-Clock::duration timeOf(const std::string& text) {
+Clock::duration timeToLog(const std::string& text) {
     const auto begin = Clock::now();
     EXPECT_NO_THROW(Logger::getLogger("orders")->info() << text);
     return Clock::now() - begin;
@@ -38,8 +38,8 @@ TEST(Network, SendsALineForEachMessageByTcp) {
     support::inFreshProcess([] {
         Collector collector(Collector::Kind::tcp);
         installFor(collector);
-        timeOf("first");
-        timeOf("second");
+        timeToLog("first");
+        timeToLog("second");
         EXPECT_EQ(collector.receive("second\n"), "INFO [orders] first\nINFO [orders] second\n");
     });
 }
@@ -50,82 +50,82 @@ TEST(Network, SendsAPacketForEachMessageByUdp) {
         setProperty("Network.protocol", "UDP");
         setProperty("Network.host", "localhost");
         installFor(collector);
-        timeOf("first");
+        timeToLog("first");
         EXPECT_EQ(collector.receive("first\n"), "INFO [orders] first\n");
-        timeOf("second");
+        timeToLog("second");
         EXPECT_EQ(collector.receive("second\n"), "INFO [orders] second\n");
     });
 }
 
-TEST(Network, CutsAMessageThatIsTooLongForAPacketAndGoesOn) {
+TEST(Network, TruncatesAMessageThatIsTooLongForAPacket) {
     support::inFreshProcess([] {
         Collector collector(Collector::Kind::udp);
         setProperty("Network.protocol", "udp");
         installFor(collector);
-        timeOf(std::string(1000000, 'x'));
-        const std::string cut = collector.receive("...\n");
-        EXPECT_EQ(cut.size(), 60001U) << "with the line feed";
-        EXPECT_EQ(cut.substr(0, 17), "INFO [orders] xxx");
-        timeOf("short");
+        timeToLog(std::string(1000000, 'x'));
+        const std::string truncated = collector.receive("...\n");
+        EXPECT_EQ(truncated.size(), 60001U) << "with the line feed";
+        EXPECT_EQ(truncated.substr(0, 17), "INFO [orders] xxx");
+        timeToLog("short");
         EXPECT_EQ(collector.receive("short\n"), "INFO [orders] short\n");
     });
 }
 
-TEST(Network, SendsALongMessageWholeByTcp) {
+TEST(Network, SendsALongMessageUnchangedByTcp) {
     support::inFreshProcess([] {
         Collector collector(Collector::Kind::tcp);
         installFor(collector);
         const std::string text(100000, 'x');
-        timeOf(text + "!");
+        timeToLog(text + "!");
         EXPECT_TRUE(collector.receive("!\n") == "INFO [orders] " + text + "!\n");
     });
 }
 
-TEST(Network, LosesMessagesWhileTheCollectorIsAwayAndSaysHowMany) {
+TEST(Network, CountsMessagesDroppedWhileTheCollectorIsAway) {
     support::inFreshProcess([] {
         std::optional<Collector> collector(std::in_place, Collector::Kind::tcp);
         const int port = collector->port();
         installFor(*collector);
-        timeOf("out");
-        EXPECT_EQ(collector->receive("out\n"), "INFO [orders] out\n");
+        timeToLog("written");
+        EXPECT_EQ(collector->receive("written\n"), "INFO [orders] written\n");
         testing::internal::CaptureStderr();
         collector.reset();
-        std::this_thread::sleep_for(100ms); // the farewell travels
+        std::this_thread::sleep_for(100ms); // until the end of the connection has arrived
         for (int i = 0; i < 100; ++i) {
-            EXPECT_LT(timeOf("lost"), bound);
+            EXPECT_LT(timeToLog("dropped"), maxDuration);
         }
         collector.emplace(Collector::Kind::tcp, port);
-        std::this_thread::sleep_for(pauseBetweenAttempts);
-        timeOf("again");
+        std::this_thread::sleep_for(retryInterval);
+        timeToLog("again");
         EXPECT_EQ(collector->receive("again\n"), "INFO [orders] again\n");
-        const std::string told = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 2) << told;
-        EXPECT_EQ(told.find("ZOL back end Network: messages are being lost: the collector has "
-                            "closed the connection"),
+        const std::string report = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 2) << report;
+        EXPECT_EQ(report.find("ZOL back end Network: messages are being lost: the collector has "
+                              "closed the connection"),
                   0U)
-            << told;
-        EXPECT_NE(told.find("Network: works again, lost messages: 100\n"), std::string::npos)
-            << told;
+            << report;
+        EXPECT_NE(report.find("Network: works again, lost messages: 100\n"), std::string::npos)
+            << report;
     });
 }
 
-TEST(Network, ReachesACollectorThatWasRestartedWithoutALoss) {
+TEST(Network, DropsNothingIfTheCollectorIsRestarted) {
     support::inFreshProcess([] {
         std::optional<Collector> collector(std::in_place, Collector::Kind::tcp);
         const int port = collector->port();
         installFor(*collector);
-        timeOf("out");
-        EXPECT_EQ(collector->receive("out\n"), "INFO [orders] out\n");
-        std::this_thread::sleep_for(pauseBetweenAttempts);
+        timeToLog("written");
+        EXPECT_EQ(collector->receive("written\n"), "INFO [orders] written\n");
+        std::this_thread::sleep_for(retryInterval);
         collector.reset();
         collector.emplace(Collector::Kind::tcp, port);
         std::this_thread::sleep_for(100ms);
-        timeOf("again");
+        timeToLog("again");
         EXPECT_EQ(collector->receive("again\n"), "INFO [orders] again\n");
     });
 }
 
-TEST(Network, CostsLittleWhereNobodyListens) {
+TEST(Network, ReturnsQuicklyIfThePortIsClosed) {
     support::inFreshProcess([] {
         int port = 0;
         {
@@ -136,67 +136,67 @@ TEST(Network, CostsLittleWhereNobodyListens) {
         testing::internal::CaptureStderr();
         const auto begin = Clock::now();
         for (int i = 0; i < 100; ++i) {
-            timeOf("lost");
+            timeToLog("dropped");
         }
-        EXPECT_LT(Clock::now() - begin, bound);
-        const std::string told = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1) << told;
-        EXPECT_NE(told.find("messages are being lost: no connection to 127.0.0.1 port " +
-                            std::to_string(port)),
+        EXPECT_LT(Clock::now() - begin, maxDuration);
+        const std::string report = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 1) << report;
+        EXPECT_NE(report.find("messages are being lost: no connection to 127.0.0.1 port " +
+                              std::to_string(port)),
                   std::string::npos)
-            << told;
+            << report;
     });
 }
 
-TEST(Network, CountsAtTheEndOfTheProcessWhatWasLostUntilThen) {
+TEST(Network, ReportsDroppedMessagesAtTheEndOfTheProcess) {
     EXPECT_EXIT(
         {
             {
                 const Collector gone(Collector::Kind::tcp);
                 installFor(gone);
             }
-            timeOf("lost");
-            timeOf("lost");
+            timeToLog("dropped");
+            timeToLog("dropped");
             std::exit(0);
         },
         testing::ExitedWithCode(0), "Network: the process ends, lost messages: 2\n");
 }
 
-TEST(Network, WaitsOnlyAWhileForAHostThatDoesNotAnswer) {
+TEST(Network, TimesOutIfTheHostDoesNotAnswer) {
     support::inFreshProcess([] {
-        const Collector deaf(Collector::Kind::deaf);
-        installFor(deaf);
+        const Collector unresponsive(Collector::Kind::unresponsive);
+        installFor(unresponsive);
         testing::internal::CaptureStderr();
-        EXPECT_LT(timeOf("lost"), bound);
-        EXPECT_LT(timeOf("lost as well, without an attempt"), 500ms);
-        const std::string told = testing::internal::GetCapturedStderr();
-        EXPECT_NE(told.find(": no answer\n"), std::string::npos) << told;
+        EXPECT_LT(timeToLog("dropped"), maxDuration);
+        EXPECT_LT(timeToLog("dropped without an attempt"), 500ms);
+        const std::string report = testing::internal::GetCapturedStderr();
+        EXPECT_NE(report.find(": no answer\n"), std::string::npos) << report;
     });
 }
 
-TEST(Network, WaitsOnlyAWhileForACollectorThatDoesNotRead) {
+TEST(Network, TimesOutIfTheCollectorDoesNotRead) {
     support::inFreshProcess([] {
         Collector collector(Collector::Kind::tcp);
         installFor(collector);
         testing::internal::CaptureStderr();
-        timeOf("first");
+        timeToLog("first");
         collector.accept();
         const std::string large(std::size_t{1024} * 1024, 'x');
         Clock::duration longest = 0s;
-        for (int i = 0; i < 30; ++i) { // more than the system keeps for both of them
-            longest = std::max(longest, timeOf(large));
+        for (int i = 0; i < 30; ++i) { // more than the buffers of both sockets hold
+            longest = std::max(longest, timeToLog(large));
         }
-        EXPECT_LT(longest, bound);
-        const std::string told = testing::internal::GetCapturedStderr();
-        // A slow machine gets to the next attempt, which succeeds, before it has written them all.
-        const std::string loss =
+        EXPECT_LT(longest, maxDuration);
+        const std::string report = testing::internal::GetCapturedStderr();
+        // A slow machine may reach the next attempt, which succeeds, before all are sent.
+        const std::string expected =
             "ZOL back end Network: messages are being lost: the collector takes "
             "no more messages\n";
-        EXPECT_EQ(told.substr(0, loss.size()), loss);
+        EXPECT_EQ(report.substr(0, expected.size()), expected);
     });
 }
 
-TEST(Network, TellsOfBadSettingsAndUsesTheDefaults) {
+TEST(Network, ReportsInvalidSettingsAndUsesTheFallbacks) {
     support::inFreshProcess([] {
         setProperty("Network.port", "65536");
         setProperty("Network.protocol", "sctp");

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "BrokenPipeLinux.h"
+#include "BrokenPipe.h"
 
 using ZOL::Backends::NoSignals;
 

@@ -6,7 +6,7 @@
 
 #include "WideText.h"
 
-/// Sets a property to a text in ASCII.
+/// Sets a property to an ASCII text.
 inline void setProperty(std::string_view name, std::string_view value) {
     ZOL::Framework::Framework::propertyManager()->setProperty(support::wide(name),
                                                               support::wide(value));

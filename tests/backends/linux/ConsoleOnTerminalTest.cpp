@@ -1,4 +1,4 @@
-// Console on a terminal, and on a standard error that is gone.
+// The Console back end on a terminal, and on a standard error that cannot be written.
 
 #include <array>
 #include <cerrno>
@@ -23,7 +23,7 @@ using namespace ZOL::Framework::GenericLogger;
 
 namespace {
 
-/// Puts another file in the place of standard error for as long as it lives.
+/// Redirects standard error to another descriptor during its lifetime.
 class StandardError {
 public:
     explicit StandardError(int descriptor) : saved_(dup(STDERR_FILENO)) {
@@ -40,7 +40,7 @@ private:
     int saved_;
 };
 
-/// A new terminal, also where none are to be had yet, as in a fresh chroot.
+/// Opens a pseudo-terminal; mounts /dev/pts if it is missing, as in a new chroot.
 bool openTerminal(int& master, int& slave) {
     if (openpty(&master, &slave, nullptr, nullptr, nullptr) == 0) {
         return true;
@@ -57,7 +57,7 @@ bool openTerminal(int& master, int& slave) {
     return slave != -1;
 }
 
-TEST(ConsoleOnTerminal, ColoursTheLevelsApart) {
+TEST(ConsoleOnTerminal, HasDifferentColoursForLevels) {
     int master = -1;
     int slave = -1;
     ASSERT_TRUE(openTerminal(master, slave)) << std::strerror(errno);
@@ -69,12 +69,12 @@ TEST(ConsoleOnTerminal, ColoursTheLevelsApart) {
         Logger::getLogger("orders")->info("green");
         Logger::uninstallBackend(console);
     }
-    // What was written comes through the terminal in pieces, and a little later.
+    // The terminal passes the output on in pieces, and with a delay.
     std::string text;
     std::array<char, 4096> buffer{};
     while (text.find("green\x1b[") == std::string::npos) {
         pollfd arrived{master, POLLIN, 0};
-        ASSERT_EQ(poll(&arrived, 1, 10000), 1) << "only this came through: " << text;
+        ASSERT_EQ(poll(&arrived, 1, 10000), 1) << "received only: " << text;
         const ssize_t size = read(master, buffer.data(), buffer.size());
         ASSERT_GT(size, 0);
         text.append(buffer.data(), static_cast<std::size_t>(size));
@@ -93,19 +93,19 @@ TEST(ConsoleOnTerminal, ColoursTheLevelsApart) {
     close(slave);
 }
 
-TEST(ConsoleOnTerminal, AStandardErrorThatIsGoneDisturbsNobody) {
+TEST(ConsoleOnTerminal, ThrowsNothingIfStandardErrorCannotBeWritten) {
     const int full = open("/dev/full", O_WRONLY);
     ASSERT_NE(full, -1);
     {
-        const StandardError nowhere(full);
+        const StandardError fullDevice(full);
         LoggerBackend* const console = Logger::installBackend("Console");
-        EXPECT_NO_THROW(Logger::getLogger("orders")->error("lost"));
+        EXPECT_NO_THROW(Logger::getLogger("orders")->error("dropped"));
         Logger::uninstallBackend(console);
     }
     close(full);
 }
 
-TEST(ConsoleOnTerminal, ColoursFilesTooIfToldTo) {
+TEST(ConsoleOnTerminal, ColoursFilesTooIfColourIsAlways) {
     support::inFreshProcess([] {
         setProperty("Console.colour", "always");
         testing::internal::CaptureStderr();

@@ -4,12 +4,12 @@
 
 #include <unistd.h>
 
-/// The writer's end of a pipe that nobody reads.
+/// The write end of a pipe whose read end is closed.
 class BrokenPipe {
 public:
     BrokenPipe() {
         if (pipe(ends_) != 0) {
-            throw std::runtime_error("no pipe");
+            throw std::runtime_error("cannot create a pipe");
         }
         close(ends_[0]);
     }

@@ -1,4 +1,4 @@
-#include "ListeningSocketLinux.h"
+#include "ListeningSocket.h"
 
 #include <cerrno>
 #include <system_error>
@@ -24,11 +24,11 @@ ListeningSocket::~ListeningSocket() {
 }
 
 std::string ListeningSocket::receive() const {
-    constexpr int patience = 10000; // milliseconds
+    constexpr int timeout = 10000; // milliseconds
     pollfd arrived{socket_, POLLIN, 0};
     std::string packet(std::size_t{128} * 1024, '\0');
     const ssize_t size =
-        poll(&arrived, 1, patience) == 1 ? recv(socket_, packet.data(), packet.size(), 0) : 0;
+        poll(&arrived, 1, timeout) == 1 ? recv(socket_, packet.data(), packet.size(), 0) : 0;
     packet.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
     return packet;
 }

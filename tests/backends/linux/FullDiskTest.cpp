@@ -1,4 +1,4 @@
-// The back ends that write files, on a disk that is full for a while.
+// The back ends that write files, on a disk that is full for some time.
 
 #include <chrono>
 #include <filesystem>
@@ -11,8 +11,8 @@
 #include "ZOL/Framework/GenericLogger/Logger.h"
 
 #include "FreshFolder.h"
-#include "linux/PrivateMounts.h"
 #include "Property.h"
+#include "linux/PrivateMounts.h"
 
 using namespace ZOL::Framework::GenericLogger;
 namespace fs = std::filesystem;
@@ -20,23 +20,23 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int written = 10;
-constexpr int lost = 500;
+constexpr int attempted = 500;
 
 std::string numbered(int number) {
     return "message " + std::to_string(number) + std::string(100, '.');
 }
 
-/// The one file of that folder which is not the filling.
+/// The log file in that folder.
 fs::path logIn(const fs::path& folder) {
     for (const auto& entry : fs::directory_iterator(folder)) {
-        if (entry.path().filename() != "filling") {
+        if (entry.path().filename() != "filler") {
             return entry.path();
         }
     }
     return {};
 }
 
-void expectLossToBeToldAndCounted(const std::string& backend) {
+void expectDropsToBeReportedAndCounted(const std::string& backend) {
     fs::create_directory("disk");
     support::leaveTheMachinesMounts();
     support::mountMemory("disk", "size=64k");
@@ -53,43 +53,43 @@ void expectLossToBeToldAndCounted(const std::string& backend) {
         logger->info() << numbered(i);
         expectNext(i);
     }
-    // The log's own page has room left: the messages that still fit are not lost.
-    std::ofstream("disk/filling") << std::string(std::size_t{64} * 1024, 'x');
-    for (int i = 0; i < lost; ++i) {
+    // The last page of the log has room left: messages that fit into it are not dropped.
+    std::ofstream("disk/filler") << std::string(std::size_t{64} * 1024, 'x');
+    for (int i = 0; i < attempted; ++i) {
         EXPECT_NO_THROW(logger->info() << numbered(i));
     }
     const std::string full = textOf(logIn("disk"));
     EXPECT_EQ(full.substr(0, expected.size()), expected);
-    fs::remove("disk/filling");
+    fs::remove("disk/filler");
     std::this_thread::sleep_for(std::chrono::milliseconds(1100));
     logger->info() << "there is room again";
 
     const std::string text = textOf(logIn("disk"));
     std::istringstream lines(text);
-    int whole = 0;
+    int complete = 0;
     for (std::string line; std::getline(lines, line);) {
-        whole += line.size() == numbered(0).size() + 14 ||
-                         line.size() == numbered(10).size() + 14 ||
-                         line.size() == numbered(100).size() + 14
-                     ? 1
-                     : 0;
+        complete += line.size() == numbered(0).size() + 14 ||
+                            line.size() == numbered(10).size() + 14 ||
+                            line.size() == numbered(100).size() + 14
+                        ? 1
+                        : 0;
     }
     const std::string last = "\nINFO [orders] there is room again\n";
-    EXPECT_EQ(text.rfind(last), text.size() - last.size()) << "on a line of its own";
+    EXPECT_EQ(text.rfind(last), text.size() - last.size()) << "on its own line";
 
-    const std::string told = testing::internal::GetCapturedStderr();
-    const std::size_t end = told.find('\n');
-    EXPECT_EQ(told.find("ZOL back end " + backend + ": messages are being lost: "), 0U) << told;
-    EXPECT_EQ(told.substr(end + 1), "ZOL back end " + backend + ": works again, lost messages: " +
-                                        std::to_string(written + lost - whole) + "\n");
+    const std::string report = testing::internal::GetCapturedStderr();
+    const std::size_t end = report.find('\n');
+    EXPECT_EQ(report.find("ZOL back end " + backend + ": messages are being lost: "), 0U) << report;
+    EXPECT_EQ(report.substr(end + 1), "ZOL back end " + backend + ": works again, lost messages: " +
+                                          std::to_string(written + attempted - complete) + "\n");
 }
 
-TEST(FullDisk, CostsRotatingFileMessagesThatItCounts) {
-    inFreshFolder([] { expectLossToBeToldAndCounted("RotatingFile"); });
+TEST(FullDisk, MakesRotatingFileCountDroppedMessages) {
+    inFreshFolder([] { expectDropsToBeReportedAndCounted("RotatingFile"); });
 }
 
-TEST(FullDisk, CostsDailyFileMessagesThatItCounts) {
-    inFreshFolder([] { expectLossToBeToldAndCounted("DailyFile"); });
+TEST(FullDisk, MakesDailyFileCountDroppedMessages) {
+    inFreshFolder([] { expectDropsToBeReportedAndCounted("DailyFile"); });
 }
 
 } // namespace

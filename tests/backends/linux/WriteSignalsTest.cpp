@@ -1,4 +1,4 @@
-// Writes for which the system would end the process.
+// Writes for which the system sends SIGPIPE or SIGXFSZ, which end a process by default.
 
 #include <string>
 #include <thread>
@@ -9,7 +9,7 @@
 
 #include "ZOL/Framework/GenericLogger/Logger.h"
 
-#include "BrokenPipeLinux.h"
+#include "BrokenPipe.h"
 #include "FreshFolder.h"
 #include "Property.h"
 
@@ -17,7 +17,7 @@ using namespace ZOL::Framework::GenericLogger;
 
 namespace {
 
-/// Standard error leads into a pipe that nobody reads.
+/// Redirects standard error to a pipe without a reader during its lifetime.
 class BrokenStandardError {
 public:
     BrokenStandardError() : before_(dup(STDERR_FILENO)) { dup2(pipe_.descriptor(), STDERR_FILENO); }
@@ -40,15 +40,15 @@ void limitFiles(rlim_t size) {
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
 }
 
-TEST(AWriteThatWouldEndTheProcess, CostsConsoleItsMessages) {
+TEST(WriteSignals, OfAMessageOnConsoleAreBlocked) {
     inFreshFolder([] {
         const BrokenStandardError broken;
         Logger::installBackend("Console");
-        EXPECT_NO_THROW(Logger::getLogger("orders")->info("into the void"));
+        EXPECT_NO_THROW(Logger::getLogger("orders")->info("dropped"));
     });
 }
 
-TEST(AWriteThatWouldEndTheProcess, MayBeThatOfAComplaint) {
+TEST(WriteSignals, OfAReportOnStandardErrorAreBlocked) {
     inFreshFolder([] {
         const BrokenStandardError broken;
         setProperty("RotatingFile.size", "none");
@@ -56,7 +56,7 @@ TEST(AWriteThatWouldEndTheProcess, MayBeThatOfAComplaint) {
     });
 }
 
-TEST(AWriteThatWouldEndTheProcess, CostsRotatingFileMessagesThatItCounts) {
+TEST(WriteSignals, OfAFileBeyondTheSizeLimitAreBlockedAndDropsCounted) {
     inFreshFolder([] {
         setProperty("RotatingFile.pattern", "%v");
         testing::internal::CaptureStderr();
@@ -70,10 +70,10 @@ TEST(AWriteThatWouldEndTheProcess, CostsRotatingFileMessagesThatItCounts) {
         limitFiles(RLIM_INFINITY);
         std::this_thread::sleep_for(std::chrono::milliseconds(1100));
         logger->info("there is room again");
-        const std::string told = testing::internal::GetCapturedStderr();
-        EXPECT_NE(told.find("\nZOL back end RotatingFile: works again, lost messages: 2\n"),
+        const std::string report = testing::internal::GetCapturedStderr();
+        EXPECT_NE(report.find("\nZOL back end RotatingFile: works again, lost messages: 2\n"),
                   std::string::npos)
-            << told;
+            << report;
         const std::string written = textOf("zol.log");
         const std::string last = "\nINFO [orders] there is room again\n";
         EXPECT_EQ(written.rfind(last), written.size() - last.size()) << written;

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void expectToKeepItsFileFromProgramsThatTheHostStarts(const char* backend) {
+void expectLogFileToBeClosedOnExec(const char* backend) {
     Logger::installBackend(backend);
     Logger::getLogger("orders")->info("x");
     int files = 0;
@@ -27,12 +27,12 @@ void expectToKeepItsFileFromProgramsThatTheHostStarts(const char* backend) {
     EXPECT_EQ(files, 1);
 }
 
-TEST(AFileOfABackEnd, OfRotatingFileIsNotInherited) {
-    inFreshFolder([] { expectToKeepItsFileFromProgramsThatTheHostStarts("RotatingFile"); });
+TEST(InheritedFiles, DoNotIncludeTheFileOfRotatingFile) {
+    inFreshFolder([] { expectLogFileToBeClosedOnExec("RotatingFile"); });
 }
 
-TEST(AFileOfABackEnd, OfDailyFileIsNotInherited) {
-    inFreshFolder([] { expectToKeepItsFileFromProgramsThatTheHostStarts("DailyFile"); });
+TEST(InheritedFiles, DoNotIncludeTheFileOfDailyFile) {
+    inFreshFolder([] { expectLogFileToBeClosedOnExec("DailyFile"); });
 }
 
 } // namespace

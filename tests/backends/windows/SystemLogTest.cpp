@@ -1,4 +1,4 @@
-// SystemLog, with the test in the place of the functions that write the event log.
+// The SystemLog back end with the event log functions replaced by the test.
 
 #include <string>
 #include <vector>
@@ -56,7 +56,7 @@ void install() {
               nullptr);
 }
 
-TEST(SystemLog, ReportsAnEventForEachMessageOfTheTypeThatFitsItsLevel) {
+TEST(SystemLog, ReportsAnEventOfTheRightTypeForEachMessage) {
     support::inFreshProcess([] {
         setProperty("SystemLog.source", "shop");
         install();
@@ -72,7 +72,7 @@ TEST(SystemLog, ReportsAnEventForEachMessageOfTheTypeThatFitsItsLevel) {
     });
 }
 
-TEST(SystemLog, CutsAMessageThatIsTooLongForAnEvent) {
+TEST(SystemLog, TruncatesAMessageThatIsTooLongForAnEvent) {
     support::inFreshProcess([] {
         install();
         Logger::getLogger("orders")->info() << std::string(100000, 'x');
@@ -82,22 +82,22 @@ TEST(SystemLog, CutsAMessageThatIsTooLongForAnEvent) {
     });
 }
 
-TEST(SystemLog, LosesMessagesWhileTheEventLogIsFullAndSaysHowMany) {
+TEST(SystemLog, CountsMessagesDroppedWhileTheEventLogIsFull) {
     support::inFreshProcess([] {
         install();
         testing::internal::CaptureStderr();
         isLogFull = true;
         for (int i = 0; i < 10; ++i) {
-            EXPECT_NO_THROW(Logger::getLogger("orders")->info("lost"));
+            EXPECT_NO_THROW(Logger::getLogger("orders")->info("dropped"));
         }
         isLogFull = false;
         Sleep(1000);
-        Logger::getLogger("orders")->info("out");
-        const std::string told = testing::internal::GetCapturedStderr();
-        EXPECT_NE(told.find("SystemLog: messages are being lost: ReportEvent"), std::string::npos)
-            << told;
-        EXPECT_NE(told.find("SystemLog: works again, lost messages: 10"), std::string::npos)
-            << told;
+        Logger::getLogger("orders")->info("written");
+        const std::string report = testing::internal::GetCapturedStderr();
+        EXPECT_NE(report.find("SystemLog: messages are being lost: ReportEvent"), std::string::npos)
+            << report;
+        EXPECT_NE(report.find("SystemLog: works again, lost messages: 10"), std::string::npos)
+            << report;
         EXPECT_EQ(events.size(), 1U);
     });
 }

@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// A service of the machine as a test plays it: a datagram socket in the file system.
+/// A local log service: a datagram socket in the file system.
 class ListeningSocket {
 public:
     explicit ListeningSocket(const std::string& path);
@@ -10,7 +10,7 @@ public:
     ListeningSocket& operator=(const ListeningSocket&) = delete;
     ~ListeningSocket();
 
-    /// The next packet; empty if none comes.
+    /// The next packet; empty after a timeout.
     std::string receive() const;
 
 private:

@@ -1,4 +1,4 @@
-// DebugOutput with a journal that the test listens to, in mounts of its own.
+// The DebugOutput back end with a journal socket of the test's own, in a private mount namespace.
 
 #include <chrono>
 #include <filesystem>
@@ -10,9 +10,8 @@
 #include "ZOL/Framework/GenericLogger/Logger.h"
 
 #include "FreshProcess.h"
-#include "ListeningSocketLinux.h"
+#include "ListeningSocket.h"
 #include "linux/PrivateMounts.h"
-#include "Property.h"
 
 using namespace ZOL::Framework::GenericLogger;
 using namespace std::string_literals;
@@ -21,7 +20,7 @@ namespace {
 
 constexpr const char* journal = "/run/systemd/journal/socket";
 
-void useARunFolderOfOnesOwn() {
+void mountPrivateRun() {
     support::leaveTheMachinesMounts();
     support::mountMemory("/run", "size=1m");
     std::filesystem::create_directories("/run/systemd/journal");
@@ -29,7 +28,7 @@ void useARunFolderOfOnesOwn() {
 
 TEST(DebugOutput, SendsMessagePriorityProgramAndLoggerToTheJournal) {
     support::inFreshProcess([] {
-        useARunFolderOfOnesOwn();
+        mountPrivateRun();
         const ListeningSocket listener(journal);
         Logger::installBackend("DebugOutput");
         Logger::getLogger("orders")->error("sold out");
@@ -41,9 +40,9 @@ TEST(DebugOutput, SendsMessagePriorityProgramAndLoggerToTheJournal) {
     });
 }
 
-TEST(DebugOutput, CutsAMessageThatIsTooLongForAPacketAndGoesOn) {
+TEST(DebugOutput, TruncatesAMessageThatIsTooLongForAPacket) {
     support::inFreshProcess([] {
-        useARunFolderOfOnesOwn();
+        mountPrivateRun();
         const ListeningSocket listener(journal);
         Logger::installBackend("DebugOutput");
         Logger::getLogger("orders")->info() << std::string(1000000, 'x');
@@ -53,22 +52,22 @@ TEST(DebugOutput, CutsAMessageThatIsTooLongForAPacketAndGoesOn) {
     });
 }
 
-TEST(DebugOutput, LosesMessagesWhileThereIsNoJournalAndSaysHowMany) {
+TEST(DebugOutput, CountsMessagesDroppedWhileThereIsNoJournal) {
     support::inFreshProcess([] {
         testing::internal::CaptureStderr();
-        useARunFolderOfOnesOwn();
+        mountPrivateRun();
         ASSERT_NE(Logger::installBackend("DebugOutput"), nullptr);
         for (int i = 0; i < 10; ++i) {
-            EXPECT_NO_THROW(Logger::getLogger("orders")->info("lost"));
+            EXPECT_NO_THROW(Logger::getLogger("orders")->info("dropped"));
         }
         const ListeningSocket listener(journal);
         std::this_thread::sleep_for(std::chrono::milliseconds(1000));
-        Logger::getLogger("orders")->info("out");
-        EXPECT_NE(listener.receive().find("INFO [orders] out"), std::string::npos);
-        const std::string told = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(told, "ZOL back end DebugOutput: messages are being lost: "
-                        "/run/systemd/journal/socket: No such file or directory\n"
-                        "ZOL back end DebugOutput: works again, lost messages: 10\n");
+        Logger::getLogger("orders")->info("written");
+        EXPECT_NE(listener.receive().find("INFO [orders] written"), std::string::npos);
+        const std::string report = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(report, "ZOL back end DebugOutput: messages are being lost: "
+                          "/run/systemd/journal/socket: No such file or directory\n"
+                          "ZOL back end DebugOutput: works again, lost messages: 10\n");
     });
 }
 

@@ -1,4 +1,4 @@
-// DebugOutput, with the test listening where a viewer of debugger output does.
+// The DebugOutput back end, with the test in the role of a viewer of debugger output.
 
 #include <string>
 #include <thread>
@@ -14,13 +14,13 @@ using namespace ZOL::Framework::GenericLogger;
 
 namespace {
 
-/// What the system hands over: whose output it is, and the text.
+/// What the system puts into the shared memory: the process id and the text.
 struct Output {
     DWORD process;
     char text[4096 - sizeof(DWORD)];
 };
 
-TEST(DebugOutput, WritesALineForWhoeverListensToDebuggerOutput) {
+TEST(DebugOutput, WritesALineToAViewerOfDebuggerOutput) {
     support::inFreshProcess([] {
         HANDLE const ready = CreateEventA(nullptr, FALSE, FALSE, "DBWIN_BUFFER_READY");
         HANDLE const filled = CreateEventA(nullptr, FALSE, FALSE, "DBWIN_DATA_READY");

@@ -1,4 +1,4 @@
-// DailyFile from day to day, on a clock that the test moves.
+// DailyFile over several days, with a clock that the test moves.
 
 #include <filesystem>
 #include <set>
@@ -29,24 +29,24 @@ Files files() {
 void logOnDays(int days) {
     for (int day = 0; day < days; ++day) {
         Logger::getLogger("orders")->info() << "day " << day;
-        shiftClock(24);
+        support::shiftClock(24);
     }
 }
 
-TEST(DailyFileDays, HaveAFileEach) {
+TEST(DailyFileDays, HaveOneFileEach) {
     inFreshFolder([] {
         setProperty("DailyFile.pattern", "%v");
         Logger::installBackend("DailyFile");
         logOnDays(3);
         int day = 0;
-        for (const std::string& file : files()) { // by ascending name, which is by date
+        for (const std::string& file : files()) { // ascending names are ascending dates
             EXPECT_EQ(textOf(file), "INFO [orders] day " + std::to_string(day++) + "\n");
         }
         EXPECT_EQ(day, 3);
     });
 }
 
-TEST(DailyFileDays, GoWhenMoreThanAskedForAreThere) {
+TEST(DailyFileDays, BeyondTheConfiguredNumberAreRemoved) {
     inFreshFolder([] {
         setProperty("DailyFile.pattern", "%v");
         setProperty("DailyFile.days", "2");

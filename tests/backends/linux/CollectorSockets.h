@@ -1,0 +1,26 @@
+#pragma once
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <sys/select.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using Socket = int;
+using SocketLength = socklen_t;
+
+inline void initializeSockets() {}
+
+inline void closeSocket(Socket socket) {
+    close(socket);
+}
+
+inline void makeNonBlocking(Socket socket) {
+    fcntl(socket, F_SETFL, O_NONBLOCK);
+}
+
+/// Lets a socket bind to a port that was in use a moment ago.
+inline void allowPortReuse(Socket socket) {
+    const int yes = 1;
+    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof(yes));
+}
