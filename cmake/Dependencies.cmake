@@ -1,6 +1,6 @@
 # Boost.Thread and header-only libraries, for each way to build:
 #   zol_boost_thread   what the framework module links
-#   zol_spdlog         what the ready-made back ends compile in
+#   zol_spdlog         the headers of spdlog and fmt; backends/common compiles both
 #   zol_command_line   CLI11 and
 #   zol_json           JSON for Modern C++, what the tools compile in
 
@@ -30,7 +30,7 @@ if(MINGW)
     target_link_libraries(zol_boost_thread INTERFACE zol_boost_thread_windows)
 
     target_include_directories(zol_spdlog SYSTEM INTERFACE ${ZOL_WINDOWS_DEPS}/include)
-    target_compile_definitions(zol_spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
+    target_compile_definitions(zol_spdlog INTERFACE SPDLOG_FMT_EXTERNAL)
 
     foreach(target IN ITEMS zol_command_line zol_json)
         target_include_directories(${target} SYSTEM INTERFACE ${ZOL_WINDOWS_DEPS}/include)
@@ -48,12 +48,16 @@ else()
     if(ZOL_BUILD_BACKENDS)
         find_package(spdlog REQUIRED)
         find_package(fmt REQUIRED)
-        # Without spdlog's own target: Debian's links libfmt, and a back end that needs that does not
-        # load on a machine that lacks it.
+        # Only the include folders: the libraries of Debian are shared, and a back end must load on a
+        # machine without them.
         target_include_directories(zol_spdlog SYSTEM INTERFACE
-            $<TARGET_PROPERTY:spdlog::spdlog_header_only,INTERFACE_INCLUDE_DIRECTORIES>)
+            $<TARGET_PROPERTY:spdlog::spdlog_header_only,INTERFACE_INCLUDE_DIRECTORIES>
+            $<TARGET_PROPERTY:fmt::fmt-header-only,INTERFACE_INCLUDE_DIRECTORIES>)
         target_compile_definitions(zol_spdlog INTERFACE SPDLOG_FMT_EXTERNAL)
-        target_link_libraries(zol_spdlog INTERFACE fmt::fmt-header-only)
+        if(WIN32)
+            # vcpkg has newer releases of fmt than those that Spdlog.cpp is written for.
+            target_compile_definitions(zol_spdlog INTERFACE FMT_HEADER_ONLY)
+        endif()
     endif()
 
     if(ZOL_BUILD_TOOLS)

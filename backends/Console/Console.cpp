@@ -1,4 +1,4 @@
-// The Console back end: every message as one line on standard error,
+// The Console back end: writes each message as one line to standard error,
 //
 //     2026-01-31 09:05:07.012 WARNING [orders] stock is low
 //
@@ -12,20 +12,20 @@ using namespace ZOL::Backends;
 
 namespace {
 
-SinkPlan plan(const Settings& settings) {
+SinkOptions readOptions(const Settings& settings) {
     static constexpr spdlog::color_mode modes[] = {
         spdlog::color_mode::automatic, spdlog::color_mode::always, spdlog::color_mode::never};
     const auto mode = modes[settings.choice("colour", {"auto", "always", "never"})];
-    SinkPlan result;
-    result.make = [mode] {
+    SinkOptions options;
+    options.factory = [mode] {
         return std::make_unique<spdlog::sinks::stderr_color_sink_st>(mode);
     };
-    return result;
+    return options;
 }
 
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
-    static auto* const backend = makeSinkBackend("Console", plan);
+    static auto* const backend = createSinkBackend("Console", readOptions);
     return backend;
 }

@@ -5,14 +5,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#if defined(_WIN32)
-#include <winsock2.h>
-#include <ws2tcpip.h>
-#else
-#include <netdb.h>
-#include <sys/socket.h>
-#endif
-
+#include "SocketHeaders.h"
 #include "Sockets.h"
 
 namespace ZOL::Backends {
@@ -21,28 +14,29 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds patience = std::chrono::seconds(1);
+constexpr std::chrono::milliseconds timeout = std::chrono::seconds(1);
 
-/// A signal may end a wait before its time.
-bool roomBefore(Clock::time_point end, std::intptr_t socket) {
+/// Waits again if a signal has interrupted the wait.
+bool waitWritable(std::intptr_t socket, Clock::time_point deadline) {
     for (;;) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
-        if (Sockets::waitToSend(socket, left.count() < 0 ? 0 : static_cast<int>(left.count()))) {
+        const auto left =
+            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        if (Sockets::waitWritable(socket, left.count() < 0 ? 0 : static_cast<int>(left.count()))) {
             return true;
         }
-        if (Clock::now() >= end) {
+        if (Clock::now() >= deadline) {
             return false;
         }
     }
 }
 
-struct AddressesGo {
+struct AddrInfoDeleter {
     void operator()(addrinfo* addresses) const { ::freeaddrinfo(addresses); }
 };
 
-using Addresses = std::unique_ptr<addrinfo, AddressesGo>;
+using Addresses = std::unique_ptr<addrinfo, AddrInfoDeleter>;
 
-Addresses lookUp(Connection::Protocol protocol, const std::string& host, int port) {
+Addresses resolve(Connection::Protocol protocol, const std::string& host, int port) {
     addrinfo hints{};
     hints.ai_family = AF_UNSPEC;
     hints.ai_socktype = protocol == Connection::Protocol::tcp ? SOCK_STREAM : SOCK_DGRAM;
@@ -59,30 +53,30 @@ Addresses lookUp(Connection::Protocol protocol, const std::string& host, int por
 } // namespace
 
 Connection::Connection(Protocol protocol, const std::string& host, int port)
-    : protocol_(protocol), socket_(Sockets::none) {
-    Sockets::start();
+    : protocol_(protocol), socket_(Sockets::invalidSocket) {
+    Sockets::initialize();
     try {
         open(host, port);
     } catch (...) {
-        Sockets::stop();
+        Sockets::shutdown();
         throw;
     }
 }
 
 void Connection::open(const std::string& host, int port) {
-    const Addresses addresses = lookUp(protocol_, host, port);
-    const Clock::time_point end = Clock::now() + patience;
+    const Addresses addresses = resolve(protocol_, host, port);
+    const Clock::time_point deadline = Clock::now() + timeout;
     int error = 0;
     for (const addrinfo* address = addresses.get(); address != nullptr;
          address = address->ai_next) {
         const std::intptr_t socket = Sockets::open(*address);
-        if (socket == Sockets::none) {
+        if (socket == Sockets::invalidSocket) {
             error = Sockets::lastError();
             continue;
         }
         if (!Sockets::connect(socket, *address)) {
             error = Sockets::lastError();
-        } else if (!roomBefore(end, socket)) {
+        } else if (!waitWritable(socket, deadline)) {
             error = 0;
         } else {
             error = Sockets::pendingError(socket);
@@ -102,19 +96,19 @@ void Connection::open(const std::string& host, int port) {
 
 Connection::~Connection() {
     Sockets::close(socket_);
-    Sockets::stop();
+    Sockets::shutdown();
 }
 
-void Connection::refuseIfClosedByCollector() {
-    // Else the system would take one more message, and nobody would hear of its end.
+void Connection::throwIfClosedByPeer() {
+    // Otherwise the system would accept one more message, and its loss would not be noticed.
     if (protocol_ == Protocol::tcp && Sockets::isClosedByPeer(socket_)) {
         throw std::runtime_error("the collector has closed the connection");
     }
 }
 
 void Connection::send(const char* data, std::size_t size) {
-    refuseIfClosedByCollector();
-    const Clock::time_point end = Clock::now() + patience;
+    throwIfClosedByPeer();
+    const Clock::time_point deadline = Clock::now() + timeout;
     while (size > 0) {
         const long long sent = Sockets::send(socket_, data, size);
         if (sent < 0) {
@@ -123,7 +117,7 @@ void Connection::send(const char* data, std::size_t size) {
         }
         data += sent;
         size -= static_cast<std::size_t>(sent);
-        if (size > 0 && !roomBefore(end, socket_)) {
+        if (size > 0 && !waitWritable(socket_, deadline)) {
             throw std::runtime_error("the collector takes no more messages");
         }
     }

@@ -6,9 +6,11 @@
 
 namespace ZOL::Backends {
 
-/// A TCP connection, or a UDP socket, to a collector. No call waits longer than a second for the
-/// other side, since all loggers of the process would wait along; only the look-up of a name takes
-/// as long as the system lets it. Failures are std::system_error or std::runtime_error.
+/// A TCP connection or a UDP socket to a collector. Failures are std::system_error or
+/// std::runtime_error.
+///
+/// Connecting and sending time out after one second, because all loggers of the process wait for
+/// the call. Name resolution is not covered by this timeout; use a numeric address.
 class Connection {
 public:
     enum class Protocol { tcp, udp };
@@ -18,12 +20,12 @@ public:
     Connection& operator=(const Connection&) = delete;
     ~Connection();
 
-    /// Hands all of it to the system. After a failure, the connection is of no more use.
+    /// Passes all bytes to the system. After a failure the connection must not be used again.
     void send(const char* data, std::size_t size);
 
 private:
     void open(const std::string& host, int port);
-    void refuseIfClosedByCollector();
+    void throwIfClosedByPeer();
 
     Protocol protocol_;
     std::intptr_t socket_;

@@ -1,4 +1,4 @@
-// The Network back end: every message as one line to a collector, by TCP or in a UDP packet each.
+// The Network back end: sends each message to a collector, as one line by TCP or as one UDP packet.
 
 #include <spdlog/details/null_mutex.h>
 #include <spdlog/sinks/base_sink.h>
@@ -12,12 +12,12 @@ namespace {
 
 constexpr const char* defaultHost = "127.0.0.1";
 constexpr long long defaultPort = 5170;
-constexpr long long lastPort = 65535;
-constexpr auto pause = std::chrono::seconds(5); // an attempt may hold up all loggers for a second
+constexpr long long maxPort = 65535;
+constexpr auto retryInterval = std::chrono::seconds(5); // an attempt may block all loggers for 1 s
 
-constexpr std::size_t longestInAPacket = 60000; // of 65507 bytes, with a pattern around it
+constexpr std::size_t maxPacketTextBytes = 60000; // of 65507, which leaves room for the pattern
 
-/// spdlog's own would wait without a limit, and with it all loggers of the process.
+/// spdlog's own sinks block all loggers of the process without a time limit.
 class NetworkSink final : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
 public:
     NetworkSink(Connection::Protocol protocol, const std::string& host, int port)
@@ -35,27 +35,27 @@ private:
     Connection connection_;
 };
 
-SinkPlan plan(const Settings& settings) {
+SinkOptions readOptions(const Settings& settings) {
     const std::string host = settings.text("host", defaultHost);
-    const auto port = static_cast<int>(settings.number("port", defaultPort, 1, lastPort));
+    const auto port = static_cast<int>(settings.number("port", defaultPort, 1, maxPort));
     const auto protocol = settings.choice("protocol", {"tcp", "udp"}) == 0
                               ? Connection::Protocol::tcp
                               : Connection::Protocol::udp;
-    SinkPlan result;
-    result.make = [=] {
+    SinkOptions options;
+    options.factory = [=] {
         return std::make_unique<NetworkSink>(protocol, host, port);
     };
-    result.lineEnd = "\n"; // the collector need not run on this platform
-    result.pause = pause;
+    options.lineEnd = "\n"; // the collector may run on another platform
+    options.retryInterval = retryInterval;
     if (protocol == Connection::Protocol::udp) {
-        result.longestLine = longestInAPacket;
+        options.maxLineBytes = maxPacketTextBytes;
     }
-    return result;
+    return options;
 }
 
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
-    static auto* const backend = makeSinkBackend("Network", plan);
+    static auto* const backend = createSinkBackend("Network", readOptions);
     return backend;
 }

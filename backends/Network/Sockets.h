@@ -5,37 +5,34 @@
 
 struct addrinfo;
 
+/// The socket functions whose names or results differ between platforms.
 namespace ZOL::Backends::Sockets {
 
-// What the platforms' sockets have different names for.
+constexpr std::intptr_t invalidSocket = -1;
 
-constexpr std::intptr_t none = -1;
+/// Must precede the other functions. Each call needs one call of shutdown.
+void initialize();
+void shutdown();
 
-/// Before the first use, as often as one likes.
-void start();
-/// For each start.
-void stop();
-
-/// One that never waits, or none.
+/// Returns a non-blocking socket, or invalidSocket.
 std::intptr_t open(const addrinfo& address);
 void close(std::intptr_t socket);
 
-/// Begins to connect; true also if that takes longer.
+/// Starts to connect. True if connected or in progress.
 bool connect(std::intptr_t socket, const addrinfo& address);
 
-/// Whether there is room to send before the time is over.
-bool waitToSend(std::intptr_t socket, int milliseconds);
+/// Waits until the socket is writable or its connection has failed; false after a timeout.
+bool waitWritable(std::intptr_t socket, int milliseconds);
 
-/// What a connection that has come about, or not, has to say for itself: 0 or the error.
+/// SO_ERROR: 0 once connected, otherwise the error.
 int pendingError(std::intptr_t socket);
 
-/// How many bytes the system took, 0 if it has no room at present, or a negative number.
+/// Returns the number of bytes accepted, 0 if the socket is not writable, negative on failure.
 long long send(std::intptr_t socket, const char* data, std::size_t size);
 
-/// Whether the other side has closed the connection.
 bool isClosedByPeer(std::intptr_t socket);
 
-/// The error of the call before.
+/// The error code of the last failed function on this thread.
 int lastError();
 
 } // namespace ZOL::Backends::Sockets

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cctype>
 #include <chrono>
-#include <optional>
 #include <string>
 #include <thread>
 

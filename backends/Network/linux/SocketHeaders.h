@@ -1,0 +1,4 @@
+#pragma once
+
+#include <netdb.h>
+#include <sys/socket.h>

@@ -1,0 +1,67 @@
+// The SystemLog back end on Linux: sends each message to the system log through /dev/log.
+
+#include <cerrno> // program_invocation_short_name
+#include <ctime>
+
+#include <spdlog/details/null_mutex.h>
+#include <spdlog/details/os.h>
+#include <spdlog/fmt/chrono.h>
+#include <spdlog/sinks/base_sink.h>
+#include <syslog.h>
+
+#include "SinkBackend.h"
+#include "linux/LogSocket.h"
+
+using namespace ZOL::Backends;
+
+namespace {
+
+constexpr const char* systemLogPath = "/dev/log";
+constexpr int facilities[] = {LOG_USER,   LOG_DAEMON, LOG_LOCAL0, LOG_LOCAL1, LOG_LOCAL2,
+                              LOG_LOCAL3, LOG_LOCAL4, LOG_LOCAL5, LOG_LOCAL6, LOG_LOCAL7};
+
+/// Sends to the system log. spdlog's own sink calls openlog, which replaces the host's settings; it
+/// blocks without a limit while the log does not read, and does not report dropped messages.
+class SystemLogSink final : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
+public:
+    SystemLogSink(std::string name, int facility)
+        : name_(std::move(name)), facility_(facility), socket_(systemLogPath) {}
+
+private:
+    void sink_it_(const spdlog::details::log_msg& message) override {
+        spdlog::memory_buf_t text;
+        formatter_->format(message, text);
+        const std::tm time = spdlog::details::os::localtime();
+        socket_.send(fmt::format("<{}>{:%b %e %H:%M:%S} {}[{}]: {}",
+                                 facility_ | syslogPriority(message.level), time, name_,
+                                 spdlog::details::os::pid(), fmt::to_string(text)));
+    }
+
+    void flush_() override {}
+
+    std::string name_;
+    int facility_;
+    LogSocket socket_;
+};
+
+SinkOptions readOptions(const Settings& settings) {
+    const std::string name = settings.text("source", program_invocation_short_name);
+    const int facility =
+        facilities[settings.choice("facility", {"user", "daemon", "local0", "local1", "local2",
+                                                "local3", "local4", "local5", "local6", "local7"})];
+    SinkOptions options;
+    options.factory = [name, facility] {
+        return std::make_unique<SystemLogSink>(name, facility);
+    };
+    options.pattern = "%v"; // the packet has a time stamp of its own
+    options.lineEnd = "";
+    options.maxLineBytes = LogSocket::maxTextBytes;
+    return options;
+}
+
+} // namespace
+
+extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
+    static auto* const backend = createSinkBackend("SystemLog", readOptions);
+    return backend;
+}

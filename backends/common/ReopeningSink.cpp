@@ -1,0 +1,76 @@
+#include "ReopeningSink.h"
+
+#include <exception>
+#include <utility>
+
+#include <spdlog/details/os.h>
+#include <spdlog/pattern_formatter.h>
+#include <spdlog/sinks/sink.h>
+
+namespace ZOL::Backends {
+
+const char* const timeStampedPattern = "%Y-%m-%d %H:%M:%S.%e %^%v%$";
+const char* const platformLineEnd = spdlog::details::os::default_eol;
+
+namespace {
+
+constexpr const char* retryPending = "it is not time yet to try again";
+constexpr const char* unknownReason = "for a reason unknown";
+
+} // namespace
+
+ReopeningSink::ReopeningSink(std::string_view backend, std::string pattern,
+                             const SinkOptions& options)
+    : options_(options), pattern_(std::move(pattern)), drops_(backend) {}
+
+ReopeningSink::~ReopeningSink() = default;
+
+void ReopeningSink::openSink() {
+    try {
+        sink_ = options_.factory();
+        sink_->set_formatter(std::make_unique<spdlog::pattern_formatter>(
+            pattern_, spdlog::pattern_time_type::local, options_.lineEnd));
+    } catch (...) {
+        sink_.reset();
+        nextOpening_ = Clock::now() + options_.retryInterval; // an attempt may itself take long
+        throw;
+    }
+    nextOpening_ = Clock::now() + options_.retryInterval;
+}
+
+void ReopeningSink::write(const std::string& logger, spdlog::level::level_enum level,
+                          std::string_view line) noexcept {
+    const ScopedSignalBlock signalBlock;
+    std::string reason;
+    try {
+        const spdlog::details::log_msg message(logger, level, {line.data(), line.size()});
+        // If an open sink fails, retry once at once: the collector may have been restarted, or the
+        // file moved away.
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            if (sink_ == nullptr) {
+                if (Clock::now() < nextOpening_) {
+                    drops_.add(reason.empty() ? retryPending : reason);
+                    return;
+                }
+                openSink();
+            }
+            try {
+                sink_->log(message);
+                sink_->flush();
+                drops_.reset();
+                return;
+            } catch (const std::exception& error) {
+                sink_.reset(); // its state is unknown after a failure
+                reason = error.what();
+            }
+        }
+        drops_.add(reason);
+    } catch (const std::exception& error) {
+        drops_.add(error.what());
+    } catch (...) {
+        sink_.reset();
+        drops_.add(unknownReason);
+    }
+}
+
+} // namespace ZOL::Backends

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <spdlog/fwd.h>
+
+#include "Diagnostics.h"
+
+namespace ZOL::Backends {
+
+/// Opens a sink, or throws.
+using SinkFactory = std::function<std::unique_ptr<spdlog::sinks::sink>()>;
+
+/// The fallback of the setting "pattern": time stamp and %v in the colour of the level.
+extern const char* const timeStampedPattern;
+
+/// The line end of the platform.
+extern const char* const platformLineEnd;
+
+/// What differs from one back end to another.
+struct SinkOptions {
+    SinkFactory factory;
+    const char* pattern = timeStampedPattern; ///< fallback of the setting "pattern"
+    const char* lineEnd = platformLineEnd;
+    std::chrono::milliseconds retryInterval = std::chrono::seconds(1); ///< from open to open
+    /// Limit for %v, which is "LEVEL [logger] text"; longer lines are truncated. Without a limit, a
+    /// line that is too long for the sink would close it, and the next messages would be dropped.
+    std::size_t maxLineBytes = std::numeric_limits<std::size_t>::max();
+};
+
+/// Writes to a sink, and opens the sink again after a failure, at most once per retry interval.
+/// Messages in between are dropped and counted. No function throws.
+///
+/// Calls are serialised by the caller, except reportDropsAtExit.
+class ReopeningSink {
+public:
+    ReopeningSink(std::string_view backend, std::string pattern, const SinkOptions& options);
+    ReopeningSink(const ReopeningSink&) = delete;
+    ReopeningSink& operator=(const ReopeningSink&) = delete;
+    ~ReopeningSink();
+
+    /// Writes one message and flushes it.
+    void write(const std::string& logger, spdlog::level::level_enum level,
+               std::string_view line) noexcept;
+
+    /// Counts a message that was dropped before it came here.
+    void countDropped(std::string_view reason) noexcept { drops_.add(reason); }
+
+    void reportDropsAtExit() const noexcept { drops_.reportAtExit(); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void openSink();
+
+    SinkOptions options_;
+    std::string pattern_;
+    Clock::time_point nextOpening_ = Clock::time_point::min();
+    std::unique_ptr<spdlog::sinks::sink> sink_;
+    DropCounter drops_;
+};
+
+} // namespace ZOL::Backends

@@ -1,0 +1,122 @@
+#include "ReopeningSink.h"
+
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <spdlog/details/null_mutex.h>
+#include <spdlog/sinks/base_sink.h>
+
+using namespace ZOL::Backends;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// How the sinks of a test behave, and what they have done.
+struct SinkState {
+    bool opens = true;
+    bool writes = true;
+    int opened = 0;
+    std::string written;
+};
+
+class FakeSink final : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
+public:
+    explicit FakeSink(SinkState& state) : state_(state) {}
+
+protected:
+    void sink_it_(const spdlog::details::log_msg& message) override {
+        unflushed_ += std::string(message.payload.data(), message.payload.size()) + ";";
+    }
+    void flush_() override {
+        if (!state_.writes) {
+            throw std::runtime_error("cannot write");
+        }
+        state_.written += unflushed_;
+        unflushed_.clear();
+    }
+
+private:
+    SinkState& state_;
+    std::string unflushed_;
+};
+
+class ReopeningSinkTest : public testing::Test {
+protected:
+    ReopeningSink reopeningSink(std::chrono::milliseconds retryInterval) {
+        SinkOptions options;
+        options.factory = [this]() -> std::unique_ptr<spdlog::sinks::sink> {
+            ++state.opened;
+            if (!state.opens) {
+                throw std::runtime_error("cannot open");
+            }
+            return std::make_unique<FakeSink>(state);
+        };
+        options.retryInterval = retryInterval;
+        return ReopeningSink("Test", "%v", options);
+    }
+
+    static void write(ReopeningSink& sink, const char* text) {
+        sink.write("", spdlog::level::info, text);
+    }
+
+    SinkState state;
+};
+
+TEST_F(ReopeningSinkTest, OpensAtTheFirstMessageAndFlushesEachMessage) {
+    ReopeningSink sink = reopeningSink(0ms);
+    EXPECT_EQ(state.opened, 0);
+    write(sink, "a");
+    EXPECT_EQ(state.written, "a;");
+    write(sink, "b");
+    EXPECT_EQ(state.written, "a;b;");
+    EXPECT_EQ(state.opened, 1);
+}
+
+TEST_F(ReopeningSinkTest, OpensOncePerRetryIntervalAndCountsDropsInBetween) {
+    testing::internal::CaptureStderr();
+    state.opens = false;
+    ReopeningSink sink = reopeningSink(300ms);
+    for (int i = 0; i < 1000; ++i) {
+        write(sink, "dropped");
+    }
+    EXPECT_EQ(state.opened, 1) << "a thousand messages take less than the retry interval";
+    state.opens = true;
+    std::this_thread::sleep_for(310ms);
+    write(sink, "a");
+    EXPECT_EQ(state.written, "a;");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ZOL back end Test: messages are being lost: cannot open\n"
+              "ZOL back end Test: works again, lost messages: 1000\n");
+}
+
+TEST_F(ReopeningSinkTest, ReopensAtOnceIfAnOpenSinkFails) {
+    testing::internal::CaptureStderr();
+    ReopeningSink sink = reopeningSink(0ms);
+    write(sink, "a");
+    state.writes = false;
+    write(sink, "dropped");
+    EXPECT_EQ(state.opened, 2) << "one retry, not two";
+    state.writes = true;
+    write(sink, "b");
+    EXPECT_EQ(state.written, "a;b;") << "the failed sink drops what it has not flushed";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ZOL back end Test: messages are being lost: cannot write\n"
+              "ZOL back end Test: works again, lost messages: 1\n");
+}
+
+TEST_F(ReopeningSinkTest, WaitsForTheRetryIntervalAfterAFailureSoonAfterOpening) {
+    testing::internal::CaptureStderr();
+    ReopeningSink sink = reopeningSink(60s);
+    write(sink, "a");
+    state.writes = false;
+    for (int i = 0; i < 100; ++i) {
+        write(sink, "dropped");
+    }
+    EXPECT_EQ(state.opened, 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ZOL back end Test: messages are being lost: cannot write\n");
+}
+
+} // namespace
