@@ -4,7 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "ExitCode.h"
+#include "Finding.h"
 
 namespace backendcheck {
 
@@ -56,7 +56,7 @@ Options optionsOf(int count, char** arguments) {
     app.add_flag("--json", options.json, "writes the report as one JSON document");
     app.add_flag("--strict", options.strict, "takes notes for faults");
     // No group, no mention in the help.
-    app.add_option("--journal", options.journal)->group("");
+    app.add_option("--record", options.record)->group("");
     app.add_option("--file", options.file)->group("");
     app.add_option("--skip", options.skipped)->group("")->delimiter(',');
 

@@ -17,8 +17,8 @@ struct Options {
     bool strict = false;
 
     // For the process that tries the plug-in.
-    std::string journal; // the file for its findings; empty in the process that the user started
-    std::string file;    // the plug-in's
+    std::string record; // the file for its findings; empty in the process that the user started
+    std::string file;   // the plug-in's
     std::vector<std::string> skipped; // checks that have been made already
 };
 

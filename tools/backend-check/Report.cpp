@@ -5,7 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "Checks.h"
+#include "Finding.h"
 
 namespace backendcheck {
 

@@ -4,13 +4,12 @@
 #include <filesystem>
 #include <iostream>
 
-#include "ExitCode.h"
-#include "FileChecks.h"
-#include "LiveChecks.h"
+#include "Finding.h"
 #include "Options.h"
-#include "PluginFile.h"
 #include "Report.h"
-#include "TrialProcess.h"
+#include "file/FileChecks.h"
+#include "live/Supervisor.h"
+#include "steps/Steps.h"
 
 namespace {
 
@@ -18,17 +17,16 @@ using namespace backendcheck;
 
 int check(const Options& options) {
     Report report;
-    const PluginFile plugin = findPlugin(options.name, options.folder);
-    report.add({"file-name", plugin.file.empty() ? Result::Wrong : Result::Ok, plugin.text});
-    if (!plugin.file.empty() && checkFile(plugin.file, report)) {
-        checkLive(options, plugin.file, report);
+    const std::filesystem::path file = findPlugin(options.name, options.folder, report);
+    if (!file.empty() && checkFile(file, report)) {
+        checkLive(options, file, report);
     }
     if (options.strict) {
         report.beStrict();
     }
     report.complete();
     if (options.json) {
-        report.writeJson(std::cout, options.name, plugin.file);
+        report.writeJson(std::cout, options.name, file);
     } else {
         report.writeLines(std::cout, options.name);
     }
@@ -40,7 +38,7 @@ int check(const Options& options) {
 int main(int count, char** arguments) {
     try {
         const Options options = optionsOf(count, arguments);
-        return options.journal.empty() ? check(options) : tryPlugin(options);
+        return options.record.empty() ? check(options) : tryPlugin(options);
     } catch (const std::exception& error) {
         std::cerr << "zol-backend-check: " << error.what() << '\n';
         return exitCannotCheck;

@@ -1,0 +1,134 @@
+#include "file/FileChecks.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "Text.h"
+#include "file/LibrarySearch.h"
+
+namespace backendcheck {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string fileNameFor(const std::string& name) {
+    return name + "_r" + librarySuffix();
+}
+
+/// What the author may have meant: "Mine" for "some/Mine_r.dll". Empty if the name can stand.
+std::string nameMeantBy(const std::string& name) {
+    std::string meant = fs::path(name).filename().string();
+    for (const char* const end : {".dll", ".so", "_r"}) {
+        if (endsWith(lower(meant), end)) {
+            meant.resize(meant.size() - std::string(end).size());
+        }
+    }
+    return meant != name ? meant : std::string();
+}
+
+/// The name without what is often put around it.
+std::string bare(std::string fileName) {
+    fileName = lower(fileName);
+    for (const char* const end : {".dll", ".so", ".dylib"}) {
+        if (endsWith(fileName, end)) {
+            fileName.resize(fileName.size() - std::string(end).size());
+            if (fileName.compare(0, 3, "lib") == 0) {
+                fileName.erase(0, 3);
+            }
+            for (const char* const mark : {"_r", "-r", "_d", "d"}) {
+                if (endsWith(fileName, mark)) {
+                    fileName.resize(fileName.size() - std::string(mark).size());
+                    break;
+                }
+            }
+            return fileName;
+        }
+    }
+    return {};
+}
+
+/// Files in the folder that look as if they were meant.
+std::string nearMisses(const fs::path& folder, const std::string& name) {
+    std::vector<std::string> names;
+    std::error_code error;
+    const std::string sought = bare(fileNameFor(name));
+    for (const auto& entry : fs::directory_iterator(folder, error)) {
+        const std::string fileName = entry.path().filename().string();
+        const std::string found = bare(fileName);
+        if (!found.empty() && (found == sought || found + "d" == sought || found == sought + "d" ||
+                               lower(fileName).find(lower(name) + "_r.") != std::string::npos ||
+                               found == lower(name))) {
+            names.push_back(fileName);
+        }
+    }
+    std::sort(names.begin(), names.end());
+    std::string list;
+    for (const std::string& fileName : names) {
+        list += (list.empty() ? "" : ", ") + fileName;
+    }
+    return list;
+}
+
+std::string rule(const std::string& name) {
+    return "for \"" + name + "\" a host asks for " + fileNameFor(name);
+}
+
+/// Windows takes a name in other letters for the same, but no other system does.
+std::string nameOnDisk(const fs::path& file) {
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(file.parent_path(), error)) {
+        std::string found = entry.path().filename().string();
+        if (lower(found) == lower(file.filename().string()) && fs::equivalent(entry, file, error)) {
+            return found;
+        }
+    }
+    return file.filename().string();
+}
+
+} // namespace
+
+fs::path findPlugin(const std::string& name, const fs::path& folder, Report& report) {
+    const auto wrong = [&report](const std::string& text) {
+        report.add({"file-name", Result::Wrong, text});
+        return fs::path();
+    };
+    const std::vector<fs::path> folders =
+        folder.empty() ? searchFolders() : std::vector<fs::path>{folder};
+    std::error_code error;
+    for (const fs::path& place : folders) {
+        const fs::path file = place / fileNameFor(name);
+        if (fs::is_regular_file(file, error)) {
+            report.add({"file-name", Result::Ok,
+                        rule(name) + ", and it is there: " +
+                            (place / nameOnDisk(file)).make_preferred().string()});
+            return fs::absolute(file);
+        }
+        if (fs::is_directory(file, error)) {
+            return wrong(file.string() + " is a folder");
+        }
+        if (fs::is_symlink(file, error)) {
+            return wrong(file.string() + " is a link that leads nowhere");
+        }
+    }
+
+    std::string text = rule(name) + ", which is not there";
+    if (!folder.empty() && !fs::is_directory(folder, error)) {
+        text = folder.string() + " is no folder";
+    }
+    const std::string meant = nameMeantBy(name);
+    if (!meant.empty()) {
+        text += "\ngive the base name alone: " + meant;
+    }
+    for (const fs::path& place : folders) {
+        const std::string others = nearMisses(place, name);
+        if (!others.empty()) {
+            text += "\n" + place.string() + " has " + others + ": rename it to " +
+                    fileNameFor(meant.empty() ? name : meant);
+            break;
+        }
+    }
+    return wrong(text);
+}
+
+} // namespace backendcheck

@@ -1,0 +1,126 @@
+#include "live/ChildProcess.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <stdexcept>
+#include <thread>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace backendcheck {
+
+namespace {
+
+constexpr std::chrono::milliseconds pause{10};
+
+const char* wordsFor(int signal) {
+    switch (signal) {
+    case SIGSEGV:
+        return "segmentation fault";
+    case SIGBUS:
+        return "bus error";
+    case SIGILL:
+        return "illegal instruction";
+    case SIGFPE:
+        return "arithmetic fault";
+    case SIGABRT:
+        return "abort";
+    case SIGPIPE:
+        return "SIGPIPE, a write to a connection that is closed";
+    case SIGXFSZ:
+        return "it writes without end";
+    case SIGKILL:
+        return "killed";
+    case SIGTERM:
+        return "terminated";
+    default:
+        return strsignal(signal);
+    }
+}
+
+ChildEnd endOf(int status) {
+    ChildEnd end;
+    if (WIFSIGNALED(status)) {
+        end.crashed = true;
+        end.what = std::string("crashed (") + wordsFor(WTERMSIG(status)) + ")";
+    } else {
+        end.code = WEXITSTATUS(status);
+        end.what = "ended with exit code " + std::to_string(end.code);
+    }
+    return end;
+}
+
+void limit(decltype(RLIMIT_AS) resource, rlim_t most) {
+    const rlimit limits = {most, most};
+    setrlimit(resource, &limits);
+}
+
+} // namespace
+
+ChildEnd runChild(const std::vector<std::string>& command, const ChildFiles& files,
+                  std::chrono::milliseconds timeout) {
+    std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
+    for (const std::string& argument : command) {
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    }
+    arguments.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    constexpr mode_t readableByOwner = 0600;
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, files.output.c_str(),
+                                     O_WRONLY | O_CREAT | O_APPEND, readableByOwner);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, files.errors.c_str(),
+                                     O_WRONLY | O_CREAT | O_APPEND, readableByOwner);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+    pid_t id = -1;
+    const int failed =
+        posix_spawn(&id, arguments[0], &actions, &attributes, arguments.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    if (failed != 0) {
+        throw std::runtime_error("cannot start " + command.front());
+    }
+
+    Watch watch(files.progress, timeout);
+    int status = 0;
+    bool inTime = true;
+    while (waitpid(id, &status, WNOHANG) == 0) {
+        if (watch.isOver()) {
+            inTime = false;
+            kill(-id, SIGKILL);
+            waitpid(id, &status, 0);
+            break;
+        }
+        std::this_thread::sleep_for(pause);
+    }
+    kill(-id, SIGKILL); // whatever it left behind
+    ChildEnd end = endOf(status);
+    end.inTime = inTime;
+    return end;
+}
+
+void limitThisProcess() {
+    constexpr rlim_t mostMemory = rlim_t{4} << 30U;
+    constexpr rlim_t mostInOneFile = rlim_t{1} << 30U;
+    limit(RLIMIT_AS, mostMemory);
+    limit(RLIMIT_FSIZE, mostInOneFile);
+    limit(RLIMIT_CORE, 0);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
+
+void endNow(int code) {
+    _exit(code);
+}
+
+} // namespace backendcheck

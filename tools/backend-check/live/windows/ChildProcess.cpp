@@ -1,0 +1,144 @@
+#include "live/ChildProcess.h"
+
+#include <iomanip>
+#include <sstream>
+#include <stdexcept>
+
+#include <windows.h>
+
+namespace backendcheck {
+
+namespace {
+
+constexpr DWORD pause = 20; // milliseconds
+constexpr SIZE_T mostMemory = SIZE_T{4} << 30U;
+constexpr DWORD endedForTime = 0x5A4F4C;
+
+/// As the C runtime takes a command line apart.
+std::string quotedArgument(const std::string& argument) {
+    std::string line = "\"";
+    std::size_t backslashes = 0;
+    for (const char c : argument) {
+        if (c == '\\') {
+            ++backslashes;
+        } else {
+            line.append(c == '"' ? 2 * backslashes + 1 : backslashes, '\\');
+            line += c;
+            backslashes = 0;
+        }
+    }
+    return line.append(2 * backslashes, '\\') + '"';
+}
+
+HANDLE openInherited(const std::filesystem::path& file, DWORD access, DWORD disposition) {
+    SECURITY_ATTRIBUTES inherited = {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    return CreateFileW(file.wstring().c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                       &inherited, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+/// Ends all that is in it when its handle goes.
+HANDLE makeJob() {
+    HANDLE const job = CreateJobObjectW(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+    limits.BasicLimitInformation.LimitFlags =
+        JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE | JOB_OBJECT_LIMIT_PROCESS_MEMORY;
+    limits.ProcessMemoryLimit = mostMemory;
+    SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof(limits));
+    return job;
+}
+
+const char* wordsFor(DWORD code) {
+    switch (code) {
+    case EXCEPTION_ACCESS_VIOLATION:
+        return "access violation, ";
+    case EXCEPTION_STACK_OVERFLOW:
+        return "stack overflow, ";
+    case EXCEPTION_ILLEGAL_INSTRUCTION:
+        return "illegal instruction, ";
+    case EXCEPTION_INT_DIVIDE_BY_ZERO:
+        return "division by zero, ";
+    case 0xC0000374:
+        return "damaged heap, ";
+    case 0xC0000409:
+        return "damaged stack or invalid call, ";
+    default:
+        return "";
+    }
+}
+
+ChildEnd endOf(DWORD code) {
+    ChildEnd end;
+    constexpr DWORD firstError = 0xC0000000;
+    if (code >= firstError) {
+        end.crashed = true;
+        end.stackOverflow = code == static_cast<DWORD>(EXCEPTION_STACK_OVERFLOW);
+        std::ostringstream text;
+        text << "crashed (" << wordsFor(code) << "0x" << std::hex << std::uppercase
+             << std::setfill('0') << code << ")";
+        end.what = text.str();
+    } else {
+        end.code = static_cast<int>(code);
+        end.what = "ended with exit code " + std::to_string(end.code);
+    }
+    return end;
+}
+
+} // namespace
+
+ChildEnd runChild(const std::vector<std::string>& command, const ChildFiles& files,
+                  std::chrono::milliseconds timeout) {
+    std::string line;
+    for (const std::string& argument : command) {
+        line += (line.empty() ? "" : " ") + quotedArgument(argument);
+    }
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = openInherited("NUL", GENERIC_READ, OPEN_EXISTING);
+    startup.hStdOutput = openInherited(files.output, FILE_APPEND_DATA, OPEN_ALWAYS);
+    startup.hStdError = openInherited(files.errors, FILE_APPEND_DATA, OPEN_ALWAYS);
+    PROCESS_INFORMATION information = {};
+    const BOOL started =
+        CreateProcessA(command.front().c_str(), line.data(), nullptr, nullptr, TRUE,
+                       CREATE_SUSPENDED, nullptr, nullptr, &startup, &information);
+    for (HANDLE const handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError}) {
+        CloseHandle(handle);
+    }
+    if (!started) {
+        throw std::runtime_error("cannot start " + command.front());
+    }
+    HANDLE const job = makeJob();
+    AssignProcessToJobObject(job, information.hProcess);
+    ResumeThread(information.hThread);
+    CloseHandle(information.hThread);
+
+    Watch watch(files.progress, timeout);
+    bool inTime = true;
+    while (WaitForSingleObject(information.hProcess, pause) == WAIT_TIMEOUT) {
+        if (watch.isOver()) {
+            inTime = false;
+            TerminateProcess(information.hProcess, endedForTime);
+            WaitForSingleObject(information.hProcess, INFINITE);
+            break;
+        }
+    }
+    DWORD code = 1;
+    GetExitCodeProcess(information.hProcess, &code);
+    CloseHandle(information.hProcess);
+    CloseHandle(job);
+    ChildEnd end = endOf(code);
+    end.inTime = inTime;
+    return end;
+}
+
+void limitThisProcess() {
+    // The starting process sees to memory.
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+}
+
+void endNow(int code) {
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
+    std::terminate();
+}
+
+} // namespace backendcheck

@@ -1,0 +1,132 @@
+#include "steps/Steps.h"
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+
+#include "ZOL/Framework/Framework.h"
+#include "ZOL/Framework/Management/PropertyManager.h"
+
+#include "Finding.h"
+#include "live/ChildProcess.h"
+#include "live/CrashHandler.h"
+#include "live/CurrentException.h"
+#include "steps/HostSettings.h"
+#include "steps/Steps.h"
+
+namespace backendcheck {
+
+using ZOL::Framework::Framework;
+using ZOL::Framework::Management::WideString;
+
+namespace {
+
+CheckSession* sessionAtExit = nullptr;
+
+void logAtExit() {
+    CheckSession& session = *sessionAtExit;
+    if (!session.isDone()) {
+        return; // the plug-in has called exit
+    }
+    session.beginStep("exit",
+                      "log while the process ends: the plug-in's static objects are destroyed by "
+                      "then, and what loggers use must not be among them");
+    try {
+        session.logger()->error("while the process ends");
+        session.beginStep("exit",
+                          "createChannel while the process ends: the plug-in's static objects are "
+                          "destroyed by then, and the back end must not be among them");
+        session.logger(".at.exit")->error("a new logger while the process ends");
+        session.beginStep("exit", "the rest of the process's end");
+    } catch (...) {
+        session.report("exit", Result::Wrong,
+                       thrownException() + " came out of log while the process ends");
+    }
+}
+
+void setProperties(const Options& options) {
+    for (const auto& [name, value] : options.properties) {
+        Framework::propertyManager()->setProperty(WideString(name.begin(), name.end()),
+                                                  WideString(value.begin(), value.end()));
+    }
+}
+
+void compareHost(CheckSession& session, const std::vector<HostSetting>& before) {
+    session.beginStep("host", "looking at what it changed");
+    const std::vector<HostSetting> after = hostSettings();
+    Result result = Result::Ok;
+    std::string text;
+    for (std::size_t i = 0; i < before.size() && i < after.size(); ++i) {
+        if (before[i].value == after[i].value) {
+            continue;
+        }
+        text += text.empty() ? "it changed " : "\nit changed ";
+        text += before[i].what;
+        constexpr std::size_t longest = 60;
+        if (before[i].value.size() + after[i].value.size() < longest) {
+            text += " from " + before[i].value + " to " + after[i].value;
+        }
+        if (before[i].isFatal) {
+            result = Result::Wrong;
+        } else if (result == Result::Ok) {
+            result = Result::Note;
+        }
+    }
+    session.report("host", result,
+                   result == Result::Ok
+                       ? "it leaves locale, folder, streams, signals and the like alone"
+                       : text + "\nthat belongs to the host");
+}
+
+void tryMessages(CheckSession& session) {
+    // By the check that each makes; the first also tells whether the back end serves anybody.
+    const std::array<std::pair<const char*, void (*)(CheckSession&)>, 8> steps = {
+        {{"names", &tryNames},
+         {"texts", &tryTexts},
+         {"levels", &tryLevels},
+         {"threads", &tryThreads},
+         {"time", &measureTime},
+         {"leaks", &lookForLeaks},
+         {"uninstall", &tryUninstallation},
+         {"waiting", &tryWaitingMessages}}};
+    for (const auto& [check, step] : steps) {
+        if (session.isWanted(check)) {
+            step(session);
+        }
+    }
+}
+
+} // namespace
+
+int tryPlugin(const Options& options) {
+    // Never destroyed: used until the very end.
+    auto& record = *new CheckRecord(options.record);
+    auto& session = *new CheckSession(options, record);
+    limitThisProcess();
+    handleCrashes(record);
+    std::filesystem::current_path(options.workFolder);
+    setProperties(options);
+
+    // Before the plug-in comes, so that it runs after what the plug-in has for that moment.
+    (void)session.logger();
+    sessionAtExit = &session;
+    std::atexit(&logAtExit);
+
+    const std::vector<HostSetting> before = hostSettings();
+    if (!loadsLibrary(session) || !createsBackend(session) || !installs(session)) {
+        record.quit();
+        endNow(exitWrong);
+    }
+    tryReentrancy(session);
+    tryChannels(session);
+    tryMessages(session);
+    compareHost(session, before);
+    if (!session.hasThrown()) {
+        session.report("exceptions", Result::Ok, "no exception came out of it");
+    }
+    session.done();
+    session.beginStep("exit", endOfProcess);
+    return exitGood;
+}
+
+} // namespace backendcheck
