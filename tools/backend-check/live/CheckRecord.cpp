@@ -1,69 +1,19 @@
 #include "live/CheckRecord.h"
 
-#include <cstring>
 #include <fstream>
 #include <stdexcept>
+
+#include <nlohmann/json.hpp>
 
 namespace backendcheck {
 
 namespace {
 
-// Each line begins with one of these.
-constexpr char atMark = '@';
-constexpr char findingMark = '=';
-constexpr char doneMark = '.';
-constexpr char quitMark = '!';
-constexpr char wordsMark = '~';
+using Json = nlohmann::json;
 
-constexpr char fieldEnd = '\t';
-constexpr const char* resultLetters = "onw-"; // by the value of a Result
-
-std::string escaped(const std::string& text) {
-    std::string result;
-    for (const char c : text) {
-        switch (c) {
-        case '\\':
-            result += "\\\\";
-            break;
-        case '\n':
-            result += "\\n";
-            break;
-        case '\r':
-            result += "\\r";
-            break;
-        case '\t':
-            result += "\\t";
-            break;
-        default:
-            result += c;
-        }
-    }
-    return result;
-}
-
-std::string plainText(const std::string& text) {
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\\' || i + 1 == text.size()) {
-            result += text[i];
-            continue;
-        }
-        ++i;
-        switch (text[i]) {
-        case 'n':
-            result += '\n';
-            break;
-        case 'r':
-            result += '\r';
-            break;
-        case 't':
-            result += '\t';
-            break;
-        default:
-            result += text[i];
-        }
-    }
-    return result;
+std::string lineOf(const Json& object) {
+    // Texts of a plug-in need not be UTF-8.
+    return object.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
 } // namespace
@@ -76,30 +26,31 @@ CheckRecord::CheckRecord(const std::filesystem::path& file)
     std::setvbuf(file_, nullptr, _IONBF, 0);
 }
 
-void CheckRecord::beginStep(const std::string& check, const std::string& doing) {
-    write(atMark + escaped(check) + fieldEnd + escaped(doing) + "\n");
+void CheckRecord::beginStep(const std::string& check, const std::string& action) {
+    write(lineOf({{"step", check}, {"action", action}}));
 }
 
 void CheckRecord::report(const Finding& finding) {
-    const char letter = resultLetters[static_cast<std::size_t>(finding.result)];
-    write(std::string{findingMark, letter} + escaped(finding.check) + fieldEnd +
-          escaped(finding.text) + "\n");
+    write(lineOf({{"check", finding.check}, {"result", finding.result}, {"text", finding.text}}));
 }
 
 void CheckRecord::done() {
     isDone_ = true;
-    write(std::string{doneMark, '\n'});
+    write(lineOf({{"done", true}}));
 }
 
 void CheckRecord::quit() {
-    write(std::string{quitMark, '\n'});
+    write(lineOf({{"quit", true}}));
 }
 
-void CheckRecord::lastWords(const char* text) {
-    const char begin[] = {wordsMark};
-    std::fwrite(begin, 1, sizeof(begin), file_);
-    std::fwrite(text, 1, std::strlen(text), file_);
-    std::fwrite("\n", 1, 1, file_);
+void CheckRecord::terminated(const std::string& reason) {
+    write(lineOf({{"crash", reason}}));
+}
+
+void CheckRecord::crashed(const char* reason) {
+    for (const char* const part : {"{\"crash\":\"", reason, "\"}\n"}) {
+        std::fputs(part, file_);
+    }
 }
 
 void CheckRecord::write(const std::string& line) {
@@ -111,27 +62,19 @@ RecordContent RecordContent::read(const std::filesystem::path& file) {
     RecordContent content;
     std::ifstream stream(file, std::ios_base::binary);
     for (std::string line; std::getline(stream, line);) {
-        if (line.empty()) {
+        const Json object = Json::parse(line, nullptr, false);
+        if (object.is_discarded()) {
             continue;
         }
-        const std::size_t end = line.find(fieldEnd);
-        const std::string behind =
-            end != std::string::npos ? plainText(line.substr(end + 1)) : std::string();
-        if (line.front() == atMark) {
-            content.check = plainText(line.substr(1, end - 1));
-            content.doing = behind;
-        } else if (line.front() == findingMark && line.size() > 2) {
-            const char* const letter = std::strchr(resultLetters, line[1]);
-            content.findings.push_back(
-                {plainText(line.substr(2, end - 2)),
-                 static_cast<Result>(letter != nullptr ? letter - resultLetters : 0), behind});
-        } else if (line.front() == doneMark) {
-            content.isDone = true;
-        } else if (line.front() == quitMark) {
-            content.hasQuit = true;
-        } else if (line.front() == wordsMark) {
-            content.lastWords = plainText(line.substr(1));
+        if (object.contains("step")) {
+            content.check = object["step"];
+            content.action = object["action"];
+        } else if (object.contains("check")) {
+            content.findings.push_back({object["check"], object["result"], object["text"]});
         }
+        content.crashReason = object.value("crash", content.crashReason);
+        content.isDone |= object.contains("done");
+        content.hasQuit |= object.contains("quit");
     }
     return content;
 }

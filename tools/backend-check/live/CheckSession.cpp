@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "live/ChildProcess.h"
-#include "live/CurrentException.h"
+#include "live/CrashHandler.h"
 #include "live/ThisProcess.h"
 
 namespace backendcheck {
@@ -14,7 +13,7 @@ using ZOL::Framework::GenericLogger::Logger;
 namespace {
 
 // The calls that one step may cause in all, with room for a plug-in that logs a little itself.
-constexpr int enough = 20000;
+constexpr int maxCalls = 20000;
 
 } // namespace
 
@@ -24,13 +23,12 @@ CheckSession::CheckSession(Options options, CheckRecord& record)
       options_(std::move(options)),
       record_(record),
       probe_(new ProbeBackend([this] {
-          record_.report({"re-entrancy", Result::Wrong,
-                          "it logs, or gets a logger, in answer to its own messages, which never "
-                          "ends"});
+          report("re-entrancy", Result::Wrong,
+                 "it logs, or gets a logger, in answer to its own messages, which never ends");
           record_.quit();
-          endNow(0);
+          endNow(exitGood);
       })) {
-    probe_->allow(enough);
+    probe_->allow(maxCalls);
 }
 
 bool CheckSession::isWanted(const std::string& check) const {
@@ -38,38 +36,40 @@ bool CheckSession::isWanted(const std::string& check) const {
            options_.skipped.end();
 }
 
-void CheckSession::report(const std::string& check, Result result, const std::string& text) {
-    record_.report({check, result, text});
+void CheckSession::reportOk(const std::string& check, bool threw, const std::string& text) {
+    report(check, threw ? Result::Note : Result::Ok, threw ? "it throws: see exceptions" : text);
 }
 
-bool CheckSession::attempt(const std::string& check, const std::string& doing,
+bool CheckSession::attempt(const std::string& check, const std::string& action,
                            const std::function<void()>& call) {
-    probe_->allow(enough);
-    beginStep(check, doing);
+    probe_->allow(maxCalls);
+    beginStep(check, action);
     try {
         call();
         return true;
     } catch (...) {
-        exceptionIn(doing);
+        reportException(action);
         return false;
     }
 }
 
-void CheckSession::exceptionIn(const std::string& doing) {
-    const std::string what = thrownException();
+bool CheckSession::attemptUnderLock(const std::string& check, const std::string& action,
+                                    const std::function<void()>& call) {
+    return attempt(check, action, [&] {
+        probe_->runInNextMessage(call);
+        logger(".lock")->info("with the lock");
+    });
+}
+
+void CheckSession::reportException(const std::string& action) {
+    const std::string what = describeCurrentException();
     const std::lock_guard<std::mutex> lock(mutex_);
-    if (!hasThrown_) {
-        hasThrown_ = true;
+    if (!std::exchange(hasThrown_, true)) {
         report("exceptions", Result::Wrong,
-               what + " came out of " + doing +
+               what + " came out of " + action +
                    "\nthe contract lets it, and it hits whoever logs or gets a logger: catch it in "
                    "the back end");
     }
-}
-
-void CheckSession::underLock(const std::function<void()>& call) {
-    probe_->runInNextMessage(call);
-    logger(".lock")->info("with the lock");
 }
 
 Logger* CheckSession::logger(const std::string& end) const {

@@ -14,7 +14,9 @@
 
 namespace backendcheck {
 
-/// One plug-in being tried in this process, and what the steps have in common.
+/// The check of one plug-in in this process: what the steps have in common.
+///
+/// Any thread may call reportException, logger and loggerName, the main thread the rest.
 class CheckSession {
 public:
     CheckSession(Options options, CheckRecord& record);
@@ -22,38 +24,44 @@ public:
     const Options& options() const { return options_; }
     ProbeBackend& probe() { return *probe_; }
 
-    /// False if that check was made in an earlier process.
+    /// False if an earlier process has a result of that check.
     bool isWanted(const std::string& check) const;
 
-    void beginStep(const std::string& check, const std::string& doing) {
-        record_.beginStep(check, doing);
+    void beginStep(const std::string& check, const std::string& action) {
+        record_.beginStep(check, action);
     }
-    void report(const std::string& check, Result result, const std::string& text);
+    void report(const std::string& check, Result result, const std::string& text) {
+        record_.report({check, result, text});
+    }
+    /// @param threw whether the plug-in threw: then a note refers to the check "exceptions".
+    void reportOk(const std::string& check, bool threw, const std::string& text);
     void done() { record_.done(); }
     bool isDone() const { return record_.isDone(); }
 
-    /// Runs what calls the plug-in. False if that threw, which is then told under "exceptions".
-    bool attempt(const std::string& check, const std::string& doing,
+    /// Runs a call of the plug-in as a step. Returns false if it threw, which is reported under
+    /// "exceptions".
+    bool attempt(const std::string& check, const std::string& action,
                  const std::function<void()>& call);
 
-    /// Tells of the exception that is being handled.
-    void exceptionIn(const std::string& doing);
+    /// The same, under the logging lock, as the framework calls a plug-in.
+    bool attemptUnderLock(const std::string& check, const std::string& action,
+                          const std::function<void()>& call);
+
+    /// Reports the exception that is being handled.
+    void reportException(const std::string& action);
     bool hasThrown() const { return hasThrown_; }
 
-    /// With the logging lock held, as the framework calls a plug-in.
-    void underLock(const std::function<void()>& call);
-
-    /// The name of one of the loggers that are tried.
+    /// The name of a logger that the plug-in should serve.
     std::string loggerName(const std::string& end = "") const { return options_.logger + end; }
     ZOL::Framework::GenericLogger::Logger* logger(const std::string& end = "") const;
 
     ZOL::Framework::GenericLogger::LoggerBackend* backend = nullptr; // what createBackend returned
     bool isSlow = false;
-    const std::size_t handlesBefore; // it was loaded
+    const std::size_t handlesBefore; // before it was loaded
     const std::size_t threadsBefore;
 
 private:
-    Options options_; // needed when main has returned
+    Options options_; // a copy: used after main has returned
     CheckRecord& record_;
     ProbeBackend* probe_;
     bool hasThrown_ = false;

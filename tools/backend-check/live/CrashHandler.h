@@ -1,19 +1,25 @@
 #pragma once
 
+#include <string>
+
 #include "live/CheckRecord.h"
 
 namespace backendcheck {
 
-/// Has the record tell what is known of a crash of this process, and of a call of std::terminate.
-/// Once in a process.
+/// Has crashes of this process and calls of std::terminate recorded with what is known of the
+/// reason. To be called once.
 void handleCrashes(CheckRecord& record);
 
 /// The platform's part of it: signals or exceptions.
 void installCrashHandlers(CheckRecord& record);
 
-/// The watch for std::terminate, to see whether a plug-in replaced it.
+/// The handler of std::terminate, to see whether a plug-in has replaced it.
 void onTerminate();
 
-constexpr const char* stackOverflowWords = "stack overflow";
+/// Recorded as the reason of a crash.
+inline constexpr const char* stackOverflow = "stack overflow";
+
+/// Type and text of the exception that is being handled.
+std::string describeCurrentException();
 
 } // namespace backendcheck

@@ -6,19 +6,16 @@
 
 namespace backendcheck {
 
-struct Missing {
-    std::vector<std::string> libraries;
-    std::vector<std::string> symbols;
+/// A library that was loaded, or why it could not be.
+struct LoadedLibrary {
+    std::filesystem::path file; // where createBackend is; empty if it could not be loaded
+    std::vector<std::string> missingLibraries; // Linux: the first one
+    std::vector<std::string> missingSymbols;
+    std::string error; // any other reason, in the loader's words
 };
 
-/// What the loader would not find for that library. Loads the libraries that it needs, on Windows.
-Missing missingFor(const std::filesystem::path& file);
-
-/// Loads it by a bare name, as hosts do, and returns where createBackend is; null if that failed,
-/// with the loader's own words.
-void* loadedEntryPoint(const std::string& fileName, std::string& error);
-
-/// The library in which that function is.
-std::filesystem::path fileWith(void* function);
+/// Loads a plug-in by its bare file name, as hosts do. Exceptions of its static initialisers come
+/// out, where the platform lets them.
+LoadedLibrary loadPlugin(const std::filesystem::path& file);
 
 } // namespace backendcheck

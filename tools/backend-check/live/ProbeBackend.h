@@ -2,49 +2,63 @@
 
 #include <atomic>
 #include <functional>
-#include <string>
+#include <utility>
 
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
 
+#include "Text.h"
+
 namespace backendcheck {
 
-/// The checker's own back end, installed beside the plug-in: sees what the plug-in's channels make
-/// the framework do, and has the logging lock in its hands when it is called.
+/// The tool's own back end, installed beside the plug-in: counts the calls that the plug-in causes,
+/// and runs code under the logging lock.
 ///
-/// Never destroyed, like its channel: loggers may use it while the process ends.
+/// Never destroyed, nor is its channel: loggers may use them while the process ends.
 class ProbeBackend final : public ZOL::Framework::GenericLogger::LoggerBackend {
 public:
-    /// @param tooMany called if there are ever more messages or loggers than allowed; does not
-    ///     return.
-    explicit ProbeBackend(std::function<void()> tooMany);
+    /// @param onLimit called when there are more messages or loggers than allowed; does not return.
+    explicit ProbeBackend(std::function<void()> onLimit) : onLimit_(std::move(onLimit)) {}
 
-    /// Loggers whose names end so are declined, so that messages wait in them.
+    /// Loggers whose names end so are declined: their messages are cached.
     static constexpr const char* declinedEnd = ".waiting";
 
-    ZOL::Framework::GenericLogger::LoggingChannel* createChannel(const char* name) override;
+    ZOL::Framework::GenericLogger::LoggingChannel* createChannel(const char* name) override {
+        countCall();
+        return endsWith(name, declinedEnd) ? nullptr : &channel_;
+    }
 
-    /// How many calls may come from now on.
+    /// How many calls are allowed from now on.
     void allow(int calls) { left_ = calls; }
 
     int messages() const { return messages_; }
 
-    /// Is run once, by the next message: with the lock held, as plug-ins are called.
+    /// Runs it once, in the next message: under the logging lock, as plug-ins are called.
     void runInNextMessage(std::function<void()> work) { work_ = std::move(work); }
 
 private:
     class Channel final : public ZOL::Framework::GenericLogger::LoggingChannel {
     public:
-        explicit Channel(ProbeBackend& witness) : probe_(witness) {}
+        explicit Channel(ProbeBackend& probe) : probe_(probe) {}
         void release() override {}
-        void log(ZOL::Framework::GenericLogger::LoggingLevel level, const char* text) override;
+        void log(ZOL::Framework::GenericLogger::LoggingLevel, const char*) override {
+            probe_.countCall();
+            ++probe_.messages_;
+            if (probe_.work_) {
+                std::exchange(probe_.work_, nullptr)();
+            }
+        }
 
     private:
         ProbeBackend& probe_;
     };
 
-    void count();
+    void countCall() {
+        if (--left_ < 0) {
+            onLimit_();
+        }
+    }
 
-    std::function<void()> tooMany_;
+    std::function<void()> onLimit_;
     std::function<void()> work_;
     std::atomic<int> left_{0};
     std::atomic<int> messages_{0};

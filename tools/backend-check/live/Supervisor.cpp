@@ -84,21 +84,48 @@ std::string complaintIn(const fs::path& errors) {
     return found.size() > longest ? std::string() : found;
 }
 
+/// Whether the record has not grown for the timeout.
+class StallDetector {
+public:
+    StallDetector(fs::path record, std::chrono::seconds timeout)
+        : record_(std::move(record)),
+          timeout_(timeout),
+          lastGrowth_(std::chrono::steady_clock::now()) {}
+
+    bool operator()() {
+        // Opened each time: Windows tells nobody else the size of a file that is being written.
+        std::ifstream file(record_, std::ios_base::binary | std::ios_base::ate);
+        const std::streamoff size = file.is_open() ? std::streamoff(file.tellg()) : 0;
+        const auto now = std::chrono::steady_clock::now();
+        if (size != size_) {
+            size_ = size;
+            lastGrowth_ = now;
+        }
+        return now - lastGrowth_ > timeout_;
+    }
+
+private:
+    fs::path record_;
+    std::chrono::seconds timeout_;
+    std::chrono::steady_clock::time_point lastGrowth_;
+    std::streamoff size_ = 0;
+};
+
 std::string reasonFor(const ChildEnd& end, const RecordContent& record, int timeout) {
     if (!end.inTime) {
-        return record.doing + " did not come back within " + std::to_string(timeout) +
+        return record.action + " did not come back within " + std::to_string(timeout) +
                " s\nif it waits for a thread of its own: that one must not log, for the lock is "
                "held meanwhile, and on Windows it is gone at the end of the process\nif it has a "
                "lock of its own: it must not hold that while it logs";
     }
-    if (end.crashed || !record.lastWords.empty()) {
-        return "the process " + end.what + " in " + record.doing;
+    if (end.crashed || !record.crashReason.empty()) {
+        return "the process " + end.what + " in " + record.action;
     }
     if (record.isDone) {
-        return "the process " + end.what + " in place of 0, in " + record.doing;
+        return "the process " + end.what + " in place of 0, in " + record.action;
     }
     return "it ended the process with exit code " + std::to_string(end.code) + " in " +
-           record.doing;
+           record.action;
 }
 
 class LiveChecks {
@@ -127,15 +154,16 @@ private:
     bool runOnce(int number) {
         const std::string prefix = std::to_string(number) + ".";
         const fs::path recordFile = scratch_.path() / (prefix + "record");
-        const ChildFiles files = {scratch_.path() / (prefix + "out"),
-                                  scratch_.path() / (prefix + "err"), recordFile};
-        const ChildEnd end = runChild(commandFor(options_, file_, recordFile, folder_, made_),
-                                      files, std::chrono::seconds(options_.timeout));
+        const fs::path output = scratch_.path() / (prefix + "out");
+        const fs::path errors = scratch_.path() / (prefix + "err");
+        const ChildEnd end =
+            runChild(commandFor(options_, file_, recordFile, folder_, made_), output, errors,
+                     StallDetector(recordFile, std::chrono::seconds(options_.timeout)));
         const RecordContent record = RecordContent::read(recordFile);
         std::error_code error;
-        wroteOutput_ |= fs::file_size(files.output, error) > 0 && !error;
-        const bool isOk = take(record, end, files.errors);
-        for (const fs::path& file : {files.output, files.errors}) {
+        wroteOutput_ |= fs::file_size(output, error) > 0 && !error;
+        const bool isOk = take(record, end, errors);
+        for (const fs::path& file : {output, errors}) {
             fs::remove(file, error);
         }
         return !isOk;
@@ -154,7 +182,7 @@ private:
         if (end.inTime && !end.crashed && record.isDone && end.code == exitGood) {
             if (made_.count("exit") == 0) {
                 report_.add(
-                    record.doing == endOfProcess
+                    record.action == endOfProcess
                         ? Finding{"exit", Result::Wrong,
                                   "it cut the end of the process short: the host's own "
                                   "handlers for that moment were not called"}
@@ -165,14 +193,14 @@ private:
         if (record.hasQuit) {
             return found.count("re-entrancy") == 0 || !made_.insert(record.check).second;
         }
-        const bool overflow = end.stackOverflow || record.lastWords == stackOverflowWords;
+        const bool overflow = end.stackOverflow || record.crashReason == stackOverflow;
         const std::string check = overflow ? "re-entrancy" : record.check;
         std::string text = reasonFor(end, record, options_.timeout);
         if (overflow) {
             text += "\nthe stack overflowed: it logs in answer to its own messages, or calls "
                     "itself without end";
-        } else if (!record.lastWords.empty()) {
-            text += "\n" + record.lastWords;
+        } else if (!record.crashReason.empty()) {
+            text += "\n" + record.crashReason;
         }
         const std::string complaint = complaintIn(errors);
         if (!complaint.empty()) {
@@ -185,7 +213,7 @@ private:
         if (isNew) {
             report_.add({check.empty() ? "load" : check, Result::Wrong, text});
         }
-        return !isNew || isBasic(check) || check.empty() || check == "libraries" || record.isDone;
+        return !isNew || isBasic(check) || check.empty() || record.isDone;
     }
 
     const Options& options_;

@@ -1,3 +1,5 @@
+// Checks "channels" and "names": what createChannel returns.
+
 #include <array>
 
 #include "Text.h"
@@ -12,63 +14,55 @@ using ZOL::Framework::GenericLogger::LoggingChannel;
 
 namespace {
 
-constexpr std::size_t channelSlots = 4; // destructor, destructor, release, log
-
-/// False if what there is cannot be called.
-bool isChannel(CheckSession& session, const std::string& check, const LoggingChannel* channel) {
-    const std::string fault = objectFault(channel, typeid(LoggingChannel), channelSlots);
-    if (fault.empty()) {
-        return true;
+/// False if the channel cannot be used, which is then reported.
+bool isChannel(CheckSession& session, const std::string& check, LoggingChannel* channel) {
+    session.beginStep(check, "the use of what createChannel returned");
+    const std::string fault = objectFault(channel);
+    if (!fault.empty()) {
+        session.report(check, Result::Wrong, "what createChannel returned " + fault);
     }
-    session.report(check, Result::Wrong, "what createChannel returned " + fault);
-    return false;
+    return fault.empty();
 }
 
 } // namespace
 
 void tryChannels(CheckSession& session) {
+    constexpr const char* check = "channels";
     LoggingChannel* first = nullptr;
     LoggingChannel* second = nullptr;
-    // One that nobody has asked for yet.
+    // No logger has this name yet.
     const std::string name = session.loggerName(".new");
     const bool asked =
-        session.attempt("channels", "createChannel, for the name " + inQuotes(name), [&] {
-            session.underLock([&] { first = session.backend->createChannel(name.c_str()); });
-        });
-    if (!session.isWanted("channels")) {
+        session.attemptUnderLock(check, "createChannel, for the name " + inQuotes(name),
+                                 [&] { first = session.backend->createChannel(name.c_str()); });
+    if (!session.isWanted(check)) {
         return;
     }
     if (!asked) {
-        session.report("channels", Result::Note, "it throws: see exceptions");
+        session.reportOk(check, true, {});
         return;
     }
     if (first == nullptr) {
-        session.report("channels", Result::Note,
+        session.report(check, Result::Note,
                        "it declines the logger " + inQuotes(name) +
                            "\nif it serves others, say with --logger how their names begin");
         return;
     }
-    if (!isChannel(session, "channels", first)) {
+    if (!isChannel(session, check, first)) {
         return;
     }
-    const bool again =
-        session.attempt("channels", "createChannel, for the second time for one name", [&] {
-            session.underLock([&] { second = session.backend->createChannel(name.c_str()); });
-        });
-    if (!again) {
-        session.report("channels", Result::Note, "it throws: see exceptions");
+    if (!session.attemptUnderLock(check, "createChannel, for the second time for one name",
+                                  [&] { second = session.backend->createChannel(name.c_str()); })) {
+        session.reportOk(check, true, {});
     } else if (second == nullptr) {
-        session.report(
-            "channels", Result::Wrong,
-            "asked for the second time for one name, it returned null: every logger falls "
-            "silent at the next installation of any back end");
-    } else if (isChannel(session, "channels", second) &&
-               session.attempt("channels", "log to a channel that was asked for again", [&] {
-                   session.underLock([&] {
-                       second->log(LOG_LEVEL_ERROR, std::string("asked for again").c_str());
-                   });
+        session.report(check, Result::Wrong,
+                       "asked for the second time for one name, it returned null: every logger "
+                       "falls silent at the next installation of any back end");
+    } else if (isChannel(session, check, second) &&
+               session.attemptUnderLock(check, "log to a channel that was asked for again", [&] {
+                   second->log(LOG_LEVEL_ERROR, std::string("asked for again").c_str());
                })) {
-        session.report("channels", Result::Ok,
+        session.report(check, Result::Ok,
                        first == second ? "asked twice for one name, it gives the same channel"
                                        : "asked twice for one name, it gives another channel");
     }
@@ -92,9 +86,10 @@ void tryNames(CheckSession& session) {
         LoggingChannel* channel = nullptr;
         {
             const GuardedText text(name);
-            threw |= !session.attempt("names", std::string("createChannel with ") + kind, [&] {
-                session.underLock([&] { channel = session.backend->createChannel(text.get()); });
-            });
+            threw |=
+                !session.attemptUnderLock("names", std::string("createChannel with ") + kind, [&] {
+                    channel = session.backend->createChannel(text.get());
+                });
         }
         if (channel == nullptr) {
             continue;
@@ -102,14 +97,13 @@ void tryNames(CheckSession& session) {
         if (!isChannel(session, "names", channel)) {
             return;
         }
-        threw |= !session.attempt("names", std::string("log, for a logger with ") + kind, [&] {
-            session.underLock(
-                [&] { channel->log(LOG_LEVEL_ERROR, std::string("the name is gone").c_str()); });
-        });
+        threw |=
+            !session.attemptUnderLock("names", std::string("log, for a logger with ") + kind, [&] {
+                channel->log(LOG_LEVEL_ERROR, std::string("the name is gone").c_str());
+            });
     }
-    session.report("names", threw ? Result::Note : Result::Ok,
-                   threw ? "it throws: see exceptions"
-                         : "it takes names that are empty, long, of several lines or strange");
+    session.reportOk("names", threw,
+                     "it takes names that are empty, long, of several lines or strange");
 }
 
 } // namespace backendcheck

@@ -1,3 +1,5 @@
+// Checks "time" and "leaks".
+
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -16,7 +18,7 @@ using namespace ZOL::Framework::GenericLogger;
 
 constexpr int messageCount = 300;
 
-// Some back ends take their time for a few of them: to send a mail, say.
+// Some back ends are slow at a few of them, to send a mail for example.
 constexpr std::array namedLevels = {LOG_LEVEL_FATAL, LOG_LEVEL_ERROR, LOG_LEVEL_WARNING,
                                     LOG_LEVEL_INFO,  LOG_LEVEL_DEBUG, LOG_LEVEL_TRACE};
 
@@ -33,35 +35,35 @@ std::string inMilliseconds(Clock::duration time) {
 } // namespace
 
 void measureTime(CheckSession& session) {
-    constexpr std::chrono::milliseconds slow{100};
-    constexpr std::chrono::milliseconds slowAsARule{10};
+    constexpr std::chrono::milliseconds slowWorst{100};
+    constexpr std::chrono::milliseconds slowMedian{10};
     std::vector<Clock::duration> times;
     bool threw = false;
-    // A slow one need not be called that often.
+    // A slow back end need not be called that often.
     const Clock::time_point end = Clock::now() + std::chrono::seconds(3);
     for (std::size_t i = 0; i < messageCount && Clock::now() < end; ++i) {
-        // After a crash over levels, it has been told of those.
+        // A crash over levels is reported already.
         const LoggingLevel level =
             session.isWanted("levels") ? namedLevels[i % namedLevels.size()] : LOG_LEVEL_INFO;
-        const Clock::time_point start = Clock::now();
-        threw |= !session.attempt("time", "log with a short text",
-                                  [&] { session.logger()->log(level, "how long does it take?"); });
+        Clock::time_point start;
+        threw |= !session.attempt("time", "log with a short text", [&] {
+            start = Clock::now();
+            session.logger()->log(level, "how long does it take?");
+        });
         times.push_back(Clock::now() - start);
     }
     std::sort(times.begin(), times.end());
     const Clock::duration median = times[times.size() / 2];
     const Clock::duration worst = times.back();
-    session.isSlow = median > slowAsARule;
+    session.isSlow = median > slowMedian;
     const std::string text = "a message takes " + inMilliseconds(median) + " as a rule, " +
                              inMilliseconds(worst) + " at worst";
-    if (threw) {
-        session.report("time", Result::Note, "it throws: see exceptions");
-    } else if (median > slowAsARule || worst > slow) {
+    if (!threw && (median > slowMedian || worst > slowWorst)) {
         session.report("time", Result::Note,
                        text +
                            "\nall loggers of the process wait for as long; is the machine busy?");
     } else {
-        session.report("time", Result::Ok, text);
+        session.reportOk("time", threw, text);
     }
 }
 
@@ -81,7 +83,7 @@ void lookForLeaks(CheckSession& session) {
     const std::size_t moreThreads =
         std::max(runningThreads(), session.threadsBefore) - session.threadsBefore;
     const Clock::time_point bigEnd = Clock::now() + std::chrono::seconds(2);
-    // After a crash over long texts, it has been told of those.
+    // A crash over long texts is reported already.
     for (int i = 0; session.isWanted("texts") && i < bigCount && Clock::now() < bigEnd; ++i) {
         session.attempt("leaks", "log with many long messages",
                         [&] { session.logger()->info(bigText.c_str()); });

@@ -1,6 +1,7 @@
+// Checks "libraries" to "install": everything up to the installed back end.
+
 #include "Text.h"
-#include "file/LibrarySearch.h"
-#include "live/CurrentException.h"
+#include "live/CrashHandler.h"
 #include "live/Loader.h"
 #include "live/ObjectFault.h"
 #include "steps/Steps.h"
@@ -12,34 +13,42 @@ using ZOL::Framework::GenericLogger::LoggerBackend;
 
 namespace {
 
-constexpr std::size_t backendSlots = 3; // destructor, destructor, createChannel
-
+/// A framework of another release is reported by the check "framework" already.
 bool isFramework(const std::string& library) {
     return lower(library).compare(0, 13, "zol_framework") == 0;
 }
 
-/// False if the loader is going to refuse the plug-in.
-void tellMissing(CheckSession& session, const Missing& missing) {
-    // A framework of another release is told of already.
-    std::vector<std::string> libraries;
-    for (const std::string& library : missing.libraries) {
-        if (!isFramework(library)) {
-            libraries.push_back(library);
+void reportMissing(CheckSession& session, const LoadedLibrary& library) {
+    std::vector<std::string> others;
+    for (const std::string& missing : library.missingLibraries) {
+        if (!isFramework(missing)) {
+            others.push_back(missing);
         }
     }
-    if (!libraries.empty()) {
+    if (!others.empty()) {
         session.report("libraries", Result::Wrong,
-                       "not found: " + listed(libraries) +
+                       "not found: " + listed(others) +
                            "\na host needs them beside the plug-in or in its search path");
-    } else if (missing.libraries.empty()) {
-        session.report("libraries", Result::Ok, "every library that it needs is found");
     }
-    if (!missing.symbols.empty() && missing.libraries.empty()) {
-        session.report("symbols", Result::Wrong,
-                       "left undefined: " + listed(missing.symbols) +
-                           "\nlink the libraries that define them; hosts do not");
-    } else if (missing.libraries.empty()) {
+    if (!library.missingLibraries.empty()) {
+        return;
+    }
+    session.report("libraries", Result::Ok, "every library that it needs is found");
+    if (library.missingSymbols.empty()) {
         session.report("symbols", Result::Ok, "nothing is left undefined");
+    } else {
+        session.report("symbols", Result::Wrong,
+                       "left undefined: " + listed(library.missingSymbols) +
+                           "\nlink the libraries that define them; hosts do not");
+    }
+}
+
+/// Overwrites the stack that earlier calls used: a local variable of createBackend must not pass
+/// for an object that is still there.
+[[gnu::noinline]] void poisonFreedStack() {
+    volatile char area[65536];
+    for (volatile char& c : area) {
+        c = '\x5A';
     }
 }
 
@@ -47,60 +56,56 @@ void tellMissing(CheckSession& session, const Missing& missing) {
 
 bool loadsLibrary(CheckSession& session) {
     const std::filesystem::path file = session.options().file;
-    Missing missing;
-    if (session.isWanted("libraries")) {
-        session.beginStep("libraries", "looking for the libraries that it needs");
-        missing = missingFor(file);
-        tellMissing(session, missing);
-    }
     session.beginStep("load", "loading it, its static initialisers included");
-    std::string error;
-    void* entryPoint = nullptr;
+    LoadedLibrary library;
     try {
-        entryPoint = loadedEntryPoint(file.filename().string(), error);
+        library = loadPlugin(file);
     } catch (...) {
-        session.report("load", Result::Wrong,
-                       thrownException() + " came out of its static initialisers");
+        const std::string what = describeCurrentException();
+        reportMissing(session, library);
+        session.report("load", Result::Wrong, what + " came out of its static initialisers");
         return false;
     }
-    if (entryPoint == nullptr) {
-        if (missing.libraries.empty() && missing.symbols.empty()) {
-            session.report("load", Result::Wrong, "it cannot be loaded: " + error);
-        }
+    reportMissing(session, library);
+    if (!library.missingLibraries.empty() || !library.missingSymbols.empty()) {
+        return false;
+    }
+    if (!library.error.empty()) {
+        session.report("load", Result::Wrong, "it cannot be loaded: " + library.error);
         return false;
     }
     std::error_code ignored;
-    const std::filesystem::path loaded = fileWith(entryPoint);
-    if (std::filesystem::equivalent(loaded, file, ignored)) {
-        session.report("load", Result::Ok, "it can be loaded");
-        return true;
+    if (!std::filesystem::equivalent(library.file, file, ignored)) {
+        session.report("load", Result::Wrong,
+                       "another file of that name comes first: " + library.file.string() +
+                           "\ngive the back end a name of its own");
+        return false;
     }
-    session.report("load", Result::Wrong,
-                   "another file of that name comes first: " + loaded.string() +
-                       "\ngive the back end a name of its own");
-    return false;
+    session.report("load", Result::Ok, "it can be loaded");
+    return true;
 }
 
 bool createsBackend(CheckSession& session) {
-    const std::string& name = session.options().name;
     session.beginStep("create", "createBackend");
     try {
-        session.backend = Logger::loadBackend(name.c_str());
+        session.backend = Logger::loadBackend(session.options().name.c_str());
     } catch (...) {
         session.report("create", Result::Wrong,
-                       thrownException() + " came out of createBackend, and goes to the host");
+                       describeCurrentException() +
+                           " came out of createBackend, and goes to the host");
         return false;
     }
     if (session.backend == nullptr) {
-        session.report(
-            "create", Result::Wrong,
-            "createBackend returned null: it offers nothing, and nothing is installed\nif "
-            "that depends on a property, give it with --set");
+        session.report("create", Result::Wrong,
+                       "createBackend returned null: it offers nothing, and nothing is "
+                       "installed\nif that depends on a property, give it with --set");
         return false;
     }
     session.report("create", Result::Ok, "createBackend returned an object");
-    session.beginStep("object", "looking at what createBackend returned");
-    const std::string fault = objectFault(session.backend, typeid(LoggerBackend), backendSlots);
+    session.beginStep("object", "the use of what createBackend returned: it has no virtual table, "
+                                "was destroyed, or is a local variable");
+    poisonFreedStack();
+    const std::string fault = objectFault(session.backend);
     if (!fault.empty()) {
         session.report("object", Result::Wrong,
                        "what createBackend returned " + fault +
@@ -111,28 +116,27 @@ bool createsBackend(CheckSession& session) {
     return true;
 }
 
-bool installs(CheckSession& session) {
-    const std::string& name = session.options().name;
-    if (session.isWanted("twice")) {
-        session.beginStep("twice", "createBackend for the second time");
-        try {
-            const LoggerBackend* const second = Logger::loadBackend(name.c_str());
-            if (second == session.backend) {
-                session.report("twice", Result::Ok, "a second load gives the same object");
-            } else if (second == nullptr) {
-                session.report("twice", Result::Note, "a second load gives null");
-            } else {
-                session.report(
-                    "twice", Result::Note,
-                    "a second load gives another object: nothing keeps a host from "
-                    "installing the back end twice, and each message would come out twice");
-            }
-        } catch (...) {
+void tryTwice(CheckSession& session) {
+    session.beginStep("twice", "createBackend for the second time");
+    try {
+        const LoggerBackend* const second = Logger::loadBackend(session.options().name.c_str());
+        if (second == session.backend) {
+            session.report("twice", Result::Ok, "a second load gives the same object");
+        } else if (second == nullptr) {
+            session.report("twice", Result::Note, "a second load gives null");
+        } else {
             session.report("twice", Result::Note,
-                           thrownException() + " came out of the second call of createBackend");
+                           "a second load gives another object: nothing keeps a host from "
+                           "installing the back end twice, and each message would come out twice");
         }
+    } catch (...) {
+        session.report("twice", Result::Note,
+                       describeCurrentException() +
+                           " came out of the second call of createBackend");
     }
+}
 
+bool installs(CheckSession& session) {
     session.beginStep("install", "installing the checker's own back end");
     Logger::installBackend(&session.probe());
     (void)session.logger();
@@ -141,11 +145,10 @@ bool installs(CheckSession& session) {
     try {
         Logger::installBackend(session.backend);
     } catch (...) {
-        session.report(
-            "install", Result::Wrong,
-            thrownException() +
-                " came out of installBackend\nit comes from createChannel, or the back end "
-                "has installed itself already");
+        session.report("install", Result::Wrong,
+                       describeCurrentException() +
+                           " came out of installBackend\nit comes from createChannel, or the back "
+                           "end has installed itself already");
         return false;
     }
     session.report("install", Result::Ok, "it can be installed");

@@ -1,10 +1,11 @@
+// Checks "texts", "levels", "uninstall" and "waiting": what log is handed, and when.
+
 #include <array>
 #include <chrono>
 #include <limits>
 #include <string>
 #include <thread>
 #include <utility>
-#include <vector>
 
 #include "live/GuardedText.h"
 #include "steps/Steps.h"
@@ -15,19 +16,11 @@ using namespace ZOL::Framework::GenericLogger;
 
 namespace {
 
-/// Time for a thread of the plug-in's to come to what it has kept.
+/// Time for a thread of the plug-in to use a text that it has kept.
 constexpr std::chrono::milliseconds lateReaders{150};
 
-/// Each text is gone when it has been logged.
-void logTo(CheckSession& session, LoggingLevel level, const std::vector<std::string>& texts) {
-    session.underLock([&] {
-        LoggingChannel* const channel =
-            session.backend->createChannel(session.loggerName().c_str());
-        for (std::size_t i = 0; channel != nullptr && i < texts.size(); ++i) {
-            const GuardedText text(texts[i]);
-            channel->log(level, text.get());
-        }
-    });
+LoggingChannel* createChannel(CheckSession& session) {
+    return session.backend->createChannel(session.loggerName().c_str());
 }
 
 } // namespace
@@ -46,36 +39,37 @@ void tryTexts(CheckSession& session) {
         {"a text that is no UTF-8", "\xFF\xFE\x80 \xC3 \xED\xA0\x80 \x01\x1B[31m"},
     }};
     bool threw = false;
-    for (const auto& entry : texts) {
-        const std::string& content = entry.second;
-        threw |= !session.attempt("texts", std::string("log with ") + entry.first, [&] {
-            logTo(session, LOG_LEVEL_ERROR, {content, "another one"});
-        });
+    for (const auto& [kind, content] : texts) {
+        threw |= !session.attemptUnderLock(
+            "texts", std::string("log with ") + kind, [&, &content = content] {
+                LoggingChannel* const channel = createChannel(session);
+                for (const std::string& each : {content, std::string("another one")}) {
+                    const GuardedText text(each);
+                    if (channel != nullptr) {
+                        channel->log(LOG_LEVEL_ERROR, text.get());
+                    }
+                }
+            });
     }
     session.beginStep("texts", "what it does later with texts that it was handed before");
     std::this_thread::sleep_for(lateReaders);
-    session.report("texts", threw ? Result::Note : Result::Ok,
-                   threw ? "it throws: see exceptions"
-                         : "it takes texts that are empty, of 1 MiB, of several lines or strange");
+    session.reportOk("texts", threw,
+                     "it takes texts that are empty, of 1 MiB, of several lines or strange");
 }
 
 void tryLevels(CheckSession& session) {
     bool threw = false;
     for (const int level : {0, 10, 20, 30, 40, 50, 60, 35, 1000, -1,
                             std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
-        threw |= !session.attempt("levels", "log with level " + std::to_string(level), [&] {
-            session.underLock([&] {
-                LoggingChannel* const channel =
-                    session.backend->createChannel(session.loggerName().c_str());
-                if (channel != nullptr) {
+        threw |=
+            !session.attemptUnderLock("levels", "log with level " + std::to_string(level), [&] {
+                if (LoggingChannel* const channel = createChannel(session)) {
                     channel->log(static_cast<LoggingLevel>(level),
                                  std::string("of any level").c_str());
                 }
             });
-        });
     }
-    session.report("levels", threw ? Result::Note : Result::Ok,
-                   threw ? "it throws: see exceptions" : "it takes level 0 and every other number");
+    session.reportOk("levels", threw, "it takes level 0 and every other number");
 }
 
 void tryUninstallation(CheckSession& session) {
@@ -83,33 +77,31 @@ void tryUninstallation(CheckSession& session) {
         session.attempt("uninstall", "log after uninstallBackend, with another back end installed",
                         [&] {
                             Logger::uninstallBackend(session.backend);
-                            session.logger()->info("to the channels that it leaves behind");
+                            session.logger()->info("to the channels that remain");
                         }) &&
         session.attempt("uninstall", "being installed again", [&] {
             Logger::installBackend(session.backend);
             session.logger()->info("installed again");
         });
-    session.report("uninstall", survived ? Result::Ok : Result::Note,
-                   survived ? "it can be uninstalled, logged to, and installed again"
-                            : "it throws: see exceptions");
+    session.reportOk("uninstall", !survived,
+                     "it can be uninstalled, logged to, and installed again");
 }
 
 void tryWaitingMessages(CheckSession& session) {
-    // Behind its back: it is away, and the checker's own back end declines that name.
     constexpr int moreThanACacheHolds = 150;
     constexpr int fewForASlowOne = 5;
     const int count = session.isSlow ? fewForASlowOne : moreThanACacheHolds;
     const bool delivered =
         session.attempt("waiting", "log with messages that waited in a cache", [&] {
+            // Cached, since the only back end that is left declines this logger.
             Logger::uninstallBackend(session.backend);
             for (int i = 0; i < count; ++i) {
                 session.logger(ProbeBackend::declinedEnd)->info() << "message " << i << " waits";
             }
             Logger::installBackend(session.backend);
         });
-    session.report("waiting", delivered ? Result::Ok : Result::Note,
-                   delivered ? "it takes messages that waited, and the line of a full cache"
-                             : "it throws: see exceptions");
+    session.reportOk("waiting", !delivered,
+                     "it takes messages that waited, and the line of a full cache");
 }
 
 } // namespace backendcheck

@@ -8,10 +8,8 @@
 #include "ZOL/Framework/Management/PropertyManager.h"
 
 #include "Finding.h"
-#include "live/ChildProcess.h"
 #include "live/CrashHandler.h"
-#include "live/CurrentException.h"
-#include "steps/HostSettings.h"
+#include "live/ThisProcess.h"
 #include "steps/Steps.h"
 
 namespace backendcheck {
@@ -40,7 +38,7 @@ void logAtExit() {
         session.beginStep("exit", "the rest of the process's end");
     } catch (...) {
         session.report("exit", Result::Wrong,
-                       thrownException() + " came out of log while the process ends");
+                       describeCurrentException() + " came out of log while the process ends");
     }
 }
 
@@ -49,33 +47,6 @@ void setProperties(const Options& options) {
         Framework::propertyManager()->setProperty(WideString(name.begin(), name.end()),
                                                   WideString(value.begin(), value.end()));
     }
-}
-
-void compareHost(CheckSession& session, const std::vector<HostSetting>& before) {
-    session.beginStep("host", "looking at what it changed");
-    const std::vector<HostSetting> after = hostSettings();
-    Result result = Result::Ok;
-    std::string text;
-    for (std::size_t i = 0; i < before.size() && i < after.size(); ++i) {
-        if (before[i].value == after[i].value) {
-            continue;
-        }
-        text += text.empty() ? "it changed " : "\nit changed ";
-        text += before[i].what;
-        constexpr std::size_t longest = 60;
-        if (before[i].value.size() + after[i].value.size() < longest) {
-            text += " from " + before[i].value + " to " + after[i].value;
-        }
-        if (before[i].isFatal) {
-            result = Result::Wrong;
-        } else if (result == Result::Ok) {
-            result = Result::Note;
-        }
-    }
-    session.report("host", result,
-                   result == Result::Ok
-                       ? "it leaves locale, folder, streams, signals and the like alone"
-                       : text + "\nthat belongs to the host");
 }
 
 void tryMessages(CheckSession& session) {
@@ -112,15 +83,19 @@ int tryPlugin(const Options& options) {
     sessionAtExit = &session;
     std::atexit(&logAtExit);
 
-    const std::vector<HostSetting> before = hostSettings();
-    if (!loadsLibrary(session) || !createsBackend(session) || !installs(session)) {
+    const std::vector<HostSetting> before = readHostSettings();
+    const bool isCreated = loadsLibrary(session) && createsBackend(session);
+    if (isCreated && session.isWanted("twice")) {
+        tryTwice(session);
+    }
+    if (!isCreated || !installs(session)) {
         record.quit();
         endNow(exitWrong);
     }
     tryReentrancy(session);
     tryChannels(session);
     tryMessages(session);
-    compareHost(session, before);
+    compareHostSettings(session, before);
     if (!session.hasThrown()) {
         session.report("exceptions", Result::Ok, "no exception came out of it");
     }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <vector>
+
 #include "live/CheckSession.h"
+#include "live/ThisProcess.h"
 
 namespace backendcheck {
 
@@ -15,6 +18,7 @@ int tryPlugin(const Options& options);
 
 bool loadsLibrary(CheckSession& session);
 bool createsBackend(CheckSession& session);
+void tryTwice(CheckSession& session);
 bool installs(CheckSession& session);
 void tryReentrancy(CheckSession& session);
 void tryChannels(CheckSession& session);
@@ -26,5 +30,8 @@ void measureTime(CheckSession& session);
 void lookForLeaks(CheckSession& session);
 void tryUninstallation(CheckSession& session);
 void tryWaitingMessages(CheckSession& session);
+
+std::vector<HostSetting> readHostSettings();
+void compareHostSettings(CheckSession& session, const std::vector<HostSetting>& before);
 
 } // namespace backendcheck

@@ -1,6 +1,6 @@
 #include "live/ChildProcess.h"
 
-#include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <stdexcept>
@@ -8,8 +8,6 @@
 
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -17,9 +15,9 @@ namespace backendcheck {
 
 namespace {
 
-constexpr std::chrono::milliseconds pause{10};
+constexpr std::chrono::milliseconds pollInterval{10};
 
-const char* wordsFor(int signal) {
+const char* describe(int signal) {
     switch (signal) {
     case SIGSEGV:
         return "segmentation fault";
@@ -48,7 +46,7 @@ ChildEnd endOf(int status) {
     ChildEnd end;
     if (WIFSIGNALED(status)) {
         end.crashed = true;
-        end.what = std::string("crashed (") + wordsFor(WTERMSIG(status)) + ")";
+        end.what = std::string("crashed (") + describe(WTERMSIG(status)) + ")";
     } else {
         end.code = WEXITSTATUS(status);
         end.what = "ended with exit code " + std::to_string(end.code);
@@ -56,15 +54,10 @@ ChildEnd endOf(int status) {
     return end;
 }
 
-void limit(decltype(RLIMIT_AS) resource, rlim_t most) {
-    const rlimit limits = {most, most};
-    setrlimit(resource, &limits);
-}
-
 } // namespace
 
-ChildEnd runChild(const std::vector<std::string>& command, const ChildFiles& files,
-                  std::chrono::milliseconds timeout) {
+ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem::path& output,
+                  const std::filesystem::path& errors, const std::function<bool()>& isOverdue) {
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
     for (const std::string& argument : command) {
@@ -74,12 +67,12 @@ ChildEnd runChild(const std::vector<std::string>& command, const ChildFiles& fil
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    constexpr mode_t readableByOwner = 0600;
+    constexpr mode_t ownerOnly = 0600;
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, files.output.c_str(),
-                                     O_WRONLY | O_CREAT | O_APPEND, readableByOwner);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, files.errors.c_str(),
-                                     O_WRONLY | O_CREAT | O_APPEND, readableByOwner);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(),
+                                     O_WRONLY | O_CREAT | O_APPEND, ownerOnly);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors.c_str(),
+                                     O_WRONLY | O_CREAT | O_APPEND, ownerOnly);
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
@@ -92,35 +85,21 @@ ChildEnd runChild(const std::vector<std::string>& command, const ChildFiles& fil
         throw std::runtime_error("cannot start " + command.front());
     }
 
-    Watch watch(files.progress, timeout);
     int status = 0;
     bool inTime = true;
     while (waitpid(id, &status, WNOHANG) == 0) {
-        if (watch.isOver()) {
+        if (isOverdue()) {
             inTime = false;
             kill(-id, SIGKILL);
             waitpid(id, &status, 0);
             break;
         }
-        std::this_thread::sleep_for(pause);
+        std::this_thread::sleep_for(pollInterval);
     }
-    kill(-id, SIGKILL); // whatever it left behind
+    kill(-id, SIGKILL); // processes that it started
     ChildEnd end = endOf(status);
     end.inTime = inTime;
     return end;
-}
-
-void limitThisProcess() {
-    constexpr rlim_t mostMemory = rlim_t{4} << 30U;
-    constexpr rlim_t mostInOneFile = rlim_t{1} << 30U;
-    limit(RLIMIT_AS, mostMemory);
-    limit(RLIMIT_FSIZE, mostInOneFile);
-    limit(RLIMIT_CORE, 0);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-}
-
-void endNow(int code) {
-    _exit(code);
 }
 
 } // namespace backendcheck

@@ -26,9 +26,9 @@ bool isWrite(const ucontext_t* context) {
 void onCrash(int signal, siginfo_t* info, void* context) {
     const auto* const address = static_cast<const char*>(info->si_addr);
     if (const char* const fault = faultAt(address, isWrite(static_cast<ucontext_t*>(context)))) {
-        crashRecord->lastWords(fault);
+        crashRecord->crashed(fault);
     } else if (address >= stackBegin - belowStack && address < stackEnd) {
-        crashRecord->lastWords(stackOverflowWords);
+        crashRecord->crashed(stackOverflow);
     }
     std::signal(signal, SIG_DFL);
     std::raise(signal);

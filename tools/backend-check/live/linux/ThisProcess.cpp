@@ -1,40 +1,28 @@
 #include "live/ThisProcess.h"
 
-#include <cstdint>
+#include <array>
+#include <csignal>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <new>
-#include <sstream>
-#include <string>
+#include <utility>
 
+#include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace backendcheck {
 
 namespace {
 
-struct Area {
-    std::uintptr_t begin = 0;
-    std::uintptr_t end = 0;
-    std::string rights;
-};
-
-/// The one that the address is in; without rights if there is none.
-Area areaOf(const void* address) {
-    const auto sought = reinterpret_cast<std::uintptr_t>(address);
-    std::ifstream map("/proc/self/maps");
-    for (std::string line; std::getline(map, line);) {
-        std::istringstream fields(line);
-        Area area;
-        char dash = 0;
-        fields >> std::hex >> area.begin >> dash >> area.end >> area.rights;
-        if (sought >= area.begin && sought < area.end) {
-            return area;
-        }
-    }
-    return {};
+void limit(decltype(RLIMIT_AS) resource, rlim_t max) {
+    const rlimit limits = {max, max};
+    setrlimit(resource, &limits);
 }
 
 std::size_t entriesOf(const char* folder) {
@@ -43,31 +31,68 @@ std::size_t entriesOf(const char* folder) {
     return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
+const char* dispositionOf(int signal) {
+    struct sigaction action = {};
+    sigaction(signal, nullptr, &action);
+    const bool hasHandler = (action.sa_flags & SA_SIGINFO) != 0;
+    return !hasHandler && action.sa_handler == SIG_DFL   ? "the default"
+           : !hasHandler && action.sa_handler == SIG_IGN ? "ignored"
+                                                         : "a handler";
+}
+
 } // namespace
 
-bool isReadable(const void* begin, std::size_t size) {
-    const auto* const bytes = static_cast<const char*>(begin);
-    for (std::size_t seen = 0; seen < size;) {
-        const Area area = areaOf(bytes + seen);
-        if (area.rights.empty() || area.rights.front() != 'r') {
-            return false;
-        }
-        seen += area.end - reinterpret_cast<std::uintptr_t>(bytes + seen);
+void limitThisProcess() {
+    constexpr rlim_t maxMemory = rlim_t{4} << 30U;
+    constexpr rlim_t maxFileSize = rlim_t{1} << 30U;
+    limit(RLIMIT_AS, maxMemory);
+    limit(RLIMIT_FSIZE, maxFileSize);
+    limit(RLIMIT_CORE, 0);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
+
+void endNow(int code) {
+    _exit(code);
+}
+
+std::size_t usedMemory() {
+    std::ifstream statistics("/proc/self/statm");
+    std::size_t size = 0;
+    std::size_t resident = 0;
+    statistics >> size >> resident;
+    return resident * pageSize();
+}
+
+std::size_t openHandles() {
+    return entriesOf("/proc/self/fd");
+}
+
+std::size_t runningThreads() {
+    return entriesOf("/proc/self/task");
+}
+
+std::vector<HostSetting> platformSettings() {
+    std::vector<HostSetting> settings;
+    for (const int signal : {SIGPIPE, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGINT, SIGTERM,
+                             SIGHUP, SIGCHLD, SIGUSR1, SIGALRM}) {
+        settings.push_back(
+            {std::string("the handling of SIG") + sigabbrev_np(signal), dispositionOf(signal)});
     }
-    return true;
-}
-
-bool isCode(const void* address) {
-    constexpr std::size_t executable = 2;
-    const Area area = areaOf(address);
-    return area.rights.size() > executable && area.rights[executable] == 'x';
-}
-
-bool isOnThisStack(const void* address) {
-    const int here = 0;
-    const Area stack = areaOf(&here);
-    const auto sought = reinterpret_cast<std::uintptr_t>(address);
-    return sought >= stack.begin && sought < stack.end;
+    constexpr std::array streams = {"standard input", "standard output", "standard error"};
+    for (std::size_t i = 0; i < streams.size(); ++i) {
+        const bool isOpen = fcntl(static_cast<int>(i), F_GETFD) != -1;
+        settings.push_back({streams[i], isOpen ? "open" : "closed", true});
+    }
+    const mode_t mask = umask(0);
+    umask(mask);
+    settings.push_back({"the rights of new files (umask)", std::to_string(mask)});
+    settings.push_back({"the priority", std::to_string(getpriority(PRIO_PROCESS, 0))});
+    std::string environment;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        environment += std::string(*variable) + ' ';
+    }
+    settings.push_back({"the environment", environment});
+    return settings;
 }
 
 std::size_t pageSize() {
@@ -90,22 +115,6 @@ void makeReadOnly(char* pages, std::size_t size) {
 void makeUnreadable(char* pages, std::size_t size) {
     madvise(pages, size, MADV_DONTNEED);
     mprotect(pages, size, PROT_NONE);
-}
-
-std::size_t usedMemory() {
-    std::ifstream statistics("/proc/self/statm");
-    std::size_t size = 0;
-    std::size_t resident = 0;
-    statistics >> size >> resident;
-    return resident * pageSize();
-}
-
-std::size_t openHandles() {
-    return entriesOf("/proc/self/fd");
-}
-
-std::size_t runningThreads() {
-    return entriesOf("/proc/self/task");
 }
 
 } // namespace backendcheck

@@ -10,11 +10,11 @@ namespace backendcheck {
 
 namespace {
 
-constexpr DWORD pause = 20; // milliseconds
-constexpr SIZE_T mostMemory = SIZE_T{4} << 30U;
-constexpr DWORD endedForTime = 0x5A4F4C;
+constexpr DWORD pollInterval = 20; // milliseconds
+constexpr SIZE_T maxMemory = SIZE_T{4} << 30U;
+constexpr DWORD killedForTimeout = 0x5A4F4C;
 
-/// As the C runtime takes a command line apart.
+/// As the C runtime splits a command line.
 std::string quotedArgument(const std::string& argument) {
     std::string line = "\"";
     std::size_t backslashes = 0;
@@ -36,18 +36,18 @@ HANDLE openInherited(const std::filesystem::path& file, DWORD access, DWORD disp
                        &inherited, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-/// Ends all that is in it when its handle goes.
+/// Its processes end when its handle is closed.
 HANDLE makeJob() {
     HANDLE const job = CreateJobObjectW(nullptr, nullptr);
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
     limits.BasicLimitInformation.LimitFlags =
         JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE | JOB_OBJECT_LIMIT_PROCESS_MEMORY;
-    limits.ProcessMemoryLimit = mostMemory;
+    limits.ProcessMemoryLimit = maxMemory;
     SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof(limits));
     return job;
 }
 
-const char* wordsFor(DWORD code) {
+const char* describe(DWORD code) {
     switch (code) {
     case EXCEPTION_ACCESS_VIOLATION:
         return "access violation, ";
@@ -73,7 +73,7 @@ ChildEnd endOf(DWORD code) {
         end.crashed = true;
         end.stackOverflow = code == static_cast<DWORD>(EXCEPTION_STACK_OVERFLOW);
         std::ostringstream text;
-        text << "crashed (" << wordsFor(code) << "0x" << std::hex << std::uppercase
+        text << "crashed (" << describe(code) << "0x" << std::hex << std::uppercase
              << std::setfill('0') << code << ")";
         end.what = text.str();
     } else {
@@ -85,8 +85,8 @@ ChildEnd endOf(DWORD code) {
 
 } // namespace
 
-ChildEnd runChild(const std::vector<std::string>& command, const ChildFiles& files,
-                  std::chrono::milliseconds timeout) {
+ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem::path& output,
+                  const std::filesystem::path& errors, const std::function<bool()>& isOverdue) {
     std::string line;
     for (const std::string& argument : command) {
         line += (line.empty() ? "" : " ") + quotedArgument(argument);
@@ -95,8 +95,8 @@ ChildEnd runChild(const std::vector<std::string>& command, const ChildFiles& fil
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = openInherited("NUL", GENERIC_READ, OPEN_EXISTING);
-    startup.hStdOutput = openInherited(files.output, FILE_APPEND_DATA, OPEN_ALWAYS);
-    startup.hStdError = openInherited(files.errors, FILE_APPEND_DATA, OPEN_ALWAYS);
+    startup.hStdOutput = openInherited(output, FILE_APPEND_DATA, OPEN_ALWAYS);
+    startup.hStdError = openInherited(errors, FILE_APPEND_DATA, OPEN_ALWAYS);
     PROCESS_INFORMATION information = {};
     const BOOL started =
         CreateProcessA(command.front().c_str(), line.data(), nullptr, nullptr, TRUE,
@@ -112,12 +112,11 @@ ChildEnd runChild(const std::vector<std::string>& command, const ChildFiles& fil
     ResumeThread(information.hThread);
     CloseHandle(information.hThread);
 
-    Watch watch(files.progress, timeout);
     bool inTime = true;
-    while (WaitForSingleObject(information.hProcess, pause) == WAIT_TIMEOUT) {
-        if (watch.isOver()) {
+    while (WaitForSingleObject(information.hProcess, pollInterval) == WAIT_TIMEOUT) {
+        if (isOverdue()) {
             inTime = false;
-            TerminateProcess(information.hProcess, endedForTime);
+            TerminateProcess(information.hProcess, killedForTimeout);
             WaitForSingleObject(information.hProcess, INFINITE);
             break;
         }
@@ -129,16 +128,6 @@ ChildEnd runChild(const std::vector<std::string>& command, const ChildFiles& fil
     ChildEnd end = endOf(code);
     end.inTime = inTime;
     return end;
-}
-
-void limitThisProcess() {
-    // The starting process sees to memory.
-    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
-}
-
-void endNow(int code) {
-    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
-    std::terminate();
 }
 
 } // namespace backendcheck

@@ -14,7 +14,7 @@ LONG WINAPI onCrash(EXCEPTION_POINTERS* pointers) {
     if (record.ExceptionCode == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION)) {
         const auto* const address = reinterpret_cast<const void*>(record.ExceptionInformation[1]);
         if (const char* const fault = faultAt(address, record.ExceptionInformation[0] == 1)) {
-            crashRecord->lastWords(fault);
+            crashRecord->crashed(fault);
         }
     }
     TerminateProcess(GetCurrentProcess(), record.ExceptionCode);
@@ -25,7 +25,7 @@ LONG WINAPI onCrash(EXCEPTION_POINTERS* pointers) {
 LONG WINAPI onAnyException(EXCEPTION_POINTERS* pointers) {
     const DWORD code = pointers->ExceptionRecord->ExceptionCode;
     if (code == static_cast<DWORD>(EXCEPTION_STACK_OVERFLOW)) {
-        crashRecord->lastWords(stackOverflowWords);
+        crashRecord->crashed(stackOverflow);
         TerminateProcess(GetCurrentProcess(), code);
     }
     if (code == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION) && crashRecord->isDone()) {

@@ -11,47 +11,50 @@ namespace backendcheck {
 
 namespace {
 
-std::filesystem::path found(const std::string& library) {
+std::filesystem::path findLibrary(const std::string& name) {
     for (const std::filesystem::path& folder : searchFolders()) {
         std::error_code error;
-        if (std::filesystem::is_regular_file(folder / library, error)) {
-            return folder / library;
+        if (std::filesystem::is_regular_file(folder / name, error)) {
+            return folder / name;
         }
     }
     return {};
 }
 
-void look(const std::filesystem::path& file, std::set<std::string>& seen, Missing& missing) {
-    LibraryFile library;
+/// The loader does not name what is missing, and Wine's does not even fail for a missing symbol.
+/// Loads the libraries that the file needs.
+void findMissing(const std::filesystem::path& file, std::set<std::string>& seen,
+                 LoadedLibrary& library) {
+    LibraryFile content;
     try {
-        library = readLibrary(file);
-    } catch (const NotALibrary& refusal) {
-        missing.libraries.push_back(file.filename().string() + ", which " + refusal.what());
+        content = readLibrary(file);
+    } catch (const NotALibrary& fault) {
+        library.missingLibraries.push_back(file.filename().string() + ", which " + fault.what());
         return;
     }
-    for (const auto& [name, symbols] : library.imports) {
+    for (const auto& [name, symbols] : content.imports) {
         if (!seen.insert(name).second) {
             continue;
         }
         HMODULE const module = LoadLibraryA(name.c_str());
         if (module == nullptr) {
-            const std::filesystem::path place = found(name);
-            if (place.empty()) {
-                missing.libraries.push_back(name);
+            const std::filesystem::path needed = findLibrary(name);
+            if (needed.empty()) {
+                library.missingLibraries.push_back(name);
             } else {
-                look(place, seen, missing);
+                findMissing(needed, seen, library);
             }
             continue;
         }
         for (const std::string& symbol : symbols) {
             if (GetProcAddress(module, symbol.c_str()) == nullptr) {
-                missing.symbols.push_back(symbol + " of " + name);
+                library.missingSymbols.push_back(symbol + " of " + name);
             }
         }
     }
 }
 
-std::string wordsFor(DWORD code) {
+const char* describe(DWORD code) {
     switch (code) {
     case ERROR_MOD_NOT_FOUND:
         return "it, or a library that it needs, is not found";
@@ -70,33 +73,26 @@ std::string wordsFor(DWORD code) {
 
 } // namespace
 
-Missing missingFor(const std::filesystem::path& file) {
-    Missing missing;
+LoadedLibrary loadPlugin(const std::filesystem::path& file) {
+    LoadedLibrary library;
     std::set<std::string> seen;
-    look(file, seen, missing);
-    return missing;
-}
-
-void* loadedEntryPoint(const std::string& fileName, std::string& error) {
-    HMODULE const library = LoadLibraryA(fileName.c_str());
-    void* const function = library != nullptr
-                               ? reinterpret_cast<void*>(GetProcAddress(library, "createBackend"))
-                               : nullptr;
-    if (function == nullptr) {
-        const DWORD code = GetLastError();
-        error = wordsFor(code) + " (error " + std::to_string(code) + ")";
+    findMissing(file, seen, library);
+    if (!library.missingLibraries.empty() || !library.missingSymbols.empty()) {
+        return library;
     }
-    return function;
-}
-
-std::filesystem::path fileWith(void* function) {
-    HMODULE module = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       static_cast<const char*>(function), &module);
-    std::string file(MAX_PATH, '\0');
-    file.resize(GetModuleFileNameA(module, file.data(), MAX_PATH));
-    return file;
+    HMODULE const module = LoadLibraryA(file.filename().string().c_str());
+    const auto function = module != nullptr ? GetProcAddress(module, "createBackend") : nullptr;
+    HMODULE owner = nullptr;
+    if (function == nullptr ||
+        !GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                            reinterpret_cast<const char*>(function), &owner)) {
+        const DWORD code = GetLastError();
+        library.error = std::string(describe(code)) + " (error " + std::to_string(code) + ")";
+        return library;
+    }
+    library.file = moduleFile(owner);
+    return library;
 }
 
 } // namespace backendcheck

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
+#include <exception>
 #include <new>
+#include <utility>
 
 #include <windows.h>
 
@@ -12,64 +15,14 @@
 
 namespace backendcheck {
 
-namespace {
-
-MEMORY_BASIC_INFORMATION areaOf(const void* address) {
-    MEMORY_BASIC_INFORMATION area = {};
-    VirtualQuery(address, &area, sizeof(area));
-    return area;
+void limitThisProcess() {
+    // The supervisor limits the memory.
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
-constexpr DWORD executable =
-    PAGE_EXECUTE | PAGE_EXECUTE_READ | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
-constexpr DWORD readable = PAGE_READONLY | PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READ |
-                           PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
-
-} // namespace
-
-bool isReadable(const void* begin, std::size_t size) {
-    const MEMORY_BASIC_INFORMATION area = areaOf(begin);
-    if (area.State != MEM_COMMIT || (area.Protect & readable) == 0 ||
-        (area.Protect & PAGE_GUARD) != 0) {
-        return false;
-    }
-    const std::size_t before = static_cast<std::size_t>(static_cast<const char*>(begin) -
-                                                        static_cast<char*>(area.BaseAddress));
-    const std::size_t rest = area.RegionSize - before;
-    return rest >= size || isReadable(static_cast<const char*>(begin) + rest, size - rest);
-}
-
-bool isCode(const void* address) {
-    const MEMORY_BASIC_INFORMATION area = areaOf(address);
-    return area.State == MEM_COMMIT && (area.Protect & executable) != 0;
-}
-
-bool isOnThisStack(const void* address) {
-    const int here = 0;
-    return areaOf(&here).AllocationBase == areaOf(address).AllocationBase;
-}
-
-std::size_t pageSize() {
-    SYSTEM_INFO system = {};
-    GetSystemInfo(&system);
-    return system.dwPageSize;
-}
-
-char* newPages(std::size_t size) {
-    void* const pages = VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
-    if (pages == nullptr) {
-        throw std::bad_alloc();
-    }
-    return static_cast<char*>(pages);
-}
-
-void makeReadOnly(char* pages, std::size_t size) {
-    DWORD before = 0;
-    VirtualProtect(pages, size, PAGE_READONLY, &before);
-}
-
-void makeUnreadable(char* pages, std::size_t size) {
-    VirtualFree(pages, size, MEM_DECOMMIT);
+void endNow(int code) {
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
+    std::terminate();
 }
 
 std::size_t usedMemory() {
@@ -108,6 +61,54 @@ std::size_t runningThreads() {
     }
     CloseHandle(snapshot);
     return count;
+}
+
+std::vector<HostSetting> platformSettings() {
+    std::vector<HostSetting> settings;
+    constexpr std::array<std::pair<DWORD, const char*>, 3> streams = {
+        {{STD_INPUT_HANDLE, "standard input"},
+         {STD_OUTPUT_HANDLE, "standard output"},
+         {STD_ERROR_HANDLE, "standard error"}}};
+    for (const auto& [which, name] : streams) {
+        HANDLE const handle = GetStdHandle(which);
+        DWORD flags = 0;
+        const bool isOpen = handle != INVALID_HANDLE_VALUE && GetHandleInformation(handle, &flags);
+        settings.push_back({name, isOpen ? "open" : "closed", true});
+    }
+    settings.push_back({"the error mode", std::to_string(GetErrorMode())});
+    settings.push_back(
+        {"the priority class", std::to_string(GetPriorityClass(GetCurrentProcess()))});
+    std::string environment;
+    char* const block = GetEnvironmentStringsA();
+    for (const char* variable = block; *variable != '\0'; variable += std::strlen(variable) + 1) {
+        environment += std::string(variable) + ' ';
+    }
+    FreeEnvironmentStringsA(block);
+    settings.push_back({"the environment", environment});
+    return settings;
+}
+
+std::size_t pageSize() {
+    SYSTEM_INFO system = {};
+    GetSystemInfo(&system);
+    return system.dwPageSize;
+}
+
+char* newPages(std::size_t size) {
+    void* const pages = VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+    if (pages == nullptr) {
+        throw std::bad_alloc();
+    }
+    return static_cast<char*>(pages);
+}
+
+void makeReadOnly(char* pages, std::size_t size) {
+    DWORD before = 0;
+    VirtualProtect(pages, size, PAGE_READONLY, &before);
+}
+
+void makeUnreadable(char* pages, std::size_t size) {
+    VirtualFree(pages, size, MEM_DECOMMIT);
 }
 
 } // namespace backendcheck
