@@ -3,11 +3,13 @@
 #   zol_spdlog         the headers of spdlog and fmt; backends/common compiles both
 #   zol_command_line   CLI11 and
 #   zol_json           JSON for Modern C++, what the tools compile in
+#   zol_elf            libelf, which the tools link on Linux
 
 add_library(zol_boost_thread INTERFACE)
 add_library(zol_spdlog INTERFACE)
 add_library(zol_command_line INTERFACE)
 add_library(zol_json INTERFACE)
+add_library(zol_elf INTERFACE)
 
 if(MINGW)
     # Debian has no Boost for mingw: scripts/setup.sh lays the library's sources, and links to the
@@ -66,5 +68,11 @@ else()
         target_include_directories(zol_command_line SYSTEM INTERFACE ${ZOL_CLI11_INCLUDE})
         find_package(nlohmann_json REQUIRED)
         target_link_libraries(zol_json INTERFACE nlohmann_json::nlohmann_json)
+        if(NOT WIN32)
+            find_library(ZOL_LIBELF elf REQUIRED)
+            find_path(ZOL_LIBELF_INCLUDE libelf.h REQUIRED)
+            target_include_directories(zol_elf SYSTEM INTERFACE ${ZOL_LIBELF_INCLUDE})
+            target_link_libraries(zol_elf INTERFACE ${ZOL_LIBELF})
+        endif()
     endif()
 endif()

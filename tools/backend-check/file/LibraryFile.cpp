@@ -1,5 +1,6 @@
 #include "file/LibraryFile.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <string_view>
@@ -10,18 +11,14 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// The name of a type that each copy of the C++ runtime defines; its zero tells it from the mention
-// of a symbol.
+// The name of a type that each copy of the C++ runtime defines. With its terminators: a mere
+// reference to the symbol is not a copy.
 constexpr std::string_view runtimeTypeName = "\0N10__cxxabiv117__class_type_infoE\0"sv;
 
-bool isText(std::string_view begin) {
-    for (const char c : begin) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < ' ' && byte != '\t' && byte != '\n' && byte != '\r') {
-            return false;
-        }
-    }
-    return true;
+bool isText(std::string_view content) {
+    return std::all_of(content.begin(), content.end(), [](char c) {
+        return static_cast<unsigned char>(c) >= ' ' || c == '\t' || c == '\n' || c == '\r';
+    });
 }
 
 } // namespace
@@ -32,24 +29,18 @@ LibraryFile readLibrary(const std::filesystem::path& file) {
         throw NotALibrary("cannot be opened for reading");
     }
     std::string content{std::istreambuf_iterator<char>(stream), {}};
-    constexpr std::size_t lookedAt = 256;
     if (content.empty()) {
         throw NotALibrary("is empty");
     }
-    if (isText(content.substr(0, lookedAt))) {
-        constexpr std::string_view archive = "!<arch>";
-        throw NotALibrary(content.compare(0, archive.size(), archive) == 0
+    constexpr std::size_t inspected = 256;
+    if (isText(content.substr(0, inspected))) {
+        throw NotALibrary(content.rfind("!<arch>", 0) == 0
                               ? "is a static library, which no host can load"
                               : "is a text file");
     }
-    const Bytes bytes(std::move(content));
-    try {
-        LibraryFile library = parseLibrary(bytes);
-        library.hasOwnCppRuntime = bytes.has(runtimeTypeName);
-        return library;
-    } catch (const CutShort&) {
-        throw NotALibrary("is cut short or damaged: it names places beyond its end");
-    }
+    LibraryFile library = parseLibrary(content);
+    library.hasOwnCppRuntime = content.find(runtimeTypeName) != std::string::npos;
+    return library;
 }
 
 } // namespace backendcheck

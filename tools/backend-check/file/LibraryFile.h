@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "file/Bytes.h"
-
 namespace backendcheck {
 
 struct ExportedName {
@@ -15,26 +13,30 @@ struct ExportedName {
     bool isFunction;
 };
 
-/// What the file of a dynamic library says of itself, read without loading it.
+/// What the file of a dynamic library contains, read without loading it.
 struct LibraryFile {
     std::vector<ExportedName> exports;
-    std::vector<std::string> hidden; // defined, but not exported; empty if the file does not tell
-    std::vector<std::string> needed; // libraries, as it names them to the loader
-    std::map<std::string, std::vector<std::string>>
-        imports; // of which library; Windows alone tells
+    std::vector<std::string> hidden; // defined, but not exported; Linux only
+    std::vector<std::string> needed; // libraries, as the loader is asked for them
+    std::map<std::string, std::vector<std::string>> imports; // by library; Windows only
     bool hasOwnCppRuntime = false;
 };
 
-/// The file is no library that this platform's loader would take; the text says what it is.
+/// The loader of this platform would not accept the file; the text says what it is.
 class NotALibrary : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
+class DamagedLibrary : public NotALibrary {
+public:
+    DamagedLibrary() : NotALibrary("is cut short or damaged: it names places beyond its end") {}
+};
+
 /// Throws NotALibrary.
 LibraryFile readLibrary(const std::filesystem::path& file);
 
-/// The platform's part of it: the format of its libraries. Throws NotALibrary or CutShort.
-LibraryFile parseLibrary(const Bytes& bytes);
+/// The platform's part of it: the format of its libraries.
+LibraryFile parseLibrary(std::string& content);
 
 } // namespace backendcheck

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 
 #include <windows.h>
 
@@ -9,19 +10,20 @@ namespace backendcheck {
 
 namespace {
 
-/// The file's parts as they lie in memory when it is loaded.
+/// The file's parts as they lie in memory when it is loaded. Throws DamagedLibrary.
 class Image {
 public:
-    explicit Image(const Bytes& bytes) : bytes_(bytes) {
-        const auto place = static_cast<std::size_t>(bytes.at<IMAGE_DOS_HEADER>(0).e_lfanew);
-        headers_ = bytes.at<IMAGE_NT_HEADERS64>(place);
-        const std::size_t table = place + offsetof(IMAGE_NT_HEADERS64, OptionalHeader) +
+    explicit Image(const std::string& content) : content_(content) {
+        refuseOthers();
+        const std::size_t start = headersOffset();
+        headers_ = atOffset<IMAGE_NT_HEADERS64>(start);
+        const std::size_t table = start + offsetof(IMAGE_NT_HEADERS64, OptionalHeader) +
                                   headers_.FileHeader.SizeOfOptionalHeader;
         for (std::size_t i = 0; i < headers_.FileHeader.NumberOfSections; ++i) {
-            const auto part =
-                bytes.at<IMAGE_SECTION_HEADER>(table + i * sizeof(IMAGE_SECTION_HEADER));
-            bytes.need(part.PointerToRawData, part.SizeOfRawData);
-            parts_.push_back(part);
+            const auto section =
+                atOffset<IMAGE_SECTION_HEADER>(table + i * sizeof(IMAGE_SECTION_HEADER));
+            need(section.PointerToRawData, section.SizeOfRawData);
+            sections_.push_back(section);
         }
     }
 
@@ -31,59 +33,86 @@ public:
 
     template <typename Value>
     Value at(std::size_t address) const {
-        return bytes_.at<Value>(offsetOf(address));
+        return atOffset<Value>(offsetOf(address));
     }
 
-    std::string textAt(std::size_t address) const { return bytes_.textAt(offsetOf(address)); }
+    /// The zero-terminated text there.
+    std::string textAt(std::size_t address) const {
+        const std::size_t offset = offsetOf(address);
+        const std::size_t end = content_.find('\0', offset);
+        if (end == std::string::npos) {
+            throw DamagedLibrary();
+        }
+        return content_.substr(offset, end - offset);
+    }
 
     bool isCode(std::size_t address) const {
-        return (partOf(address).Characteristics & IMAGE_SCN_MEM_EXECUTE) != 0;
+        return (sectionOf(address).Characteristics & IMAGE_SCN_MEM_EXECUTE) != 0;
     }
 
 private:
-    const IMAGE_SECTION_HEADER& partOf(std::size_t address) const {
-        for (const IMAGE_SECTION_HEADER& part : parts_) {
-            const std::size_t size = std::max(part.SizeOfRawData, part.Misc.VirtualSize);
-            if (address >= part.VirtualAddress && address - part.VirtualAddress < size) {
-                return part;
+    std::size_t headersOffset() const {
+        return static_cast<std::size_t>(atOffset<IMAGE_DOS_HEADER>(0).e_lfanew);
+    }
+
+    void refuseOthers() const {
+        if (content_.rfind("\x7f"
+                           "ELF",
+                           0) == 0) {
+            throw NotALibrary("is a library or program for Linux");
+        }
+        if (content_.rfind("MZ", 0) != 0) {
+            throw NotALibrary("is no library: it does not begin as one");
+        }
+        const std::size_t start = headersOffset();
+        if (atOffset<DWORD>(start) != IMAGE_NT_SIGNATURE) {
+            throw NotALibrary("is no library for Windows");
+        }
+        const auto header = atOffset<IMAGE_FILE_HEADER>(start + sizeof(DWORD));
+        if (header.Machine == IMAGE_FILE_MACHINE_I386) {
+            throw NotALibrary("is of 32 bits, and the framework of 64");
+        }
+        if (header.Machine != IMAGE_FILE_MACHINE_AMD64) {
+            throw NotALibrary("is for another processor than x64");
+        }
+        if ((header.Characteristics & IMAGE_FILE_DLL) == 0) {
+            throw NotALibrary("is a program, not a library");
+        }
+    }
+
+    void need(std::size_t offset, std::size_t size) const {
+        if (offset > content_.size() || size > content_.size() - offset) {
+            throw DamagedLibrary();
+        }
+    }
+
+    template <typename Value>
+    Value atOffset(std::size_t offset) const {
+        need(offset, sizeof(Value));
+        Value value;
+        std::memcpy(&value, content_.data() + offset, sizeof(Value));
+        return value;
+    }
+
+    const IMAGE_SECTION_HEADER& sectionOf(std::size_t address) const {
+        for (const IMAGE_SECTION_HEADER& section : sections_) {
+            const std::size_t size = std::max(section.SizeOfRawData, section.Misc.VirtualSize);
+            if (address >= section.VirtualAddress && address - section.VirtualAddress < size) {
+                return section;
             }
         }
-        throw CutShort();
+        throw DamagedLibrary();
     }
 
     std::size_t offsetOf(std::size_t address) const {
-        const IMAGE_SECTION_HEADER& part = partOf(address);
-        return address - part.VirtualAddress + part.PointerToRawData;
+        const IMAGE_SECTION_HEADER& section = sectionOf(address);
+        return address - section.VirtualAddress + section.PointerToRawData;
     }
 
-    const Bytes& bytes_;
-    IMAGE_NT_HEADERS64 headers_;
-    std::vector<IMAGE_SECTION_HEADER> parts_;
+    const std::string& content_;
+    IMAGE_NT_HEADERS64 headers_ = {};
+    std::vector<IMAGE_SECTION_HEADER> sections_;
 };
-
-void refuseOthers(const Bytes& bytes) {
-    if (bytes.beginsWith("\x7f"
-                         "ELF")) {
-        throw NotALibrary("is a library or program for Linux");
-    }
-    if (!bytes.beginsWith("MZ")) {
-        throw NotALibrary("is no library: it does not begin as one");
-    }
-    const auto place = static_cast<std::size_t>(bytes.at<IMAGE_DOS_HEADER>(0).e_lfanew);
-    if (bytes.at<DWORD>(place) != IMAGE_NT_SIGNATURE) {
-        throw NotALibrary("is no library for Windows");
-    }
-    const auto header = bytes.at<IMAGE_FILE_HEADER>(place + sizeof(DWORD));
-    if (header.Machine == IMAGE_FILE_MACHINE_I386) {
-        throw NotALibrary("is of 32 bits, and the framework of 64");
-    }
-    if (header.Machine != IMAGE_FILE_MACHINE_AMD64) {
-        throw NotALibrary("is for another processor than x64");
-    }
-    if ((header.Characteristics & IMAGE_FILE_DLL) == 0) {
-        throw NotALibrary("is a program, not a library");
-    }
-}
 
 void readExports(const Image& image, LibraryFile& library) {
     const IMAGE_DATA_DIRECTORY& place = image.directory(IMAGE_DIRECTORY_ENTRY_EXPORT);
@@ -95,7 +124,7 @@ void readExports(const Image& image, LibraryFile& library) {
         const auto name = image.at<DWORD>(table.AddressOfNames + i * sizeof(DWORD));
         const auto index = image.at<WORD>(table.AddressOfNameOrdinals + i * sizeof(WORD));
         const auto address = image.at<DWORD>(table.AddressOfFunctions + index * sizeof(DWORD));
-        // An address within the table leads on to another library's function.
+        // An address within the table forwards to another library's function.
         const bool isForwarded =
             address >= place.VirtualAddress && address - place.VirtualAddress < place.Size;
         library.exports.push_back({image.textAt(name), isForwarded || image.isCode(address)});
@@ -121,7 +150,7 @@ void readImports(const Image& image, LibraryFile& library) {
                 break;
             }
             if ((item & IMAGE_ORDINAL_FLAG64) == 0) {
-                names.push_back(image.textAt(item + sizeof(WORD))); // behind a hint
+                names.push_back(image.textAt(item + sizeof(WORD))); // after a hint
             }
         }
     }
@@ -129,9 +158,8 @@ void readImports(const Image& image, LibraryFile& library) {
 
 } // namespace
 
-LibraryFile parseLibrary(const Bytes& bytes) {
-    refuseOthers(bytes);
-    const Image image(bytes);
+LibraryFile parseLibrary(std::string& content) {
+    const Image image(content);
     LibraryFile library;
     readExports(image, library);
     readImports(image, library);
