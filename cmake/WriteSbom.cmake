@@ -157,6 +157,11 @@ else()
     add_package(libgcc ${libraryVersion} ${gccLicence} ${others} DYNAMIC_LINK "Not shipped")
     owner_version(libraryVersion libc.so.6)
     add_package(glibc ${libraryVersion} LGPL-2.1-or-later ${others} DYNAMIC_LINK "Not shipped")
+    if(tools)
+        owner_version(libraryVersion libelf.so.1)
+        add_package(libelf ${libraryVersion} "LGPL-3.0-or-later OR GPL-2.0-or-later" ${others}
+            DYNAMIC_LINK "Not shipped; zol-backend-check needs it")
+    endif()
 endif()
 
 string(TIMESTAMP created UTC)
