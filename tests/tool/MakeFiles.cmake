@@ -1,6 +1,6 @@
-# Makes files that look like plug-ins and are none, of one that is.
+# Makes files that look like plug-ins and are not, from a good plug-in.
 #
-# cmake -DGOOD=<a plug-in> -DFOLDER=<where to> -DSUFFIX=<.so or .dll> -P MakeFiles.cmake
+# cmake -DGOOD=<a plug-in> -DFOLDER=<output folder> -DSUFFIX=<.so or .dll> -P MakeFiles.cmake
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/../support/Run.cmake)
@@ -16,7 +16,7 @@ file(SIZE ${GOOD} size)
 math(EXPR half "${size} / 2")
 run(dd if=${GOOD} of=${FOLDER}/Half_r${SUFFIX} bs=${half} count=1)
 
-# The byte that tells 32 bits from 64: of ELF the class, of PE the processor.
+# The byte that distinguishes 32 bits from 64: the class of ELF, the processor of PE.
 file(COPY_FILE ${GOOD} ${FOLDER}/Narrow_r${SUFFIX})
 if(SUFFIX STREQUAL ".dll")
     file(READ ${GOOD} place OFFSET 60 LIMIT 1 HEX)

@@ -1,4 +1,4 @@
-// The entry point's name is not quite right.
+// The entry point's name has another case.
 
 #include "Parts.h"
 

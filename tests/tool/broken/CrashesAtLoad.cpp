@@ -1,4 +1,4 @@
-// A static initialiser that goes wrong.
+// A static initialiser that crashes.
 
 #include "Parts.h"
 

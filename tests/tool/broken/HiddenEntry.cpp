@@ -1,4 +1,4 @@
-// The entry point is there for the linker, but not for the loader.
+// The entry point is defined, but not exported.
 
 #include "Parts.h"
 

@@ -2,7 +2,7 @@
 
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
 
-// What the broken plug-ins have in common, and what is right with it.
+// The parts of the broken plug-ins that have no fault.
 
 using ZOL::Framework::GenericLogger::LoggerBackend;
 using ZOL::Framework::GenericLogger::LoggingChannel;

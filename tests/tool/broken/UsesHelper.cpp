@@ -1,4 +1,4 @@
-// Calls a function of another library; the build decides what becomes of that.
+// Calls a function of another library; the build decides how that is linked.
 
 #include "Parts.h"
 

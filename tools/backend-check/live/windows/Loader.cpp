@@ -81,17 +81,14 @@ LoadedLibrary loadPlugin(const std::filesystem::path& file) {
         return library;
     }
     HMODULE const module = LoadLibraryA(file.filename().string().c_str());
-    const auto function = module != nullptr ? GetProcAddress(module, "createBackend") : nullptr;
-    HMODULE owner = nullptr;
-    if (function == nullptr ||
-        !GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                            reinterpret_cast<const char*>(function), &owner)) {
+    if (module == nullptr || GetProcAddress(module, "createBackend") == nullptr) {
         const DWORD code = GetLastError();
         library.error = std::string(describe(code)) + " (error " + std::to_string(code) + ")";
         return library;
     }
-    library.file = moduleFile(owner);
+    std::string loaded(MAX_PATH, '\0');
+    loaded.resize(GetModuleFileNameA(module, loaded.data(), MAX_PATH));
+    library.file = loaded;
     return library;
 }
 
