@@ -28,7 +28,7 @@ std::pair<std::string, std::string> propertyOf(const std::string& setting) {
 Options optionsOf(int count, char** arguments) {
     Options options;
     std::vector<std::string> settings;
-    constexpr int longestTimeout = 3600;
+    constexpr int maxTimeout = 3600;
 
     CLI::App app(about);
     app.name("zol-backend-check");
@@ -51,11 +51,11 @@ Options optionsOf(int count, char** arguments) {
     app.add_option("--folder", options.workFolder,
                    "the current folder of the plug-in, in place of an empty one");
     app.add_option("--timeout", options.timeout, "seconds that each step may take")
-        ->check(CLI::Range(1, longestTimeout))
+        ->check(CLI::Range(1, maxTimeout))
         ->capture_default_str();
     app.add_flag("--json", options.json, "writes the report as one JSON document");
     app.add_flag("--strict", options.strict, "takes notes for faults");
-    // No group, no mention in the help.
+    // For the child process: without a group, the help does not list them.
     app.add_option("--record", options.record)->group("");
     app.add_option("--file", options.file)->group("");
     app.add_option("--skip", options.skipped)->group("")->delimiter(',');

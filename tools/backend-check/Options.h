@@ -8,7 +8,7 @@ namespace backendcheck {
 
 struct Options {
     std::string name;
-    std::string folder; // where the plug-in lies; empty: where a host would find it
+    std::string folder; // where the plug-in is; empty: where a host would find it
     std::string workFolder;
     std::string logger = "zol-check";
     std::vector<std::pair<std::string, std::string>> properties;
@@ -16,13 +16,13 @@ struct Options {
     bool json = false;
     bool strict = false;
 
-    // For the process that tries the plug-in.
-    std::string record; // the file for its findings; empty in the process that the user started
-    std::string file;   // the plug-in's
-    std::vector<std::string> skipped; // checks that have been made already
+    // For the child process that loads the plug-in.
+    std::string record;               // the file for its findings; empty in the supervisor
+    std::string file;                 // the plug-in's
+    std::vector<std::string> skipped; // checks that have a result already
 };
 
-/// Ends the process, with what there is to say, if nothing is to be checked.
+/// Ends the process after --help and --version, and after an error in the arguments.
 Options optionsOf(int count, char** arguments);
 
 } // namespace backendcheck

@@ -1,6 +1,7 @@
 #include "Report.h"
 
 #include <algorithm>
+#include <array>
 #include <iomanip>
 
 #include <nlohmann/json.hpp>
@@ -11,32 +12,12 @@ namespace backendcheck {
 
 namespace {
 
-const char* wordFor(Result result) {
-    switch (result) {
-    case Result::Ok:
-        return "ok";
-    case Result::Note:
-        return "note";
-    case Result::Wrong:
-        return "wrong";
-    case Result::NotReached:
-        break;
-    }
-    return "not-reached";
-}
+// By the value of a Result.
+constexpr std::array resultNames = {"ok", "note", "wrong", "not-reached"};
+constexpr std::array resultMarks = {"ok", "note", "WRONG", "-"};
 
-const char* markFor(Result result) {
-    switch (result) {
-    case Result::Ok:
-        return "ok";
-    case Result::Note:
-        return "note";
-    case Result::Wrong:
-        return "WRONG";
-    case Result::NotReached:
-        break;
-    }
-    return "-";
+const char* textFor(const std::array<const char*, 4>& texts, Result result) {
+    return texts[static_cast<std::size_t>(result)];
 }
 
 constexpr int markWidth = 7;
@@ -77,7 +58,7 @@ void Report::complete() {
             sorted.push_back({check, Result::NotReached, "not tried, because of the above"});
         }
     }
-    // What comes to light late may be the reason for what was not tried.
+    // A fault that was found late may be the reason for a check that was not tried.
     const auto wrong = std::find_if(sorted.begin(), sorted.end(), [](const Finding& finding) {
         return finding.result == Result::Wrong;
     });
@@ -101,8 +82,8 @@ void Report::writeLines(std::ostream& out, const std::string& name) const {
     std::size_t wrong = 0;
     std::size_t notes = 0;
     for (const Finding& finding : findings_) {
-        out << std::left << std::setw(markWidth) << markFor(finding.result) << std::setw(checkWidth)
-            << finding.check << indented(finding.text) << '\n';
+        out << std::left << std::setw(markWidth) << textFor(resultMarks, finding.result)
+            << std::setw(checkWidth) << finding.check << indented(finding.text) << '\n';
         wrong += finding.result == Result::Wrong ? 1U : 0U;
         notes += finding.result == Result::Note ? 1U : 0U;
     }
@@ -118,7 +99,7 @@ void Report::writeJson(std::ostream& out, const std::string& name,
     nlohmann::ordered_json checks = nlohmann::ordered_json::array();
     for (const Finding& finding : findings_) {
         checks.push_back({{"check", finding.check},
-                          {"result", wordFor(finding.result)},
+                          {"result", textFor(resultNames, finding.result)},
                           {"text", finding.text}});
     }
     const nlohmann::ordered_json document = {{"tool", "zol-backend-check"},
@@ -128,7 +109,7 @@ void Report::writeJson(std::ostream& out, const std::string& name,
                                              {"verdict", isWrong() ? "wrong" : "good"},
                                              {"checks", checks}};
     constexpr int indent = 2;
-    // What a plug-in says of itself need not be UTF-8.
+    // Texts of a plug-in need not be UTF-8.
     out << document.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
         << '\n';
 }

@@ -10,7 +10,7 @@
 
 namespace backendcheck {
 
-/// All that was found out about one plug-in.
+/// The findings about one plug-in.
 class Report {
 public:
     void add(Finding finding) { findings_.push_back(std::move(finding)); }
@@ -18,10 +18,10 @@ public:
     bool hasResult(std::string_view check) const;
     bool isWrong() const;
 
-    /// Every check that has no result is told as not reached.
+    /// Sorts the findings and adds every check without a result as not reached.
     void complete();
 
-    /// Takes notes for faults.
+    /// Turns notes into faults.
     void beStrict();
 
     void writeLines(std::ostream& out, const std::string& name) const;

@@ -20,11 +20,11 @@ inline bool endsWith(std::string_view text, std::string_view end) {
     return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
-/// "orders" in quotation marks, with what cannot be shown as it is in other words.
+/// The text in quotation marks, shortened and with escaped line breaks.
 inline std::string inQuotes(std::string_view text) {
-    constexpr std::size_t most = 40;
+    constexpr std::size_t maxLength = 40;
     std::string result = "\"";
-    for (const char c : text.substr(0, most)) {
+    for (const char c : text.substr(0, maxLength)) {
         if (c == '\n') {
             result += "\\n";
         } else if (c == '\r') {
@@ -33,18 +33,19 @@ inline std::string inQuotes(std::string_view text) {
             result += c;
         }
     }
-    return result + (text.size() > most ? "...\"" : "\"");
+    return result + (text.size() > maxLength ? "...\"" : "\"");
 }
 
-/// The first few, and how many more there are.
+/// The first few names, and how many more there are.
 inline std::string listed(const std::vector<std::string>& names) {
-    constexpr std::size_t most = 4;
+    constexpr std::size_t maxNames = 4;
     std::string list;
-    for (std::size_t i = 0; i < names.size() && i < most; ++i) {
+    for (std::size_t i = 0; i < names.size() && i < maxNames; ++i) {
         list += (i == 0 ? "" : ", ") + names[i];
     }
-    return names.size() > most ? list + " and " + std::to_string(names.size() - most) + " more"
-                               : list;
+    return names.size() > maxNames
+               ? list + " and " + std::to_string(names.size() - maxNames) + " more"
+               : list;
 }
 
 } // namespace backendcheck

@@ -1,4 +1,4 @@
-// zol-backend-check: says in plain words what is right and wrong with a back-end plug-in.
+// zol-backend-check: checks a back-end plug-in and reports what is right and wrong with it.
 
 #include <exception>
 #include <filesystem>

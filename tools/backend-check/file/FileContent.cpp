@@ -1,7 +1,6 @@
 #include "file/FileChecks.h"
 
 #include <algorithm>
-#include <cctype>
 #include <regex>
 #include <string>
 #include <vector>
@@ -18,73 +17,65 @@ constexpr const char* entryPoint = "createBackend";
 constexpr const char* declaration =
     "it is declared: extern \"C\" ZOL_BACKEND_EXPORT LoggerBackend* createBackend();";
 
-/// Letters alone, in lower case: what remains of a name however it is decorated.
-std::string plain(const std::string& name) {
-    std::string letters;
-    for (const char c : name) {
-        if (std::isalpha(static_cast<unsigned char>(c)) != 0) {
-            letters += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+/// Only the letters, in lower case: common to all decorated forms of a name.
+std::string letters(const std::string& name) {
+    std::string result;
+    for (const char c : lower(name)) {
+        if (c >= 'a' && c <= 'z') {
+            result += c;
         }
     }
-    return letters;
+    return result;
 }
 
-std::string reasonFor(const std::string& nearMiss) {
-    if (nearMiss.compare(0, 2, "_Z") == 0 || nearMiss.front() == '?') {
-        return "it exports " + nearMiss +
-               ", which is the name as C++ mangles it: extern \"C\" is "
-               "missing";
+std::string describeNearMiss(const std::string& name) {
+    if (name.compare(0, 2, "_Z") == 0 || name.front() == '?') {
+        return ", which is the name as C++ mangles it: extern \"C\" is missing";
     }
-    if (nearMiss.find('@') != std::string::npos || nearMiss.front() == '_') {
-        return "it exports " + nearMiss +
-               ", a name with something added: use no other calling "
-               "convention, or a module-definition file";
+    if (name.find('@') != std::string::npos || name.front() == '_') {
+        return ", a name with something added: use no other calling convention, or a "
+               "module-definition file";
     }
-    return "it exports " + nearMiss + ", and the name must be exactly createBackend";
+    return ", and the name must be exactly createBackend";
 }
 
-bool checkEntryPoint(const LibraryFile& library, Report& report) {
-    for (const ExportedName& exported : library.exports) {
-        if (exported.name == entryPoint) {
-            if (exported.isFunction) {
-                report.add({"entry-point", Result::Ok, "it exports the function createBackend"});
-                return true;
-            }
-            report.add({"entry-point", Result::Wrong,
-                        "createBackend is exported as data, and must be a function: a call of it "
-                        "would end the host"});
-            return false;
+std::string describeMissingEntryPoint(const LibraryFile& library,
+                                      const std::vector<std::string>& exports) {
+    for (const std::string& name : exports) {
+        if (letters(name).find(letters(entryPoint)) != std::string::npos) {
+            return "it exports " + name + describeNearMiss(name);
         }
     }
-    std::string text;
-    for (const ExportedName& exported : library.exports) {
-        if (plain(exported.name).find(plain(entryPoint)) != std::string::npos) {
-            text = reasonFor(exported.name);
-        }
-    }
-    if (text.empty() && std::find(library.hidden.begin(), library.hidden.end(), entryPoint) !=
-                            library.hidden.end()) {
-        text = "createBackend is there, but not exported: ZOL_BACKEND_EXPORT is missing, or a "
+    if (std::find(library.hidden.begin(), library.hidden.end(), entryPoint) !=
+        library.hidden.end()) {
+        return "createBackend is there, but not exported: ZOL_BACKEND_EXPORT is missing, or a "
                "version script hides it";
     }
-    if (text.empty()) {
-        std::vector<std::string> names;
-        for (const ExportedName& exported : library.exports) {
-            names.push_back(exported.name);
-        }
-        text = "it does not export createBackend, but " +
-               (names.empty() ? std::string("nothing at all") : listed(names));
-    }
-    report.add({"entry-point", Result::Wrong, text + "\n" + declaration});
-    return false;
+    return "it does not export createBackend, but " +
+           (exports.empty() ? "nothing at all" : listed(exports));
 }
 
-void checkExports(const LibraryFile& library, Report& report) {
+/// Checks "entry-point" and "exports". False if there is no entry point.
+bool checkExports(const LibraryFile& library, Report& report) {
+    const ExportedName* entry = nullptr;
     std::vector<std::string> others;
     for (const ExportedName& exported : library.exports) {
-        if (exported.name != entryPoint) {
+        if (exported.name == entryPoint) {
+            entry = &exported;
+        } else {
             others.push_back(exported.name);
         }
+    }
+    const bool isFunction = entry != nullptr && entry->isFunction;
+    if (isFunction) {
+        report.add({"entry-point", Result::Ok, "it exports the function createBackend"});
+    } else if (entry != nullptr) {
+        report.add({"entry-point", Result::Wrong,
+                    "createBackend is exported as data, and must be a function: a call of it "
+                    "would end the host"});
+    } else {
+        report.add({"entry-point", Result::Wrong,
+                    describeMissingEntryPoint(library, others) + "\n" + declaration});
     }
     if (others.empty()) {
         report.add({"exports", Result::Ok, "nothing else is exported"});
@@ -93,6 +84,7 @@ void checkExports(const LibraryFile& library, Report& report) {
                     "it also exports " + listed(others) +
                         "\nother modules may meet these by accident; zol_add_backend hides them"});
     }
+    return isFunction;
 }
 
 void checkFramework(const LibraryFile& library, Report& report) {
@@ -120,7 +112,7 @@ void checkFramework(const LibraryFile& library, Report& report) {
     }
 }
 
-// Libraries of which a process must have one kind: the compiler's and the C library's.
+// The libraries of compilers and the C library. All modules of a process must use the same ones.
 const std::regex& runtimeNames() {
     static const std::regex names(
         R"((libstdc\+\+|libc\+\+|libgcc_s|libunwind|libwinpthread|libc\.musl|libmcfgthread|)"
@@ -165,13 +157,12 @@ bool checkFile(const std::filesystem::path& file, Report& report) {
     LibraryFile library;
     try {
         library = readLibrary(file);
-    } catch (const NotALibrary& refusal) {
-        report.add({"file-format", Result::Wrong, file.filename().string() + " " + refusal.what()});
+    } catch (const NotALibrary& fault) {
+        report.add({"file-format", Result::Wrong, file.filename().string() + " " + fault.what()});
         return false;
     }
     report.add({"file-format", Result::Ok, "it is a library for this platform"});
-    const bool hasEntryPoint = checkEntryPoint(library, report);
-    checkExports(library, report);
+    const bool hasEntryPoint = checkExports(library, report);
     checkFramework(library, report);
     checkRuntime(library, report);
     return hasEntryPoint;

@@ -16,8 +16,8 @@ std::string fileNameFor(const std::string& name) {
     return name + "_r" + librarySuffix();
 }
 
-/// What the author may have meant: "Mine" for "some/Mine_r.dll". Empty if the name can stand.
-std::string nameMeantBy(const std::string& name) {
+/// The base name in a name with more: "Mine" of "some/Mine_r.dll". Empty if there is no more.
+std::string baseNameIn(const std::string& name) {
     std::string meant = fs::path(name).filename().string();
     for (const char* const end : {".dll", ".so", "_r"}) {
         if (endsWith(lower(meant), end)) {
@@ -27,7 +27,7 @@ std::string nameMeantBy(const std::string& name) {
     return meant != name ? meant : std::string();
 }
 
-/// The name without what is often put around it.
+/// A file name without usual prefixes and suffixes, in lower case; empty if it is no library.
 std::string bare(std::string fileName) {
     fileName = lower(fileName);
     for (const char* const end : {".dll", ".so", ".dylib"}) {
@@ -48,15 +48,15 @@ std::string bare(std::string fileName) {
     return {};
 }
 
-/// Files in the folder that look as if they were meant.
+/// Files in the folder with similar names.
 std::string nearMisses(const fs::path& folder, const std::string& name) {
     std::vector<std::string> names;
     std::error_code error;
-    const std::string sought = bare(fileNameFor(name));
+    const std::string wanted = bare(fileNameFor(name));
     for (const auto& entry : fs::directory_iterator(folder, error)) {
         const std::string fileName = entry.path().filename().string();
         const std::string found = bare(fileName);
-        if (!found.empty() && (found == sought || found + "d" == sought || found == sought + "d" ||
+        if (!found.empty() && (found == wanted || found + "d" == wanted || found == wanted + "d" ||
                                lower(fileName).find(lower(name) + "_r.") != std::string::npos ||
                                found == lower(name))) {
             names.push_back(fileName);
@@ -74,7 +74,7 @@ std::string rule(const std::string& name) {
     return "for \"" + name + "\" a host asks for " + fileNameFor(name);
 }
 
-/// Windows takes a name in other letters for the same, but no other system does.
+/// The name as the folder has it: on Windows its case may differ from the file's.
 std::string nameOnDisk(const fs::path& file) {
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(file.parent_path(), error)) {
@@ -96,12 +96,12 @@ fs::path findPlugin(const std::string& name, const fs::path& folder, Report& rep
     const std::vector<fs::path> folders =
         folder.empty() ? searchFolders() : std::vector<fs::path>{folder};
     std::error_code error;
-    for (const fs::path& place : folders) {
-        const fs::path file = place / fileNameFor(name);
+    for (const fs::path& searched : folders) {
+        const fs::path file = searched / fileNameFor(name);
         if (fs::is_regular_file(file, error)) {
             report.add({"file-name", Result::Ok,
                         rule(name) + ", and it is there: " +
-                            (place / nameOnDisk(file)).make_preferred().string()});
+                            (searched / nameOnDisk(file)).make_preferred().string()});
             return fs::absolute(file);
         }
         if (fs::is_directory(file, error)) {
@@ -116,14 +116,14 @@ fs::path findPlugin(const std::string& name, const fs::path& folder, Report& rep
     if (!folder.empty() && !fs::is_directory(folder, error)) {
         text = folder.string() + " is no folder";
     }
-    const std::string meant = nameMeantBy(name);
+    const std::string meant = baseNameIn(name);
     if (!meant.empty()) {
         text += "\ngive the base name alone: " + meant;
     }
-    for (const fs::path& place : folders) {
-        const std::string others = nearMisses(place, name);
+    for (const fs::path& searched : folders) {
+        const std::string others = nearMisses(searched, name);
         if (!others.empty()) {
-            text += "\n" + place.string() + " has " + others + ": rename it to " +
+            text += "\n" + searched.string() + " has " + others + ": rename it to " +
                     fileNameFor(meant.empty() ? name : meant);
             break;
         }

@@ -6,17 +6,17 @@
 
 namespace backendcheck {
 
-// The platform's names and rules for finding libraries.
+// How the platform finds libraries.
 
 /// ".dll" or ".so".
 const char* librarySuffix();
 
-/// The variable with the folders where libraries are looked for, and what stands between them.
+/// The environment variable with the search path, and its separator.
 const char* searchVariable();
 char searchSeparator();
 
-/// The folders where a host's loader looks, in its order; those that an installation adds to them
-/// on Linux are left out.
+/// The folders that a host's loader searches, in its order; without the configured ones
+/// (/etc/ld.so.conf) on Linux.
 std::vector<std::filesystem::path> searchFolders();
 
 /// The file of the framework module that this program uses.
@@ -25,8 +25,8 @@ std::filesystem::path frameworkFile();
 /// The running program.
 std::filesystem::path programFile();
 
-/// Has processes that are started from now on spoil what they free, where the platform can do that,
-/// so that the use of an object after its end shows.
+/// Has child processes overwrite freed memory, so that the use of a destroyed object crashes. Does
+/// nothing on Windows.
 void poisonFreedMemory();
 
 void setVariable(const char* name, const std::string& value);

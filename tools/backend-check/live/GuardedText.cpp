@@ -10,7 +10,7 @@ namespace backendcheck {
 
 namespace {
 
-// A crash is no time to walk a list that may be half changed.
+// Atomic members in a fixed array: a crash may interrupt any change of them.
 struct Area {
     std::atomic<const char*> begin{nullptr};
     std::atomic<const char*> end{nullptr};

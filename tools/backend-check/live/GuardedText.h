@@ -4,9 +4,9 @@
 
 namespace backendcheck {
 
-/// A text at the very end of memory that can be read and not written to. Once the object is gone
-/// its memory is no more, and stays so: whoever reads too far, writes, or comes back later crashes,
-/// and faultAt knows why.
+/// A read-only text that ends where readable memory ends. Its memory becomes unreadable with the
+/// object's destruction and is never reused: a plug-in that reads too far, writes, or uses a
+/// pointer that it has kept crashes, and faultAt knows why.
 class GuardedText {
 public:
     explicit GuardedText(std::string_view text);
@@ -18,12 +18,12 @@ public:
 
 private:
     char* pages_;
-    std::size_t size_; // without the unreadable page behind
+    std::size_t size_; // without the unreadable page after it
     const char* text_;
     std::size_t number_;
 };
 
-/// What a crash at that address says of a plug-in, or null.
+/// What a plug-in did wrong if it crashed at that address, or null. Safe in a signal handler.
 const char* faultAt(const void* address, bool isWrite);
 
 } // namespace backendcheck

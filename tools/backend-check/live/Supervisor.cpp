@@ -1,9 +1,10 @@
 #include "live/Supervisor.h"
 
-#include <algorithm>
-#include <array>
+#include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <random>
+#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -22,7 +23,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// An empty folder that goes with the object.
+/// Whether nothing else can be tried without this check.
+bool isBasic(const std::string& check) {
+    return check == "load" || check == "create" || check == "object" || check == "install";
+}
+
+/// An empty folder that is removed with the object.
 class ScratchFolder {
 public:
     ScratchFolder() {
@@ -44,74 +50,47 @@ private:
     fs::path path_;
 };
 
-// Without these, nothing of what follows can be tried.
-constexpr std::array basicChecks = {"load", "create", "object", "install"};
-
-bool isBasic(const std::string& check) {
-    return std::find(basicChecks.begin(), basicChecks.end(), check) != basicChecks.end();
-}
-
-std::vector<std::string> commandFor(const Options& options, const fs::path& file,
-                                    const fs::path& record, const fs::path& folder,
-                                    const std::set<std::string>& made) {
-    std::vector<std::string> command = {
-        programFile().string(),       options.name,
-        "--file=" + file.string(),    "--record=" + record.string(),
-        "--logger=" + options.logger, "--folder=" + folder.string()};
-    for (const auto& [name, value] : options.properties) {
-        command.push_back(std::string("--set=").append(name).append("=").append(value));
-    }
-    for (const std::string& check : made) {
-        command.push_back("--skip=" + check);
-    }
-    return command;
-}
-
-/// What a library had to say before it ended the process.
-std::string complaintIn(const fs::path& errors) {
-    constexpr std::array words = {"Assertion", "assertion", "pure virtual", "double free",
-                                  "corrupt",   "free():",   "malloc",       "runtime error"};
-    std::ifstream stream(errors);
-    std::string found;
-    for (std::string line; std::getline(stream, line);) {
-        for (const char* const word : words) {
-            if (line.find(word) != std::string::npos) {
-                found = line;
-            }
-        }
-    }
-    constexpr std::size_t longest = 300;
-    return found.size() > longest ? std::string() : found;
-}
-
 /// Whether the record has not grown for the timeout.
 class StallDetector {
 public:
     StallDetector(fs::path record, std::chrono::seconds timeout)
-        : record_(std::move(record)),
-          timeout_(timeout),
-          lastGrowth_(std::chrono::steady_clock::now()) {}
+        : record_(std::move(record)), timeout_(timeout), lastGrowth_(Clock::now()) {}
 
     bool operator()() {
-        // Opened each time: Windows tells nobody else the size of a file that is being written.
+        // Opened each time: Windows shows the size of a file that is being written to no one else.
         std::ifstream file(record_, std::ios_base::binary | std::ios_base::ate);
         const std::streamoff size = file.is_open() ? std::streamoff(file.tellg()) : 0;
-        const auto now = std::chrono::steady_clock::now();
         if (size != size_) {
             size_ = size;
-            lastGrowth_ = now;
+            lastGrowth_ = Clock::now();
         }
-        return now - lastGrowth_ > timeout_;
+        return Clock::now() - lastGrowth_ > timeout_;
     }
 
 private:
+    using Clock = std::chrono::steady_clock;
     fs::path record_;
     std::chrono::seconds timeout_;
-    std::chrono::steady_clock::time_point lastGrowth_;
+    Clock::time_point lastGrowth_;
     std::streamoff size_ = 0;
 };
 
-std::string reasonFor(const ChildEnd& end, const RecordContent& record, int timeout) {
+/// The line of standard error in which a runtime library says why it aborts the process.
+std::string abortMessage(const fs::path& errors) {
+    const std::regex abortLine("[Aa]ssertion|pure virtual|double free|corrupt|free\\(\\):|malloc|"
+                               "runtime error");
+    constexpr std::size_t maxLength = 300;
+    std::ifstream stream(errors);
+    std::string found;
+    for (std::string line; std::getline(stream, line);) {
+        if (std::regex_search(line, abortLine)) {
+            found = line.size() <= maxLength ? "\n" + line : std::string();
+        }
+    }
+    return found;
+}
+
+std::string describe(const ChildEnd& end, const RecordContent& record, int timeout) {
     if (!end.inTime) {
         return record.action + " did not come back within " + std::to_string(timeout) +
                " s\nif it waits for a thread of its own: that one must not log, for the lock is "
@@ -128,20 +107,20 @@ std::string reasonFor(const ChildEnd& end, const RecordContent& record, int time
            record.action;
 }
 
-class LiveChecks {
+class Supervisor {
 public:
-    LiveChecks(const Options& options, const fs::path& file, Report& report)
+    Supervisor(const Options& options, const fs::path& file, Report& report)
         : options_(options),
           file_(file),
           report_(report),
-          folder_(options.workFolder.empty() ? scratch_.path() / "work"
-                                             : fs::absolute(options.workFolder)) {
-        fs::create_directories(folder_);
+          workFolder_(options.workFolder.empty() ? scratch_.path() / "work"
+                                                 : fs::absolute(options.workFolder)) {
+        fs::create_directories(workFolder_);
     }
 
     void run() {
-        constexpr int most = 12; // processes
-        for (int i = 0; i < most && runOnce(i); ++i) {
+        constexpr int maxProcesses = 12;
+        for (int i = 0; i < maxProcesses && runOnce(i); ++i) {
         }
         if (wroteOutput_) {
             report_.add({"host", Result::Note,
@@ -150,26 +129,39 @@ public:
     }
 
 private:
-    /// Whether there is something left to try.
+    /// Whether another process has something left to try.
     bool runOnce(int number) {
-        const std::string prefix = std::to_string(number) + ".";
-        const fs::path recordFile = scratch_.path() / (prefix + "record");
-        const fs::path output = scratch_.path() / (prefix + "out");
-        const fs::path errors = scratch_.path() / (prefix + "err");
+        const fs::path folder = scratch_.path() / std::to_string(number);
+        fs::create_directory(folder);
+        const fs::path recordFile = folder / "record";
+        const fs::path output = folder / "out";
+        const fs::path errors = folder / "err";
         const ChildEnd end =
-            runChild(commandFor(options_, file_, recordFile, folder_, made_), output, errors,
+            runChild(command(recordFile), output, errors,
                      StallDetector(recordFile, std::chrono::seconds(options_.timeout)));
         const RecordContent record = RecordContent::read(recordFile);
         std::error_code error;
         wroteOutput_ |= fs::file_size(output, error) > 0 && !error;
-        const bool isOk = take(record, end, errors);
-        for (const fs::path& file : {output, errors}) {
-            fs::remove(file, error);
-        }
-        return !isOk;
+        const bool goesOn = take(record, end, errors);
+        fs::remove_all(folder, error);
+        return goesOn;
     }
 
-    /// Whether there is no more to try.
+    std::vector<std::string> command(const fs::path& record) const {
+        std::vector<std::string> command = {
+            programFile().string(),        options_.name,
+            "--file=" + file_.string(),    "--record=" + record.string(),
+            "--logger=" + options_.logger, "--folder=" + workFolder_.string()};
+        for (const auto& [name, value] : options_.properties) {
+            command.push_back(std::string("--set=").append(name).append("=").append(value));
+        }
+        for (const std::string& check : made_) {
+            command.push_back("--skip=" + check);
+        }
+        return command;
+    }
+
+    /// Takes the results of one process. Whether another one has something left to try.
     bool take(const RecordContent& record, const ChildEnd& end, const fs::path& errors) {
         std::set<std::string> found;
         for (const Finding& finding : record.findings) {
@@ -180,47 +172,53 @@ private:
         }
         made_.insert(found.begin(), found.end());
         if (end.inTime && !end.crashed && record.isDone && end.code == exitGood) {
-            if (made_.count("exit") == 0) {
-                report_.add(
-                    record.action == endOfProcess
-                        ? Finding{"exit", Result::Wrong,
-                                  "it cut the end of the process short: the host's own "
-                                  "handlers for that moment were not called"}
-                        : Finding{"exit", Result::Ok, "it takes messages while the process ends"});
-            }
-            return true;
+            takeGoodEnd(record);
+            return false;
         }
         if (record.hasQuit) {
-            return found.count("re-entrancy") == 0 || !made_.insert(record.check).second;
+            return found.count("re-entrancy") != 0 && made_.insert(record.check).second;
         }
+        return takeBadEnd(record, end, errors);
+    }
+
+    void takeGoodEnd(const RecordContent& record) {
+        if (made_.count("exit") != 0) {
+            return;
+        }
+        if (record.action == endOfProcess) {
+            report_.add({"exit", Result::Wrong,
+                         "it cut the end of the process short: the host's own handlers for that "
+                         "moment were not called"});
+        } else {
+            report_.add({"exit", Result::Ok, "it takes messages while the process ends"});
+        }
+    }
+
+    /// The check of the last step found the fault that ended the process.
+    bool takeBadEnd(const RecordContent& record, const ChildEnd& end, const fs::path& errors) {
         const bool overflow = end.stackOverflow || record.crashReason == stackOverflow;
-        const std::string check = overflow ? "re-entrancy" : record.check;
-        std::string text = reasonFor(end, record, options_.timeout);
+        const std::string check = overflow               ? "re-entrancy"
+                                  : record.check.empty() ? "load"
+                                                         : record.check;
+        if (!made_.insert(check).second) {
+            return false;
+        }
+        std::string text = describe(end, record, options_.timeout);
         if (overflow) {
             text += "\nthe stack overflowed: it logs in answer to its own messages, or calls "
                     "itself without end";
         } else if (!record.crashReason.empty()) {
             text += "\n" + record.crashReason;
         }
-        const std::string complaint = complaintIn(errors);
-        if (!complaint.empty()) {
-            text += "\n" + complaint;
-        }
-        if (made_.count(check) != 0 && check != record.check) {
-            return true;
-        }
-        const bool isNew = made_.insert(check).second;
-        if (isNew) {
-            report_.add({check.empty() ? "load" : check, Result::Wrong, text});
-        }
-        return !isNew || isBasic(check) || check.empty() || record.isDone;
+        report_.add({check, Result::Wrong, text + abortMessage(errors)});
+        return !isBasic(check) && !record.isDone;
     }
 
     const Options& options_;
     const fs::path& file_;
     Report& report_;
     ScratchFolder scratch_;
-    fs::path folder_;            // the current one of the plug-in
+    fs::path workFolder_;        // the current one of the plug-in
     std::set<std::string> made_; // checks that have a result
     bool wroteOutput_ = false;
 };
@@ -230,14 +228,14 @@ private:
 void checkLive(const Options& options, const fs::path& file, Report& report) {
     const char* const before = std::getenv(searchVariable());
     std::string folders = file.parent_path().string();
-    // From the process's own folder, a relative one would lead elsewhere.
+    // Made absolute: the child process has another current folder.
     std::istringstream list(before != nullptr ? before : "");
     for (std::string folder; std::getline(list, folder, searchSeparator());) {
         folders += searchSeparator() + fs::absolute(folder).string();
     }
     setVariable(searchVariable(), folders);
     poisonFreedMemory();
-    LiveChecks(options, file, report).run();
+    Supervisor(options, file, report).run();
 }
 
 } // namespace backendcheck

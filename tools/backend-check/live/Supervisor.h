@@ -7,8 +7,8 @@
 
 namespace backendcheck {
 
-/// Has the plug-in tried in processes of its own: in one if all goes well, and in another one after
-/// each crash, for what is left.
+/// Checks "libraries" to "exit", in child processes: one if all goes well, and another one after
+/// each crash, for the checks that are left.
 void checkLive(const Options& options, const std::filesystem::path& file, Report& report);
 
 } // namespace backendcheck

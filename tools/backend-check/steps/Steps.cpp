@@ -7,10 +7,7 @@
 #include "ZOL/Framework/Framework.h"
 #include "ZOL/Framework/Management/PropertyManager.h"
 
-#include "Finding.h"
 #include "live/CrashHandler.h"
-#include "live/ThisProcess.h"
-#include "steps/Steps.h"
 
 namespace backendcheck {
 
@@ -50,8 +47,8 @@ void setProperties(const Options& options) {
 }
 
 void tryMessages(CheckSession& session) {
-    // By the check that each makes; the first also tells whether the back end serves anybody.
-    const std::array<std::pair<const char*, void (*)(CheckSession&)>, 8> steps = {
+    using Step = void (*)(CheckSession&);
+    constexpr std::array<std::pair<const char*, Step>, 8> steps = {
         {{"names", &tryNames},
          {"texts", &tryTexts},
          {"levels", &tryLevels},
@@ -70,7 +67,7 @@ void tryMessages(CheckSession& session) {
 } // namespace
 
 int tryPlugin(const Options& options) {
-    // Never destroyed: used until the very end.
+    // Never destroyed: used until the process ends.
     auto& record = *new CheckRecord(options.record);
     auto& session = *new CheckSession(options, record);
     limitThisProcess();
@@ -78,7 +75,7 @@ int tryPlugin(const Options& options) {
     std::filesystem::current_path(options.workFolder);
     setProperties(options);
 
-    // Before the plug-in comes, so that it runs after what the plug-in has for that moment.
+    // Registered before the plug-in is loaded, and called after the handlers of the plug-in.
     (void)session.logger();
     sessionAtExit = &session;
     std::atexit(&logAtExit);

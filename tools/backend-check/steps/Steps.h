@@ -7,14 +7,15 @@
 
 namespace backendcheck {
 
-// What is tried, one after the other. The first three return whether it makes sense to go on.
-
+/// Recorded as the action when main returns. Handlers that are called after those of the plug-in
+/// record others.
 inline constexpr const char* endOfProcess =
     "the end of the process: its static destructors and atexit handlers";
 
-/// What the process that loads the plug-in does: runs every step and writes the findings to the
-/// record.
+/// What the child process does: runs all steps and writes the findings to the record.
 int tryPlugin(const Options& options);
+
+// The steps in their order. Those that return false make the next ones impossible.
 
 bool loadsLibrary(CheckSession& session);
 bool createsBackend(CheckSession& session);

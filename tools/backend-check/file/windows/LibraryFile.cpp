@@ -115,25 +115,25 @@ private:
 };
 
 void readExports(const Image& image, LibraryFile& library) {
-    const IMAGE_DATA_DIRECTORY& place = image.directory(IMAGE_DIRECTORY_ENTRY_EXPORT);
-    if (place.Size == 0) {
+    const IMAGE_DATA_DIRECTORY& directory = image.directory(IMAGE_DIRECTORY_ENTRY_EXPORT);
+    if (directory.Size == 0) {
         return;
     }
-    const auto table = image.at<IMAGE_EXPORT_DIRECTORY>(place.VirtualAddress);
+    const auto table = image.at<IMAGE_EXPORT_DIRECTORY>(directory.VirtualAddress);
     for (DWORD i = 0; i < table.NumberOfNames; ++i) {
         const auto name = image.at<DWORD>(table.AddressOfNames + i * sizeof(DWORD));
         const auto index = image.at<WORD>(table.AddressOfNameOrdinals + i * sizeof(WORD));
         const auto address = image.at<DWORD>(table.AddressOfFunctions + index * sizeof(DWORD));
         // An address within the table forwards to another library's function.
-        const bool isForwarded =
-            address >= place.VirtualAddress && address - place.VirtualAddress < place.Size;
+        const bool isForwarded = address >= directory.VirtualAddress &&
+                                 address - directory.VirtualAddress < directory.Size;
         library.exports.push_back({image.textAt(name), isForwarded || image.isCode(address)});
     }
 }
 
 void readImports(const Image& image, LibraryFile& library) {
-    const IMAGE_DATA_DIRECTORY& place = image.directory(IMAGE_DIRECTORY_ENTRY_IMPORT);
-    for (std::size_t at = place.VirtualAddress; place.Size != 0;
+    const IMAGE_DATA_DIRECTORY& directory = image.directory(IMAGE_DIRECTORY_ENTRY_IMPORT);
+    for (std::size_t at = directory.VirtualAddress; directory.Size != 0;
          at += sizeof(IMAGE_IMPORT_DESCRIPTOR)) {
         const auto entry = image.at<IMAGE_IMPORT_DESCRIPTOR>(at);
         if (entry.Name == 0) {

@@ -10,9 +10,9 @@ namespace backendcheck {
 namespace {
 
 std::filesystem::path fileOf(HMODULE module) {
-    constexpr DWORD longest = 32768;
-    std::wstring file(longest, L'\0');
-    file.resize(GetModuleFileNameW(module, file.data(), longest));
+    constexpr DWORD maxLength = 32768;
+    std::wstring file(maxLength, L'\0');
+    file.resize(GetModuleFileNameW(module, file.data(), maxLength));
     return file;
 }
 
@@ -58,7 +58,7 @@ std::filesystem::path programFile() {
 }
 
 void poisonFreedMemory() {
-    // Its heap offers that to debuggers alone.
+    // The heap offers that to debuggers only.
 }
 
 void setVariable(const char* name, const std::string& value) {

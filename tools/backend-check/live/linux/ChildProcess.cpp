@@ -3,6 +3,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <map>
 #include <stdexcept>
 #include <thread>
 
@@ -18,28 +19,18 @@ namespace {
 constexpr std::chrono::milliseconds pollInterval{10};
 
 const char* describe(int signal) {
-    switch (signal) {
-    case SIGSEGV:
-        return "segmentation fault";
-    case SIGBUS:
-        return "bus error";
-    case SIGILL:
-        return "illegal instruction";
-    case SIGFPE:
-        return "arithmetic fault";
-    case SIGABRT:
-        return "abort";
-    case SIGPIPE:
-        return "SIGPIPE, a write to a connection that is closed";
-    case SIGXFSZ:
-        return "it writes without end";
-    case SIGKILL:
-        return "killed";
-    case SIGTERM:
-        return "terminated";
-    default:
-        return strsignal(signal);
-    }
+    static const std::map<int, const char*> texts = {
+        {SIGSEGV, "segmentation fault"},
+        {SIGBUS, "bus error"},
+        {SIGILL, "illegal instruction"},
+        {SIGFPE, "arithmetic fault"},
+        {SIGABRT, "abort"},
+        {SIGPIPE, "SIGPIPE, a write to a connection that is closed"},
+        {SIGXFSZ, "it writes without end"},
+        {SIGKILL, "killed"},
+        {SIGTERM, "terminated"}};
+    const auto text = texts.find(signal);
+    return text != texts.end() ? text->second : strsignal(signal);
 }
 
 ChildEnd endOf(int status) {

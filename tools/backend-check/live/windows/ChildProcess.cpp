@@ -1,6 +1,7 @@
 #include "live/ChildProcess.h"
 
 #include <iomanip>
+#include <map>
 #include <sstream>
 #include <stdexcept>
 
@@ -48,22 +49,15 @@ HANDLE makeJob() {
 }
 
 const char* describe(DWORD code) {
-    switch (code) {
-    case EXCEPTION_ACCESS_VIOLATION:
-        return "access violation, ";
-    case EXCEPTION_STACK_OVERFLOW:
-        return "stack overflow, ";
-    case EXCEPTION_ILLEGAL_INSTRUCTION:
-        return "illegal instruction, ";
-    case EXCEPTION_INT_DIVIDE_BY_ZERO:
-        return "division by zero, ";
-    case 0xC0000374:
-        return "damaged heap, ";
-    case 0xC0000409:
-        return "damaged stack or invalid call, ";
-    default:
-        return "";
-    }
+    static const std::map<DWORD, const char*> texts = {
+        {EXCEPTION_ACCESS_VIOLATION, "access violation, "},
+        {EXCEPTION_STACK_OVERFLOW, "stack overflow, "},
+        {EXCEPTION_ILLEGAL_INSTRUCTION, "illegal instruction, "},
+        {EXCEPTION_INT_DIVIDE_BY_ZERO, "division by zero, "},
+        {0xC0000374, "damaged heap, "},
+        {0xC0000409, "damaged stack or invalid call, "}};
+    const auto text = texts.find(code);
+    return text != texts.end() ? text->second : "";
 }
 
 ChildEnd endOf(DWORD code) {

@@ -21,7 +21,7 @@ LONG WINAPI onCrash(EXCEPTION_POINTERS* pointers) {
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-/// Sees what the loader would keep to itself, or has no room to report.
+/// Called first for every exception: for those that the loader would catch, and stack overflows.
 LONG WINAPI onAnyException(EXCEPTION_POINTERS* pointers) {
     const DWORD code = pointers->ExceptionRecord->ExceptionCode;
     if (code == static_cast<DWORD>(EXCEPTION_STACK_OVERFLOW)) {

@@ -1,5 +1,6 @@
 #include "live/Loader.h"
 
+#include <map>
 #include <set>
 
 #include <windows.h>
@@ -55,20 +56,14 @@ void findMissing(const std::filesystem::path& file, std::set<std::string>& seen,
 }
 
 const char* describe(DWORD code) {
-    switch (code) {
-    case ERROR_MOD_NOT_FOUND:
-        return "it, or a library that it needs, is not found";
-    case ERROR_PROC_NOT_FOUND:
-        return "a function that it needs is not there";
-    case ERROR_DLL_INIT_FAILED:
-        return "its initialisation failed";
-    case ERROR_NOACCESS:
-        return "its initialisation crashed";
-    case ERROR_BAD_EXE_FORMAT:
-        return "it is no library for this platform";
-    default:
-        return "the loader refuses it";
-    }
+    static const std::map<DWORD, const char*> texts = {
+        {ERROR_MOD_NOT_FOUND, "it, or a library that it needs, is not found"},
+        {ERROR_PROC_NOT_FOUND, "a function that it needs is not there"},
+        {ERROR_DLL_INIT_FAILED, "its initialisation failed"},
+        {ERROR_NOACCESS, "its initialisation crashed"},
+        {ERROR_BAD_EXE_FORMAT, "it is no library for this platform"}};
+    const auto text = texts.find(code);
+    return text != texts.end() ? text->second : "the loader refuses it";
 }
 
 } // namespace
