@@ -19,13 +19,8 @@ constexpr const char* declaration =
 
 /// Only the letters, in lower case: common to all decorated forms of a name.
 std::string letters(const std::string& name) {
-    std::string result;
-    for (const char c : lower(name)) {
-        if (c >= 'a' && c <= 'z') {
-            result += c;
-        }
-    }
-    return result;
+    static const std::regex others("[^a-z]");
+    return std::regex_replace(lower(name), others, "");
 }
 
 std::string describeNearMiss(const std::string& name) {

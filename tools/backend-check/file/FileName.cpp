@@ -1,6 +1,7 @@
 #include "file/FileChecks.h"
 
 #include <algorithm>
+#include <regex>
 #include <vector>
 
 #include "Text.h"
@@ -18,34 +19,18 @@ std::string fileNameFor(const std::string& name) {
 
 /// The base name in a name with more: "Mine" of "some/Mine_r.dll". Empty if there is no more.
 std::string baseNameIn(const std::string& name) {
-    std::string meant = fs::path(name).filename().string();
-    for (const char* const end : {".dll", ".so", "_r"}) {
-        if (endsWith(lower(meant), end)) {
-            meant.resize(meant.size() - std::string(end).size());
-        }
-    }
-    return meant != name ? meant : std::string();
+    static const std::regex end(R"((_r)?(\.so)?(\.dll)?$)", std::regex::icase);
+    const std::string base = std::regex_replace(fs::path(name).filename().string(), end, "",
+                                                std::regex_constants::format_first_only);
+    return base != name ? base : std::string();
 }
 
 /// A file name without usual prefixes and suffixes, in lower case; empty if it is no library.
-std::string bare(std::string fileName) {
-    fileName = lower(fileName);
-    for (const char* const end : {".dll", ".so", ".dylib"}) {
-        if (endsWith(fileName, end)) {
-            fileName.resize(fileName.size() - std::string(end).size());
-            if (fileName.compare(0, 3, "lib") == 0) {
-                fileName.erase(0, 3);
-            }
-            for (const char* const mark : {"_r", "-r", "_d", "d"}) {
-                if (endsWith(fileName, mark)) {
-                    fileName.resize(fileName.size() - std::string(mark).size());
-                    break;
-                }
-            }
-            return fileName;
-        }
-    }
-    return {};
+std::string bare(const std::string& fileName) {
+    static const std::regex library(R"((lib)?(.*?)(_r|-r|_d|d)?\.(dll|so|dylib))");
+    const std::string name = lower(fileName);
+    std::smatch parts;
+    return std::regex_match(name, parts, library) ? parts[2].str() : std::string();
 }
 
 /// Files in the folder with similar names.
@@ -63,11 +48,7 @@ std::string nearMisses(const fs::path& folder, const std::string& name) {
         }
     }
     std::sort(names.begin(), names.end());
-    std::string list;
-    for (const std::string& fileName : names) {
-        list += (list.empty() ? "" : ", ") + fileName;
-    }
-    return list;
+    return joined(names, names.size());
 }
 
 std::string rule(const std::string& name) {

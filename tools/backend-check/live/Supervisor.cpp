@@ -6,11 +6,11 @@
 #include <random>
 #include <regex>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "Finding.h"
+#include "Text.h"
 #include "file/LibrarySearch.h"
 #include "live/CheckRecord.h"
 #include "live/ChildProcess.h"
@@ -226,11 +226,9 @@ private:
 } // namespace
 
 void checkLive(const Options& options, const fs::path& file, Report& report) {
-    const char* const before = std::getenv(searchVariable());
     std::string folders = file.parent_path().string();
     // Made absolute: the child process has another current folder.
-    std::istringstream list(before != nullptr ? before : "");
-    for (std::string folder; std::getline(list, folder, searchSeparator());) {
+    for (const std::string& folder : split(std::getenv(searchVariable()), searchSeparator())) {
         folders += searchSeparator() + fs::absolute(folder).string();
     }
     setVariable(searchVariable(), folders);

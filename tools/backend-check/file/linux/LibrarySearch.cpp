@@ -1,11 +1,12 @@
 #include "file/LibrarySearch.h"
 
 #include <cstdlib>
-#include <sstream>
 
 #include <dlfcn.h>
 
 #include "ZOL/Framework/Framework.h"
+
+#include "Text.h"
 
 namespace backendcheck {
 
@@ -23,9 +24,7 @@ char searchSeparator() {
 
 std::vector<std::filesystem::path> searchFolders() {
     std::vector<std::filesystem::path> folders;
-    const char* const variable = std::getenv(searchVariable());
-    std::istringstream list(variable != nullptr ? variable : "");
-    for (std::string folder; std::getline(list, folder, searchSeparator());) {
+    for (const std::string& folder : split(std::getenv(searchVariable()), searchSeparator())) {
         folders.emplace_back(folder.empty() ? "." : folder);
     }
     folders.push_back(frameworkFile().parent_path());

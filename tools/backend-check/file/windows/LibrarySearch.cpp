@@ -1,9 +1,10 @@
 #include "file/LibrarySearch.h"
 
 #include <cstdlib>
-#include <sstream>
 
 #include <windows.h>
+
+#include "Text.h"
 
 namespace backendcheck {
 
@@ -39,11 +40,9 @@ std::vector<std::filesystem::path> searchFolders() {
     folder.resize(GetWindowsDirectoryA(folder.data(), MAX_PATH));
     folders.emplace_back(folder);
     folders.push_back(std::filesystem::current_path());
-    const char* const variable = std::getenv(searchVariable());
-    std::istringstream list(variable != nullptr ? variable : "");
-    while (std::getline(list, folder, searchSeparator())) {
-        if (!folder.empty()) {
-            folders.emplace_back(folder);
+    for (const std::string& part : split(std::getenv(searchVariable()), searchSeparator())) {
+        if (!part.empty()) {
+            folders.emplace_back(part);
         }
     }
     return folders;
