@@ -48,9 +48,10 @@ void CheckRecord::terminated(const std::string& reason) {
 }
 
 void CheckRecord::crashed(const char* reason) {
-    for (const char* const part : {"{\"crash\":\"", reason, "\"}\n"}) {
-        std::fputs(part, file_);
-    }
+    // One write, as for the other lines: other threads may still write theirs.
+    char line[256];
+    const int size = std::snprintf(line, sizeof(line), "{\"crash\":\"%s\"}\n", reason);
+    std::fwrite(line, 1, static_cast<std::size_t>(size), file_);
 }
 
 void CheckRecord::write(const std::string& line) {
@@ -63,7 +64,7 @@ RecordContent RecordContent::read(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios_base::binary);
     for (std::string line; std::getline(stream, line);) {
         const Json object = Json::parse(line, nullptr, false);
-        if (object.is_discarded()) {
+        if (!object.is_object()) {
             continue;
         }
         if (object.contains("step")) {

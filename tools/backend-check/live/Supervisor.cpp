@@ -83,8 +83,8 @@ std::string abortMessage(const fs::path& errors) {
     std::ifstream stream(errors);
     std::string found;
     for (std::string line; std::getline(stream, line);) {
-        if (std::regex_search(line, abortLine)) {
-            found = line.size() <= maxLength ? "\n" + line : std::string();
+        if (line.size() <= maxLength && std::regex_search(line, abortLine)) {
+            found = "\n" + line;
         }
     }
     return found;
