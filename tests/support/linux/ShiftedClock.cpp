@@ -22,7 +22,7 @@ void shiftClock(int hours) {
 
 } // namespace support
 
-extern "C" int clock_gettime(clockid_t id, timespec* tp) noexcept {
+extern "C" [[gnu::visibility("default")]] int clock_gettime(clockid_t id, timespec* tp) noexcept {
     using Function = int(clockid_t, timespec*);
     static auto* const next = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "clock_gettime"));
     const int result = next(id, tp);
