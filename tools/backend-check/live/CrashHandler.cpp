@@ -42,7 +42,7 @@ std::string describeCurrentException() {
     int status = 0;
     const std::unique_ptr<char, decltype(&std::free)> name(
         abi::__cxa_demangle(type->name(), nullptr, nullptr, &status), &std::free);
-    const std::string typeName = name != nullptr ? name.get() : type->name();
+    std::string typeName = name != nullptr ? name.get() : type->name();
     try {
         throw;
     } catch (const std::exception& error) {
