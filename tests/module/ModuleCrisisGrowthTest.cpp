@@ -6,13 +6,13 @@
 
 #include <gtest/gtest.h>
 
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 #include "LifeClient.h"
 #include "ProcessResources.h"
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
-using support::CrisisLogPlace;
+using support::CrisisLogSandbox;
 using support::frameworkIsLoaded;
 using support::ProcessResources;
 using ZOL::Gadgets::DLL::DLLHolder;
@@ -38,9 +38,9 @@ TEST(ModuleCrisisGrowth, NothingGrowsOverManyLivesThatAreRefusedTheCrisisLog) {
     constexpr std::size_t heapStore = 16384; // what heap and system keep comes and goes a little
     constexpr std::size_t regionStore = 16;
 
-    const CrisisLogPlace place;
+    const CrisisLogSandbox place;
     const std::string refusal =
-        std::string("Error opening log file: '") + CrisisLogPlace::path + "'";
+        std::string("Error opening log file: '") + CrisisLogSandbox::path + "'";
     ASSERT_EQ(askOnce(), "");
     ProcessResources before;
     for (int round = 1; round <= rounds; ++round) {

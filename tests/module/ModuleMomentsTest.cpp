@@ -10,10 +10,10 @@
 #include <gtest/gtest.h>
 
 #include "ChildProcess.h"
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 
 using support::ChildProcess;
-using support::CrisisLogPlace;
+using support::CrisisLogSandbox;
 using Moments = std::vector<std::string>;
 
 namespace {
@@ -21,7 +21,7 @@ namespace {
 /// The messages of the crisis log's lines.
 Moments momentsSeen() {
     Moments result;
-    std::ifstream file(CrisisLogPlace::path);
+    std::ifstream file(CrisisLogSandbox::path);
     for (std::string line; std::getline(file, line);) {
         result.push_back(line.substr(line.find(" - ") + 3));
     }
@@ -38,28 +38,28 @@ Moments waysToHearOfAThreadsEnd() {
 }
 
 TEST(ModuleMoments, EveryServiceWorksInAModuleFromItsStaticInitialisersToItsStaticDestructors) {
-    const CrisisLogPlace place;
+    const CrisisLogSandbox place;
     ASSERT_EQ(ChildProcess({ChildProcess::program("MomentsHost"), "unload"}).wait(), 0);
     EXPECT_EQ(momentsSeen(),
               (Moments{"static initialiser", "main", "static destructor", "atexit handler"}));
 }
 
 TEST(ModuleMoments, EveryServiceWorksInAModuleThatIsStillThereWhenTheProcessEnds) {
-    const CrisisLogPlace place;
+    const CrisisLogSandbox place;
     ASSERT_EQ(ChildProcess({ChildProcess::program("MomentsHost"), "exit"}).wait(), 0);
     EXPECT_EQ(momentsSeen(),
               (Moments{"static initialiser", "main", "static destructor", "atexit handler"}));
 }
 
 TEST(ModuleMoments, EveryServiceWorksInAProgramBeforeMainAndBehindIt) {
-    const CrisisLogPlace place;
+    const CrisisLogSandbox place;
     ASSERT_EQ(ChildProcess({ChildProcess::program("MomentsProgram")}).wait(), 0);
     EXPECT_EQ(momentsSeen(),
               (Moments{"static initialiser", "main", "atexit handler", "static destructor"}));
 }
 
 TEST(ModuleMoments, EveryServiceWorksOnAThreadThatEnds) {
-    const CrisisLogPlace place;
+    const CrisisLogSandbox place;
     ASSERT_EQ(ChildProcess({ChildProcess::program("MomentsHost"), "thread"}).wait(), 0);
     const Moments seen = momentsSeen();
     ASSERT_EQ(seen.size(), 6U);

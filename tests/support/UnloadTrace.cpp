@@ -4,7 +4,7 @@
 #include <atomic>
 #include <new>
 
-#include "UnloadLedger.h"
+#include "UnloadRecorder.h"
 
 namespace support {
 
@@ -40,14 +40,14 @@ void record(const char* what, std::size_t size) {
 
 // Tags are set, and the module is unloaded, by one thread while no other uses it.
 
-void UnloadLedger::allocated(void* block, std::size_t size) {
+void UnloadRecorder::allocated(void* block, std::size_t size) {
     const char* const tag = currentTag;
     if (tag != nullptr && blockCount < blocks.size()) {
         blocks[blockCount++] = {block, size, tag};
     }
 }
 
-void UnloadLedger::freed(void* block) {
+void UnloadRecorder::freed(void* block) {
     if (block == nullptr || (currentTag == nullptr && !recording)) {
         return;
     }
@@ -60,7 +60,7 @@ void UnloadLedger::freed(void* block) {
     }
 }
 
-void UnloadLedger::lockReleased() {
+void UnloadRecorder::lockReleased() {
     record(lockEvent, 0);
 }
 

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 #include "FreshProcess.h"
 #include "ZOL/Framework/Counting/Counter.h"
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
@@ -93,7 +93,7 @@ std::string shapeOf(const char* path) {
 }
 
 TEST(Services, CrisisLog) {
-    std::optional<support::CrisisLogPlace> place;
+    std::optional<support::CrisisLogSandbox> place;
     if (!support::isFreshProcess()) {
         place.emplace();
     }
@@ -102,9 +102,9 @@ TEST(Services, CrisisLog) {
 #include "crisis_log.inc"
     });
     if (place.has_value()) {
-        EXPECT_EQ(shapeOf(support::CrisisLogPlace::path),
+        EXPECT_EQ(shapeOf(support::CrisisLogSandbox::path),
                   std::string("0:0:0.0 - no back end to be had") +
-                      support::CrisisLogPlace::lineEnd);
+                      support::CrisisLogSandbox::lineEnd);
     }
 }
 

@@ -12,7 +12,7 @@
 #include <fcntl.h>
 
 #include "CrisisCalls.h"
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 
 namespace CrisisCalls = support::CrisisCalls;
 using CrisisCalls::Kind;
@@ -42,7 +42,7 @@ void attach() {
 }
 
 std::string content() {
-    std::ifstream file(CrisisLogPlace::path, std::ios_base::binary);
+    std::ifstream file(CrisisLogSandbox::path, std::ios_base::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -58,7 +58,7 @@ extern "C" [[gnu::visibility("default")]] int open(const char* file, int oflag, 
         // The analyzer loses sight of va_start here.
         mode = va_arg(arguments, mode_t); // NOLINT(clang-analyzer-valist.Uninitialized)
         va_end(arguments);
-        if (std::strcmp(file, support::CrisisLogPlace::path) == 0) {
+        if (std::strcmp(file, support::CrisisLogSandbox::path) == 0) {
             CrisisCalls::report(Kind::Open);
         }
     }

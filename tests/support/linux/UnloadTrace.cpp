@@ -6,7 +6,7 @@
 #include <dlfcn.h>
 #include <pthread.h>
 
-#include "UnloadLedger.h"
+#include "UnloadRecorder.h"
 #include "UnloadTrace.h"
 
 namespace support::UnloadTrace {
@@ -23,12 +23,12 @@ void* operator new(std::size_t size) {
     if (block == nullptr) {
         throw std::bad_alloc();
     }
-    support::UnloadLedger::allocated(block, size);
+    support::UnloadRecorder::allocated(block, size);
     return block;
 }
 
 void operator delete(void* block) noexcept {
-    support::UnloadLedger::freed(block);
+    support::UnloadRecorder::freed(block);
     std::free(block);
 }
 
@@ -41,6 +41,6 @@ pthread_mutex_destroy(pthread_mutex_t* mutex) noexcept {
     using Function = int(pthread_mutex_t*);
     static auto* const next =
         reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "pthread_mutex_destroy"));
-    support::UnloadLedger::lockReleased();
+    support::UnloadRecorder::lockReleased();
     return next(mutex);
 }

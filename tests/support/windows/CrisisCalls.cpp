@@ -3,7 +3,7 @@
 #include <io.h>
 
 #include "CrisisCalls.h"
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 #include "ImportHook.h"
 
 namespace support::CrisisCalls {
@@ -77,7 +77,7 @@ void attach() {
 std::string content() {
     const bool open = crisisStream != nullptr;
     HANDLE const file = open ? reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(crisisStream)))
-                             : CreateFileA(CrisisLogPlace::path, GENERIC_READ, FILE_SHARE_READ,
+                             : CreateFileA(CrisisLogSandbox::path, GENERIC_READ, FILE_SHARE_READ,
                                            nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         return "";

@@ -2,7 +2,7 @@
 #include <new>
 
 #include "ImportHook.h"
-#include "UnloadLedger.h"
+#include "UnloadRecorder.h"
 #include "UnloadTrace.h"
 
 namespace support::UnloadTrace {
@@ -11,12 +11,12 @@ namespace {
 
 void* recordingNew(std::size_t size) {
     void* const block = ::operator new(size);
-    UnloadLedger::allocated(block, size);
+    UnloadRecorder::allocated(block, size);
     return block;
 }
 
 void recordingDelete(void* block) {
-    UnloadLedger::freed(block);
+    UnloadRecorder::freed(block);
     ::operator delete(block);
 }
 
@@ -25,7 +25,7 @@ void recordingSizedDelete(void* block, std::size_t) {
 }
 
 BOOL WINAPI recordingCloseHandle(HANDLE handle) {
-    UnloadLedger::lockReleased();
+    UnloadRecorder::lockReleased();
     return CloseHandle(handle);
 }
 

@@ -2,14 +2,14 @@
 #include <fstream>
 #include <iterator>
 
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 #include "OpenHandles.h"
 #include "OutOfMemory.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
 
-using support::CrisisLogPlace;
+using support::CrisisLogSandbox;
 using support::longText;
 using support::openHandles;
 using support::withCrisisLog;
@@ -19,7 +19,7 @@ using ZOL::Framework::Exceptions::FrameworkException;
 namespace {
 
 std::string content() {
-    std::ifstream file(CrisisLogPlace::path);
+    std::ifstream file(CrisisLogSandbox::path);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -33,7 +33,7 @@ TEST_P(CrisisLoggerOutOfMemory, InstanceThatFailsHoldsNoFileAndSucceedsLater) {
         EXPECT_EQ(sweep([&] { logger = &CrisisLogger::instance(); },
                         [&] {
                             EXPECT_EQ(logger, nullptr);
-                            EXPECT_TRUE(CrisisLogPlace::isFree());
+                            EXPECT_TRUE(CrisisLogSandbox::isFree());
                             EXPECT_EQ(openHandles(), openBefore);
                         }),
                   2U)
@@ -47,7 +47,7 @@ TEST_P(CrisisLoggerOutOfMemory, InstanceThatFailsHoldsNoFileAndSucceedsLater) {
 
 TEST_P(CrisisLoggerOutOfMemory, InstanceThatIsRefusedGivesBadAllocInPlaceOfItsException) {
     withCrisisLog([this] {
-        std::filesystem::create_directory(CrisisLogPlace::path);
+        std::filesystem::create_directory(CrisisLogSandbox::path);
         std::string told(500, '\0'); // room for all, allocated before
         EXPECT_GE(sweep([&] {
                       try {
@@ -57,8 +57,8 @@ TEST_P(CrisisLoggerOutOfMemory, InstanceThatIsRefusedGivesBadAllocInPlaceOfItsEx
                       }
                   }),
                   4U);
-        EXPECT_EQ(told, std::string("Error opening log file: '") + CrisisLogPlace::path + "'");
-        std::filesystem::remove(CrisisLogPlace::path);
+        EXPECT_EQ(told, std::string("Error opening log file: '") + CrisisLogSandbox::path + "'");
+        std::filesystem::remove(CrisisLogSandbox::path);
         onAnotherThread([] { CrisisLogger::instance().log("works"); });
         EXPECT_NE(content().find(" - works\n"), std::string::npos);
     });

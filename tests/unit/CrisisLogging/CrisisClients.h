@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "ChildProcess.h"
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 
 /// How a client ends that got the crisis log, and one that was refused.
 constexpr int gotTheLog = 0;
@@ -31,7 +31,7 @@ inline void waitForFile(const std::string& file) {
 class StayingClient {
 public:
     explicit StayingClient(const std::string& what)
-        : end_(support::CrisisLogPlace::scratch() + "/" + what + ".end"),
+        : end_(support::CrisisLogSandbox::scratch() + "/" + what + ".end"),
           process_({clientProgram(), what, ready(what), end_}) {
         waitForFile(ready(what));
     }
@@ -47,7 +47,7 @@ public:
 
 private:
     static std::string ready(const std::string& what) {
-        return support::CrisisLogPlace::scratch() + "/" + what + ".ready";
+        return support::CrisisLogSandbox::scratch() + "/" + what + ".ready";
     }
 
     std::string end_;

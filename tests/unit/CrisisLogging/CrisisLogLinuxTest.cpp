@@ -13,12 +13,12 @@
 
 #include "CrisisCalls.h"
 #include "CrisisClients.h"
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
 
-using support::CrisisLogPlace;
+using support::CrisisLogSandbox;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 using ZOL::Framework::Exceptions::FrameworkException;
 namespace CrisisCalls = support::CrisisCalls;
@@ -52,7 +52,7 @@ void fillTheDisk() {
 CRISIS_LOG_TEST(CrisisLogOnLinux, AFullDiskLosesTheLineAndTheNextGoesAsUsual) {
     const std::string wholePage(4096, '-'); // no room left in what the file has already
     {
-        std::ofstream file(CrisisLogPlace::path, std::ios_base::binary);
+        std::ofstream file(CrisisLogSandbox::path, std::ios_base::binary);
         file << wholePage;
     }
     CrisisCalls::attach();
@@ -81,7 +81,7 @@ CRISIS_LOG_TEST(CrisisLogOnLinux, AProcessStartedMeanwhileDoesNotKeepTheFileFrom
     CrisisLogger& logger = CrisisLogger::instance();
     const StayingClient started("idle");
     logger.~CrisisLogger();
-    EXPECT_TRUE(CrisisLogPlace::isFree());
+    EXPECT_TRUE(CrisisLogSandbox::isFree());
     EXPECT_EQ(logInAnotherProcess("free"), gotTheLog);
 }
 
@@ -100,7 +100,7 @@ CRISIS_LOG_TEST(CrisisLogOnLinux, OnlyTheOwnerMayWriteTheFileAndEverybodyMayRead
     umask(0);
     CrisisLogger::instance();
     struct stat status = {};
-    ASSERT_EQ(stat(CrisisLogPlace::path, &status), 0);
+    ASSERT_EQ(stat(CrisisLogSandbox::path, &status), 0);
     EXPECT_EQ(status.st_mode & 07777U, 0644U);
 }
 

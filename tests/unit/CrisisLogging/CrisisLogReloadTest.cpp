@@ -6,12 +6,12 @@
 
 #include <gtest/gtest.h>
 
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 #include "LoadedModule.h"
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
-using support::CrisisLogPlace;
+using support::CrisisLogSandbox;
 using ZOL::Gadgets::DLL::DLLHolder;
 
 namespace {
@@ -31,10 +31,10 @@ CRISIS_LOG_TEST(CrisisLogReload, LeavesNoFileBehindIfTheCrisisLogWasNeverUsed) {
     {
         const DLLHolder module("CrisisModuleA", "");
         ASSERT_TRUE(frameworkIsLoaded());
-        EXPECT_TRUE(CrisisLogPlace::isFree());
+        EXPECT_TRUE(CrisisLogSandbox::isFree());
     }
     ASSERT_FALSE(frameworkIsLoaded());
-    EXPECT_TRUE(CrisisLogPlace::isFree());
+    EXPECT_TRUE(CrisisLogSandbox::isFree());
     const DLLHolder again("CrisisModuleA", "");
     EXPECT_EQ(refusalBy(again), "");
 }
@@ -45,7 +45,7 @@ CRISIS_LOG_TEST(CrisisLogReload, TheFileStaysOpenWhenTheFrameworkHasGone) {
         module.resolve<void(const char*)>("logCrisis")("before it goes");
     }
     ASSERT_FALSE(frameworkIsLoaded());
-    EXPECT_FALSE(CrisisLogPlace::isFree());
+    EXPECT_FALSE(CrisisLogSandbox::isFree());
 }
 
 CRISIS_LOG_TEST(CrisisLogReload, AFrameworkLoadedAnewInTheSameProcessIsRefused) {
@@ -55,7 +55,7 @@ CRISIS_LOG_TEST(CrisisLogReload, AFrameworkLoadedAnewInTheSameProcessIsRefused) 
     }
     ASSERT_FALSE(frameworkIsLoaded());
     const std::string refusal =
-        std::string("Error opening log file: '") + CrisisLogPlace::path + "'";
+        std::string("Error opening log file: '") + CrisisLogSandbox::path + "'";
     const DLLHolder same("CrisisModuleA", "");
     const DLLHolder other("CrisisModuleB", "");
     EXPECT_EQ(refusalBy(same), refusal);

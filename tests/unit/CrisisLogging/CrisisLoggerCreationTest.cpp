@@ -13,7 +13,7 @@
 
 #include "CrisisCalls.h"
 #include "CrisisClients.h"
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 #include "OpenHandles.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
@@ -21,7 +21,7 @@
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
 using support::ChildProcess;
-using support::CrisisLogPlace;
+using support::CrisisLogSandbox;
 using support::openHandles;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 using ZOL::Framework::Exceptions::FrameworkException;
@@ -31,7 +31,7 @@ using CrisisCalls::Kind;
 
 namespace {
 
-const std::string refusal = std::string("Error opening log file: '") + CrisisLogPlace::path + "'";
+const std::string refusal = std::string("Error opening log file: '") + CrisisLogSandbox::path + "'";
 
 /// What a handler of FrameworkException is told by a crisis log that is refused.
 std::string refusalOfInstance() {
@@ -45,23 +45,23 @@ std::string refusalOfInstance() {
 }
 
 void makePathUnusable() {
-    std::filesystem::create_directory(CrisisLogPlace::path);
+    std::filesystem::create_directory(CrisisLogSandbox::path);
 }
 
 void makePathUsable() {
-    std::filesystem::remove(CrisisLogPlace::path);
+    std::filesystem::remove(CrisisLogSandbox::path);
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, MakesTheFileIfItIsMissing) {
-    ASSERT_FALSE(std::filesystem::exists(CrisisLogPlace::path));
+    ASSERT_FALSE(std::filesystem::exists(CrisisLogSandbox::path));
     CrisisLogger::instance();
-    EXPECT_TRUE(std::filesystem::is_regular_file(CrisisLogPlace::path));
-    EXPECT_EQ(std::filesystem::file_size(CrisisLogPlace::path), 0U);
+    EXPECT_TRUE(std::filesystem::is_regular_file(CrisisLogSandbox::path));
+    EXPECT_EQ(std::filesystem::file_size(CrisisLogSandbox::path), 0U);
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, DoesNotHappenByItself) {
-    EXPECT_FALSE(std::filesystem::exists(CrisisLogPlace::path));
-    EXPECT_TRUE(CrisisLogPlace::isFree());
+    EXPECT_FALSE(std::filesystem::exists(CrisisLogSandbox::path));
+    EXPECT_TRUE(CrisisLogSandbox::isFree());
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, HappensOnceAndEveryCallGivesTheSameObject) {
@@ -79,7 +79,7 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, HappensOnceAndEveryCallGivesTheSameObject)
 CRISIS_LOG_TEST(CrisisLoggerCreation, WorksBeforeMain) {
     ASSERT_EQ(ChildProcess({ChildProcess::program("EarlyCrisisClient")}).wait(), 0);
     const std::string content = CrisisCalls::content();
-    const std::string lineEnd = CrisisLogPlace::lineEnd;
+    const std::string lineEnd = CrisisLogSandbox::lineEnd;
     EXPECT_NE(content.find(" - before main" + lineEnd), std::string::npos);
     EXPECT_NE(content.find(" - in main" + lineEnd), std::string::npos);
 }
@@ -98,7 +98,7 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, ThrowsTheSameIfNoStreamCanBeHad) {
     CrisisCalls::attach();
     CrisisCalls::fail(Kind::Open, true);
     EXPECT_EQ(refusalOfInstance(), refusal);
-    EXPECT_TRUE(CrisisLogPlace::isFree()) << "what was opened is closed again";
+    EXPECT_TRUE(CrisisLogSandbox::isFree()) << "what was opened is closed again";
     CrisisCalls::fail(Kind::Open, false);
     EXPECT_EQ(logInAnotherProcess("not in the way"), gotTheLog);
 }
@@ -214,7 +214,7 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, IsTheSameForTheHostAndTwoModulesBuiltApart
     moduleA.resolve<void(const char*)>("logCrisis")("from A");
     moduleB.resolve<void(const char*)>("logCrisis")("from B");
     CrisisLogger::instance().log("from the host");
-    const std::string lineEnd = CrisisLogPlace::lineEnd;
+    const std::string lineEnd = CrisisLogSandbox::lineEnd;
     EXPECT_EQ(logInAnotherProcess("from nobody"), wasRefused);
     const std::string content = CrisisCalls::content();
     const std::size_t a = content.find(" - from A" + lineEnd);
@@ -231,7 +231,7 @@ CRISIS_LOG_TEST(CrisisLoggerDestruction, ClosesTheFileOnceAndLetsTheNextOpenerIn
     CrisisCalls::attach();
     CrisisLogger& logger = CrisisLogger::instance();
     logger.log("before the end");
-    EXPECT_FALSE(CrisisLogPlace::isFree());
+    EXPECT_FALSE(CrisisLogSandbox::isFree());
     std::vector<Kind> calls;
     CrisisCalls::observe([&](const CrisisCalls::Call& call) { calls.push_back(call.kind); });
 
@@ -239,7 +239,7 @@ CRISIS_LOG_TEST(CrisisLoggerDestruction, ClosesTheFileOnceAndLetsTheNextOpenerIn
 
     CrisisCalls::observe(nullptr);
     EXPECT_EQ(calls, std::vector<Kind>{Kind::Close});
-    EXPECT_TRUE(CrisisLogPlace::isFree());
+    EXPECT_TRUE(CrisisLogSandbox::isFree());
     EXPECT_EQ(logInAnotherProcess("after the end"), gotTheLog);
     EXPECT_EQ(&CrisisLogger::instance(), &logger) << "the process makes no second one";
 }

@@ -8,25 +8,25 @@
 
 #include "CrisisCalls.h"
 #include "CrisisClients.h"
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 
-using support::CrisisLogPlace;
+using support::CrisisLogSandbox;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 namespace CrisisCalls = support::CrisisCalls;
 using CrisisCalls::Kind;
 
 namespace {
 
-const std::string lineEnd = CrisisLogPlace::lineEnd;
+const std::string lineEnd = CrisisLogSandbox::lineEnd;
 
 void log(const std::string& message) {
     CrisisLogger::instance().log(message.c_str());
 }
 
 void makeFile(const std::string& content) {
-    std::ofstream file(CrisisLogPlace::path, std::ios_base::binary);
+    std::ofstream file(CrisisLogSandbox::path, std::ios_base::binary);
     file << content;
 }
 

@@ -8,12 +8,12 @@
 
 #include "CrisisCalls.h"
 #include "CrisisClients.h"
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 
 using support::ChildProcess;
-using support::CrisisLogPlace;
+using support::CrisisLogSandbox;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 
 namespace {
@@ -30,30 +30,30 @@ CRISIS_LOG_TEST(CrisisLogSharing, ARefusedProcessLeavesTheFileAlone) {
     CrisisLogger::instance().log("mine");
     EXPECT_EQ(logInAnotherProcess("not mine"), wasRefused);
     CrisisLogger::instance().log("mine still");
-    const std::string lineEnd = CrisisLogPlace::lineEnd;
+    const std::string lineEnd = CrisisLogSandbox::lineEnd;
     EXPECT_EQ(support::CrisisCalls::content(),
               "09:5:7.012 - mine" + lineEnd + "09:5:7.012 - mine still" + lineEnd);
     EXPECT_EQ(logInAnotherProcess("still refused"), wasRefused);
 }
 
 CRISIS_LOG_TEST(CrisisLogSharing, AnyOtherOpenerInTheSameProcessIsRefusedAsWell) {
-    EXPECT_TRUE(CrisisLogPlace::isFree());
+    EXPECT_TRUE(CrisisLogSandbox::isFree());
     CrisisLogger::instance();
-    EXPECT_FALSE(CrisisLogPlace::isFree());
+    EXPECT_FALSE(CrisisLogSandbox::isFree());
     CrisisLogger::instance().log("used");
-    EXPECT_FALSE(CrisisLogPlace::isFree());
+    EXPECT_FALSE(CrisisLogSandbox::isFree());
 }
 
 CRISIS_LOG_TEST(CrisisLogSharing, TheFileIsFreeAgainWhenItsProcessHasEnded) {
     StayingClient holder("hold");
-    EXPECT_FALSE(CrisisLogPlace::isFree());
+    EXPECT_FALSE(CrisisLogSandbox::isFree());
     ASSERT_EQ(holder.end(), gotTheLog);
-    EXPECT_TRUE(CrisisLogPlace::isFree());
+    EXPECT_TRUE(CrisisLogSandbox::isFree());
     EXPECT_EQ(logInAnotherProcess("mine now"), gotTheLog);
 }
 
 CRISIS_LOG_TEST(CrisisLogSharing, OfTwoProcessesThatContendExactlyOneGetsTheFile) {
-    const std::string folder = CrisisLogPlace::scratch();
+    const std::string folder = CrisisLogSandbox::scratch();
     ChildProcess first({clientProgram(), "contend", folder, "first", "second"});
     ChildProcess second({clientProgram(), "contend", folder, "second", "first"});
     waitForFile(folder + "/first.ready");

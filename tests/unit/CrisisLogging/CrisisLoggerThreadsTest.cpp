@@ -13,13 +13,13 @@
 #include <gtest/gtest.h>
 
 #include "CrisisCalls.h"
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 #include "RecordingBackend.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 #include "ZOL/Framework/GenericLogger/Logger.h"
 
-using support::CrisisLogPlace;
+using support::CrisisLogSandbox;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 namespace CrisisCalls = support::CrisisCalls;
 using CrisisCalls::Kind;
@@ -176,7 +176,7 @@ void secondLineWaitsWhileTheFirstIsAt(Kind kind, int callsOfTheFirst) {
     gate.open();
     first.join();
     second.join();
-    const std::string lineEnd = CrisisLogPlace::lineEnd;
+    const std::string lineEnd = CrisisLogSandbox::lineEnd;
     EXPECT_EQ(CrisisCalls::content(),
               "09:5:7.012 - first" + lineEnd + "09:5:7.013 - second" + lineEnd);
 }
@@ -207,7 +207,7 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsForNoOrdinaryLogging) {
     ZOL::Framework::GenericLogger::Logger::installBackend(&backend);
     ZOL::Framework::GenericLogger::Logger::getLogger("logger")->info() << "ordinary";
     ZOL::Framework::GenericLogger::Logger::uninstallBackend(&backend);
-    const std::string lineEnd = CrisisLogPlace::lineEnd;
+    const std::string lineEnd = CrisisLogSandbox::lineEnd;
     EXPECT_EQ(CrisisCalls::content(),
               "09:5:7.012 - another thread's" + lineEnd + "09:5:7.012 - the channel's" + lineEnd);
     EXPECT_EQ(journal, support::Journal{"A/logger 30 ordinary"});

@@ -1,4 +1,4 @@
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 
 #include <optional>
 
@@ -8,7 +8,7 @@ namespace support {
 
 void withCrisisLog(const std::function<void()>& body) {
     // The process that starts the other one has the place: it is there before and after.
-    std::optional<CrisisLogPlace> place;
+    std::optional<CrisisLogSandbox> place;
     if (!isFreshProcess()) {
         place.emplace();
     }

@@ -8,12 +8,12 @@ namespace support {
 /// The fixed place of the crisis log, made this test's own for the life of the object: natively in
 /// a mount namespace that the machine does not see, on Windows by taking turns and putting an
 /// existing file aside. The place starts empty. Started processes share it.
-class CrisisLogPlace {
+class CrisisLogSandbox {
 public:
-    CrisisLogPlace();
-    CrisisLogPlace(const CrisisLogPlace&) = delete;
-    CrisisLogPlace& operator=(const CrisisLogPlace&) = delete;
-    ~CrisisLogPlace();
+    CrisisLogSandbox();
+    CrisisLogSandbox(const CrisisLogSandbox&) = delete;
+    CrisisLogSandbox& operator=(const CrisisLogSandbox&) = delete;
+    ~CrisisLogSandbox();
 
     static const char* const path;
     static const char* const lineEnd;

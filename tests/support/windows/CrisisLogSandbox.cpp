@@ -1,4 +1,4 @@
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -22,10 +22,10 @@ std::filesystem::path scratchFolder() {
 
 } // namespace
 
-const char* const CrisisLogPlace::path = "C:\\zol.log";
-const char* const CrisisLogPlace::lineEnd = "\r\n";
+const char* const CrisisLogSandbox::path = "C:\\zol.log";
+const char* const CrisisLogSandbox::lineEnd = "\r\n";
 
-CrisisLogPlace::CrisisLogPlace() {
+CrisisLogSandbox::CrisisLogSandbox() {
     turn = CreateMutexA(nullptr, FALSE, turnName);
     if (turn == nullptr || WaitForSingleObject(turn, INFINITE) == WAIT_FAILED) {
         throw std::runtime_error("cannot keep other tests from the crisis log");
@@ -38,7 +38,7 @@ CrisisLogPlace::CrisisLogPlace() {
     std::filesystem::remove_all(scratchFolder());
 }
 
-CrisisLogPlace::~CrisisLogPlace() {
+CrisisLogSandbox::~CrisisLogSandbox() {
     std::error_code ignored;
     std::filesystem::remove_all(path, ignored);
     std::filesystem::rename(aside, path, ignored);
@@ -47,12 +47,12 @@ CrisisLogPlace::~CrisisLogPlace() {
     CloseHandle(turn);
 }
 
-std::string CrisisLogPlace::scratch() {
+std::string CrisisLogSandbox::scratch() {
     std::filesystem::create_directory(scratchFolder());
     return scratchFolder().string();
 }
 
-bool CrisisLogPlace::isFree() {
+bool CrisisLogSandbox::isFree() {
     HANDLE const file =
         CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -1,4 +1,4 @@
-#include "CrisisLogPlace.h"
+#include "CrisisLogSandbox.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -16,10 +16,10 @@ constexpr const char* folder = "/var/log";
 
 } // namespace
 
-const char* const CrisisLogPlace::path = "/var/log/zol.log";
-const char* const CrisisLogPlace::lineEnd = "\n";
+const char* const CrisisLogSandbox::path = "/var/log/zol.log";
+const char* const CrisisLogSandbox::lineEnd = "\n";
 
-CrisisLogPlace::CrisisLogPlace() {
+CrisisLogSandbox::CrisisLogSandbox() {
     static bool left = false;
     if (!left) {
         leaveTheMachinesMounts();
@@ -28,17 +28,17 @@ CrisisLogPlace::CrisisLogPlace() {
     mountMemory(folder, "size=4m,mode=755");
 }
 
-CrisisLogPlace::~CrisisLogPlace() {
+CrisisLogSandbox::~CrisisLogSandbox() {
     umount2(folder, MNT_DETACH);
 }
 
-std::string CrisisLogPlace::scratch() {
+std::string CrisisLogSandbox::scratch() {
     std::string scratch = std::string(folder) + "/scratch";
     std::filesystem::create_directory(scratch);
     return scratch;
 }
 
-bool CrisisLogPlace::isFree() {
+bool CrisisLogSandbox::isFree() {
     const int descriptor = open(path, O_RDONLY | O_CLOEXEC);
     if (descriptor == -1) {
         return errno == ENOENT;
