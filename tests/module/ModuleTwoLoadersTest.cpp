@@ -21,7 +21,7 @@ using ZOL::Gadgets::DLL::DLLHolder;
 
 namespace {
 
-constexpr int rounds = 3000;
+constexpr int rounds = ZOL_LOAD_CYCLES * 3 / 10;
 constexpr int messages = 20; // enough for the two to log at once
 
 int object = 0;
