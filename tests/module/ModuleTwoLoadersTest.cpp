@@ -1,6 +1,7 @@
 // Two threads that load and unload modules at once, each of which brings the framework along if the
 // other has not, and takes it away if the other is through.
 
+#include <algorithm>
 #include <atomic>
 #include <memory>
 #include <mutex>
@@ -21,7 +22,7 @@ using ZOL::Gadgets::DLL::DLLHolder;
 
 namespace {
 
-constexpr int rounds = ZOL_LOAD_CYCLES * 3 / 10;
+constexpr int rounds = std::min(ZOL_LOAD_CYCLES, 3000);
 constexpr int messages = 20; // enough for the two to log at once
 
 int object = 0;

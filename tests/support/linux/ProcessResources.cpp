@@ -32,7 +32,7 @@ std::size_t bytesResident() {
 
 } // namespace
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(ZOL_TEST_SANITIZED)
 const bool ProcessResources::memoryIsOurs = false;
 #else
 const bool ProcessResources::memoryIsOurs = true;

@@ -9,9 +9,11 @@
 #include "CrisisLogSandbox.h"
 #include "LoadedModule.h"
 
+#include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
 using support::CrisisLogSandbox;
+using ZOL::Framework::CrisisLogging::CrisisLogger;
 using ZOL::Gadgets::DLL::DLLHolder;
 
 namespace {
@@ -64,12 +66,12 @@ CRISIS_LOG_TEST(CrisisLogReload, AFrameworkLoadedAnewInTheSameProcessIsRefused) 
 
 CRISIS_LOG_TEST(CrisisLogReload, StaysWithTheFrameworkWhileOneOfTwoModulesHoldsIt) {
     const DLLHolder staying("CrisisModuleA", "");
-    void* fromB = nullptr;
+    const CrisisLogger* fromB = nullptr;
     {
         const DLLHolder going("CrisisModuleB", "");
-        fromB = going.resolve<void*()>("crisisLogger")();
+        fromB = going.resolve<CrisisLogger*()>("crisisLogger")();
     }
-    EXPECT_EQ(staying.resolve<void*()>("crisisLogger")(), fromB);
+    EXPECT_EQ(staying.resolve<CrisisLogger*()>("crisisLogger")(), fromB);
 }
 
 } // namespace
