@@ -38,7 +38,7 @@ TEST(Services, FrameworkException) {
 
 TEST(Services, LoggerException) {
 #include "logger_exception.inc"
-    EXPECT_EQ(told, "Cannot install a NULL backend!");
+    EXPECT_EQ(text, "Cannot install a NULL backend!");
 }
 
 TEST(Services, Heap) {
@@ -103,7 +103,7 @@ TEST(Services, CrisisLog) {
     });
     if (place.has_value()) {
         EXPECT_EQ(shapeOf(support::CrisisLogSandbox::path),
-                  std::string("0:0:0.0 - no back end to be had") +
+                  std::string("0:0:0.0 - no back end can be loaded") +
                       support::CrisisLogSandbox::lineEnd);
     }
 }

@@ -23,7 +23,6 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
 namespace boost {
 
 // Boost.Thread requires this function as a sign that its hooks are called.
-void tss_cleanup_implemented();
 void tss_cleanup_implemented() {}
 
 } // namespace boost

@@ -1,7 +1,7 @@
 #pragma once
 
-// Wine's header has the classification of floating-point numbers as macros, or as functions of which
-// some are missing. A C++ library expects the functions of Microsoft's header.
+// Wine's header has the classification of floating-point numbers as macros, or as functions of
+// which some are missing. A C++ library expects the functions of Microsoft's header.
 
 #pragma GCC system_header
 #define isfinite isfinite_of_wine
