@@ -40,6 +40,7 @@ void load(std::size_t n) {
 
 void measureAll() {
     constexpr Workload loading = {"module loaded and unloaded", 10};
+    // clang-format off: its versions indent differently after #if
     measure({
         {loading, Role::Floor, "floor: an empty module", load<emptyModule>, check<emptyModule>},
 #if defined(EMPTY_MODULE_WITH_IMPORTS)
@@ -48,6 +49,7 @@ void measureAll() {
 #endif
             {loading, Role::Product, "ZOL", load<framework>, check<framework>},
     });
+    // clang-format on
 }
 
 } // namespace benchmarks

@@ -38,6 +38,9 @@ LoggerBackend& loadConsole() {
     throw std::runtime_error("Console offers no back end");
 }
 
+template <typename Value>
+using Member = Value View::*;
+
 /// What the three see, row by row.
 class Comparison {
 public:
@@ -48,12 +51,12 @@ public:
     }
 
     template <typename Value>
-    void row(const char* name, Value View::*seen) {
+    void row(const char* name, Member<Value> seen) {
         const bool same = host_.*seen == reader_.*seen && host_.*seen == auditor_.*seen;
         print(name, seen, same ? "same" : "DIFFERENT", same);
     }
 
-    void rowOfOne(const char* name, int View::*seen) {
+    void rowOfOne(const char* name, Member<int> seen) {
         const bool one = host_.*seen + reader_.*seen + auditor_.*seen == 1;
         print(name, seen, one ? "made once" : "NOT MADE ONCE", one);
     }
@@ -62,7 +65,7 @@ public:
 
 private:
     template <typename Value>
-    void print(const char* name, Value View::*seen, const char* verdict, bool passed) {
+    void print(const char* name, Member<Value> seen, const char* verdict, bool passed) {
         std::cout << std::setw(28) << name << std::setw(18) << host_.*seen << std::setw(18)
                   << reader_.*seen << std::setw(18) << auditor_.*seen << verdict << '\n';
         passed_ = passed_ && passed;

@@ -62,7 +62,10 @@ TEST(ScopedSignalBlock, KeepsASignalThatTheHostHasBlocked) {
     sigaddset(&pipeSignal, SIGPIPE);
     pthread_sigmask(SIG_BLOCK, &pipeSignal, nullptr);
     raise(SIGPIPE);
-    { const ScopedSignalBlock block; }
+    {
+        // Destroyed at once.
+        const ScopedSignalBlock block;
+    }
     EXPECT_TRUE(isBlocked(SIGPIPE));
     EXPECT_TRUE(isPending(SIGPIPE));
     const timespec noWait{};

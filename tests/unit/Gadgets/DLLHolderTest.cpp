@@ -94,7 +94,10 @@ TEST(DLLHolders, AMissingSymbolIsReportedByItsName) {
 
 TEST(DLLHolders, GiveTheLoadBackWhenTheyGo) {
     const std::string name = DLLHolder::dllFileName("Versioned", "1.2");
-    { const DLLHolder holder("Versioned", "1.2"); }
+    {
+        // Destroyed at once.
+        const DLLHolder holder("Versioned", "1.2");
+    }
 #if defined(_WIN32)
     EXPECT_EQ(GetModuleHandleA(name.c_str()), nullptr);
 #else
@@ -105,7 +108,10 @@ TEST(DLLHolders, GiveTheLoadBackWhenTheyGo) {
 TEST(DLLHolders, CountTheLoadsOfOneLibrary) {
     const DLLHolder first("Versioned", "1.2");
     int (*const seven)() = first.resolve<int()>("seven");
-    { const DLLHolder second("Versioned", "1.2"); }
+    {
+        // Destroyed at once.
+        const DLLHolder second("Versioned", "1.2");
+    }
     EXPECT_EQ(seven(), 7);
 }
 

@@ -119,12 +119,15 @@ private:
     static constexpr const char* extension = ".dll";
 
     static Handle load(const char* fileName) {
+        // The system's search order applies.
         return ::LoadLibraryA(fileName);
     }
     static void unload(Handle handle) {
+        // Null is not a library: the call fails without an effect.
         ::FreeLibrary(handle);
     }
     static void* address(Handle handle, const char* name) {
+        // A null handle means the program.
         return reinterpret_cast<void*>(::GetProcAddress(handle, name));
     }
 #else
@@ -132,6 +135,7 @@ private:
     static constexpr const char* extension = ".so";
 
     static Handle load(const char* fileName) {
+        // Undefined symbols fail here, not at the first call.
         return ::dlopen(fileName, RTLD_NOW | RTLD_LOCAL);
     }
 

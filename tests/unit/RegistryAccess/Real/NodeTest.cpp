@@ -181,7 +181,10 @@ TEST_F(RegistryNode, EndsItsOwnKeyWithTheOneOpenedByAnEmptyName) {
     alignas(Registry) unsigned char storage[sizeof(Registry)];
     auto* const node = new (storage) Registry(make());
     node->updateIntValue("mark", 3);
-    { const Registry same = node->openSubKey(""); }
+    {
+        // Destroyed at once.
+        const Registry same = node->openSubKey("");
+    }
     EXPECT_FALSE(node->hasValue("mark"));
     expectError<Registry::OpenError>(398, "Unable to open requested value.",
                                      [&] { node->getIntValue("mark"); });
@@ -190,7 +193,10 @@ TEST_F(RegistryNode, EndsItsOwnKeyWithTheOneOpenedByAnEmptyName) {
 TEST_F(RegistryNode, CreateSubKeyWithAnEmptyNameOpensTheKeyOnceMore) {
     Registry node = make();
     node.updateIntValue("mark", 3);
-    { EXPECT_EQ(node.createSubKey("").getIntValue("mark"), 3); }
+    {
+        // Destroyed at once.
+        EXPECT_EQ(node.createSubKey("").getIntValue("mark"), 3);
+    }
     EXPECT_EQ(node.getIntValue("mark"), 3);
 }
 

@@ -16,7 +16,10 @@ class Open : public support::RegistryTest {};
 
 TEST_F(Open, OpensOnceAndClosesOnce) {
     platform.user().make("Software\\Sample");
-    { const Registry node = Registry::open(HKEY_CURRENT_USER, "Software\\Sample"); }
+    {
+        // Destroyed at once.
+        const Registry node = Registry::open(HKEY_CURRENT_USER, "Software\\Sample");
+    }
     EXPECT_EQ(platform.takeCalls(),
               (Lines{"RegOpenKeyA(HKCU, \"Software\\Sample\", key)", "RegCloseKey(k1)"}));
 }
@@ -71,7 +74,10 @@ TEST_F(Open, TwiceOfOnePathGivesTwoCellsWithTwoHandles) {
 class Create : public support::RegistryTest {};
 
 TEST_F(Create, MakesTheKeyWithAllThatLiesOnTheWay) {
-    { const Registry node = Registry::create(HKEY_CURRENT_USER, "one\\two\\three"); }
+    {
+        // Destroyed at once.
+        const Registry node = Registry::create(HKEY_CURRENT_USER, "one\\two\\three");
+    }
     EXPECT_EQ(platform.takeCalls(),
               (Lines{"RegCreateKeyA(HKCU, \"one\\two\\three\", key)", "RegCloseKey(k1)"}));
     EXPECT_EQ(platform.user().listing(), (Lines{"one\\", "one\\two\\", "one\\two\\three\\"}));
@@ -101,7 +107,10 @@ class OpenSubKey : public support::RegistryTest {};
 TEST_F(OpenSubKey, OpensBelowTheNodesKey) {
     platform.user().make("node\\sub");
     const Registry parent = node();
-    { const Registry sub = parent.openSubKey("sub"); }
+    {
+        // Destroyed at once.
+        const Registry sub = parent.openSubKey("sub");
+    }
     EXPECT_EQ(platform.takeCalls(), (Lines{"RegOpenKeyA(k1, \"sub\", key)", "RegCloseKey(k2)"}));
 }
 
@@ -140,7 +149,10 @@ class CreateSubKey : public support::RegistryTest {};
 
 TEST_F(CreateSubKey, MakesTheKeyBelowTheNodesKey) {
     Registry parent = node();
-    { const Registry sub = parent.createSubKey("one\\two"); }
+    {
+        // Destroyed at once.
+        const Registry sub = parent.createSubKey("one\\two");
+    }
     EXPECT_EQ(platform.takeCalls(),
               (Lines{"RegCreateKeyA(k1, \"one\\two\", key)", "RegCloseKey(k2)"}));
     EXPECT_EQ(platform.user().listing(), (Lines{"node\\", "node\\one\\", "node\\one\\two\\"}));

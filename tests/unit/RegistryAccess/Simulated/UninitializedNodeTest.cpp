@@ -20,7 +20,10 @@ TEST_F(UninitializedNode, HasItsOwnNameAndNoCell) {
 }
 
 TEST_F(UninitializedNode, LivesAndDiesWithoutAPlatformCall) {
-    { const Registry node; }
+    {
+        // Destroyed at once.
+        const Registry node;
+    }
     EXPECT_EQ(platform.takeCalls(), Lines());
 }
 
