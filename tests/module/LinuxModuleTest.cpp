@@ -5,13 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include "FixedClock.h"
 #include "Generator.h"
+#include "TestClock.h"
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
-using support::FixedClock;
 using support::Generator;
+using support::TestClock::FixedNanosecond;
 using ZOL::Gadgets::DLL::DLLHolder;
 
 namespace {
@@ -25,7 +25,7 @@ TEST(LinuxModule, SeedsTheRandomNumbersWithTheMillisecondsOfTheClockCutAndNotRou
     for (const auto [nanosecond, seed] :
          {Seeding{0, 0}, Seeding{999999, 0}, Seeding{1000000, 1}, Seeding{123456789, 123},
           Seeding{500999999, 500}, Seeding{999999999, 999}}) {
-        const FixedClock clock(nanosecond);
+        const FixedNanosecond clock(nanosecond);
         const DLLHolder client("LifeClient", "");
         int (*const drawn)() = client.resolve<int()>("drawn");
         Generator generator(seed);
@@ -40,7 +40,7 @@ TEST(LinuxModule, SeedsTheThreadThatLoadsItAndNoOther) {
     int ofLoader = 0;
     int ofOther = 0;
     std::thread([&] {
-        const FixedClock clock(777000000);
+        const FixedNanosecond clock(777000000);
         const DLLHolder client("LifeClient", "");
         int (*const drawn)() = client.resolve<int()>("drawn");
         ofLoader = drawn();
@@ -55,7 +55,7 @@ TEST(LinuxModule, ReadsTheClockForItsSeedAtTheLoadAlone) {
     int (*const drawn)() = client.resolve<int()>("drawn");
     int first = 0;
     std::thread([&] {
-        const FixedClock clock(777000000);
+        const FixedNanosecond clock(777000000);
         first = drawn();
     }).join();
     EXPECT_EQ(first, 41);

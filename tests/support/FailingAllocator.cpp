@@ -10,7 +10,7 @@ namespace {
 struct State {
     bool counting = false;
     std::size_t failAt = 0;
-    Mode mode = Mode::ThatOne;
+    Mode mode = Mode::Once;
     std::size_t allocations = 0;
     std::size_t failures = 0;
     std::ptrdiff_t blocksLeft = 0;
@@ -23,8 +23,8 @@ bool failsNow() {
     if (state.failAt == 0) {
         return false;
     }
-    return state.mode == Mode::ThatOne ? state.allocations == state.failAt
-                                       : state.allocations >= state.failAt;
+    return state.mode == Mode::Once ? state.allocations == state.failAt
+                                    : state.allocations >= state.failAt;
 }
 
 } // namespace
@@ -49,7 +49,15 @@ std::ptrdiff_t blocksLeft() {
     return state.blocksLeft;
 }
 
-/// Null if there is nothing to be had.
+Pause::Pause() : wasCounting_(state.counting) {
+    state.counting = false;
+}
+
+Pause::~Pause() {
+    state.counting = wasCounting_;
+}
+
+/// Null if the allocation fails.
 static void* allocate(std::size_t size, std::size_t alignment) noexcept {
     if (state.counting && failsNow()) {
         ++state.failures;

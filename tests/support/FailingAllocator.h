@@ -2,19 +2,19 @@
 
 #include <cstddef>
 
-/// The operator new of a program that links this, and with it that of every library it loads: it
-/// counts, and it can be told to fail. All of this for each thread on its own.
+/// Replaces operator new in the program that links this and in every library it loads: counts
+/// allocations and lets them fail. All state is per thread.
 namespace support::FailingAllocator {
 
 enum class Mode {
-    ThatOne,      ///< memory is short for a moment
-    FromThatOneOn ///< memory is out
+    Once,      ///< that one allocation fails
+    FromThenOn ///< so do all later ones
 };
 
-/// Counts from 0 again, and fails at the n-th of the next allocations; n 0 just counts.
+/// Resets the counts. The n-th allocation from now on fails; with n 0 none does.
 void start(std::size_t n, Mode mode);
 
-/// Fails and counts no more.
+/// From now on no allocation fails or counts.
 void stop();
 
 // Since start, until stop.
@@ -26,5 +26,17 @@ std::size_t failures();
 
 /// Blocks allocated less blocks freed.
 std::ptrdiff_t blocksLeft();
+
+/// During its lifetime no allocation fails or counts.
+class Pause {
+public:
+    Pause();
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+    ~Pause();
+
+private:
+    bool wasCounting_;
+};
 
 } // namespace support::FailingAllocator

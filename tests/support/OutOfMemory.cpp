@@ -58,7 +58,7 @@ std::string OutOfMemory::uniqueName() {
 }
 
 std::size_t OutOfMemory::allocationsOf(const Action& action) {
-    FailingAllocator::start(0, FailingAllocator::Mode::ThatOne);
+    FailingAllocator::start(0, FailingAllocator::Mode::Once);
     action();
     FailingAllocator::stop();
     return FailingAllocator::allocations();

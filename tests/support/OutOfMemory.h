@@ -14,9 +14,9 @@ namespace support {
 
 namespace FailingAllocator {
 
-/// What a test's parameter is called.
+/// The name of a test's parameter.
 inline const char* nameOf(Mode mode) {
-    return mode == Mode::ThatOne ? "ForAMoment" : "FromThenOn";
+    return mode == Mode::Once ? "Once" : "FromThenOn";
 }
 
 inline void PrintTo(Mode mode, std::ostream* out) {
@@ -68,6 +68,6 @@ std::string modeName(const testing::TestParamInfo<FailingAllocator::Mode>& info)
 
 #define ZOL_INSTANTIATE_OUT_OF_MEMORY(suite)                                                       \
     INSTANTIATE_TEST_SUITE_P(, suite,                                                              \
-                             testing::Values(support::FailingAllocator::Mode::ThatOne,             \
-                                             support::FailingAllocator::Mode::FromThatOneOn),      \
+                             testing::Values(support::FailingAllocator::Mode::Once,                \
+                                             support::FailingAllocator::Mode::FromThenOn),         \
                              support::modeName)

@@ -10,7 +10,7 @@
 
 #include "FreshFolder.h"
 #include "Property.h"
-#include "ShiftedClock.h"
+#include "TestClock.h"
 
 using namespace ZOL::Framework::GenericLogger;
 
@@ -29,7 +29,7 @@ Files files() {
 void logOnDays(int days) {
     for (int day = 0; day < days; ++day) {
         Logger::getLogger("orders")->info() << "day " << day;
-        support::shiftClock(24);
+        support::TestClock::advance(24);
     }
 }
 

@@ -6,7 +6,7 @@
 #include <shlwapi.h>
 #include <windows.h>
 
-#include "ScarceMemory.h"
+#include "FailingAllocator.h"
 #include "ShowText.h"
 #include "SimulatedRegistry.h"
 
@@ -15,7 +15,7 @@ using support::printable;
 using support::RegistryKey;
 using support::RegistryValue;
 using support::SimulatedRegistry;
-using support::ScarceMemory::Pause;
+using support::FailingAllocator::Pause;
 
 namespace {
 

@@ -2,10 +2,10 @@
 # own, behind which a registry lies in memory.
 set(simulation ${PROJECT_SOURCE_DIR}/tests/support/registry)
 set(registry_simulation
+    ${PROJECT_SOURCE_DIR}/tests/support/FailingAllocator.cpp
     ${simulation}/HandleTable.cpp
     ${simulation}/RegistryFunctions.cpp
     ${simulation}/RegistryTree.cpp
-    ${simulation}/ScarceMemory.cpp
     ${simulation}/ShowText.cpp
     ${simulation}/SimulatedRegistry.cpp)
 set(registry_includes
@@ -16,6 +16,7 @@ set(registry_includes
 
 add_executable(zol_registry_tests
     ${PROJECT_SOURCE_DIR}/tests/support/FailingDemangler.cpp
+    ${PROJECT_SOURCE_DIR}/tests/support/OutOfMemory.cpp
     Simulated/CopyFromTest.cpp
     Simulated/CopyValuesFromTest.cpp
     Simulated/EveryCallFailsTest.cpp
@@ -26,9 +27,9 @@ add_executable(zol_registry_tests
     Simulated/NodeCell.cpp
     Simulated/NodeTest.cpp
     Simulated/Operations.cpp
+    Simulated/OutOfMemoryTest.cpp
     Simulated/RegistryErrorTest.cpp
     Simulated/RegistryTest.cpp
-    Simulated/ScarceMemoryTest.cpp
     Simulated/SimulatedRegistryTest.cpp
     Simulated/ThrowSiteTest.cpp
     Simulated/ThrowSites.cpp

@@ -1,6 +1,6 @@
-// What is left when memory is short: no open handle, and the error is the caller's to see.
+// A failed allocation leaves no handle open, and the caller gets std::bad_alloc.
 
-#include "ScarceMemory.h"
+#include "OutOfMemory.h"
 
 #include <memory>
 #include <new>
@@ -13,7 +13,7 @@
 using support::Lines;
 using support::Operation;
 using ZOL::RegistryAccess::Registry;
-namespace ScarceMemory = support::ScarceMemory;
+namespace FailingAllocator = support::FailingAllocator;
 
 namespace {
 
@@ -28,7 +28,7 @@ const std::string description = std::string("class ZOL::RegistryAccess::Registry
 
 class OperationWithoutMemory
     : public support::RegistryTest,
-      public testing::WithParamInterface<std::tuple<Operation, ScarceMemory::Kind>> {
+      public testing::WithParamInterface<std::tuple<Operation, FailingAllocator::Mode>> {
 protected:
     void resetTree() {
         for (const char* const path : {"node", "other", "a path"}) {
@@ -118,17 +118,15 @@ std::vector<Operation> withLongNames() {
 
 INSTANTIATE_TEST_SUITE_P(Of, OperationWithoutMemory,
                          testing::Combine(testing::ValuesIn(withLongNames()),
-                                          testing::Values(ScarceMemory::Kind::ForAMoment,
-                                                          ScarceMemory::Kind::FromThenOn)),
+                                          testing::Values(FailingAllocator::Mode::Once,
+                                                          FailingAllocator::Mode::FromThenOn)),
                          [](const auto& instance) {
                              return std::get<0>(instance.param).name +
-                                    (std::get<1>(instance.param) == ScarceMemory::Kind::ForAMoment
-                                         ? "ForAMoment"
-                                         : "FromThenOn");
+                                    nameOf(std::get<1>(instance.param));
                          });
 
 TEST_P(OperationWithoutMemory, ThrowsBadAllocAndLeavesNoHandleOpen) {
-    const auto& [operation, kind] = GetParam();
+    const auto& [operation, mode] = GetParam();
     bool failed = true;
     std::size_t n = 0;
     while (failed) {
@@ -137,28 +135,22 @@ TEST_P(OperationWithoutMemory, ThrowsBadAllocAndLeavesNoHandleOpen) {
         Registry own = node();
         Registry other = node("other");
         failed = false;
-        ScarceMemory::start(n, kind);
+        FailingAllocator::start(n, mode);
         try {
             operation.run(own, other);
         } catch (const std::bad_alloc&) {
             failed = true;
         }
-        const std::size_t allocations = ScarceMemory::stop();
-        EXPECT_EQ(failed, allocations >= n) << "allocation " << n << " failed";
+        FailingAllocator::stop();
+        EXPECT_EQ(failed, FailingAllocator::failures() > 0) << "allocation " << n << " failed";
         ASSERT_EQ(platform.openHandles(), 2U) << "after the failure of allocation " << n;
         ASSERT_EQ(platform.takeMisuses(), Lines()) << "after the failure of allocation " << n;
     }
     EXPECT_GT(n, 1U) << "there was something to fail";
 }
 
-class WhatWithoutMemory : public testing::TestWithParam<ScarceMemory::Kind> {};
-INSTANTIATE_TEST_SUITE_P(Short, WhatWithoutMemory,
-                         testing::Values(ScarceMemory::Kind::ForAMoment,
-                                         ScarceMemory::Kind::FromThenOn),
-                         [](const auto& instance) {
-                             return instance.param == ScarceMemory::Kind::ForAMoment ? "ForAMoment"
-                                                                                     : "FromThenOn";
-                         });
+class WhatWithoutMemory : public support::OutOfMemory {};
+ZOL_INSTANTIATE_OUT_OF_MEMORY(WhatWithoutMemory);
 
 TEST_P(WhatWithoutMemory, IsEmptyAndWholeAtALaterCall) {
     bool failed = true;
@@ -166,9 +158,8 @@ TEST_P(WhatWithoutMemory, IsEmptyAndWholeAtALaterCall) {
     while (failed) {
         ++n;
         const Registry::NotFound error(longMessage.c_str(), longName.c_str(), 7);
-        ScarceMemory::start(n, GetParam());
-        const char* const text = error.what();
-        failed = ScarceMemory::stop() >= n;
+        const char* text = nullptr;
+        failed = attempt(n, [&] { text = error.what(); }).failed;
         EXPECT_EQ(text, failed ? "" : description) << "allocation " << n;
         EXPECT_EQ(error.what(), description);
     }
@@ -184,25 +175,16 @@ TEST(WhatWithoutADemangledName, IsEmptyAndWholeAtALaterCall) {
 }
 
 TEST_P(WhatWithoutMemory, AnErrorThatCannotBeMadeOrCopiedLeavesNothing) {
-    // What is left shows under the address sanitizer.
     const Registry::NotFound source(longMessage.c_str(), longName.c_str(), 7);
     source.what();
-    bool failed = true;
-    std::size_t n = 0;
-    while (failed) {
-        ++n;
-        failed = false;
-        ScarceMemory::start(n, GetParam());
-        try {
+    const std::size_t failures = sweep(
+        [&] {
             const Registry::NotFound made(longName.c_str(), longName.c_str(), 7);
             const auto copy = std::make_unique<Registry::NotFound>(source);
-        } catch (const std::bad_alloc&) {
-            failed = true;
-        }
-        ScarceMemory::stop();
-        EXPECT_EQ(source.what(), description);
-    }
-    EXPECT_EQ(n, 9U) << "a record and two texts, then an error with a record and three";
+        },
+        [&] { EXPECT_EQ(source.what(), description); });
+    EXPECT_EQ(source.what(), description);
+    EXPECT_EQ(failures, 8U) << "a record and two texts, then an error with a record and three";
 }
 
 } // namespace

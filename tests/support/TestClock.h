@@ -1,0 +1,19 @@
+#pragma once
+
+/// Changes the wall clock that every module of this process reads. The program must export its
+/// symbols (ENABLE_EXPORTS).
+namespace support::TestClock {
+
+/// Moves the clock forward.
+void advance(int hours);
+
+/// During its lifetime the clock shows this nanosecond of every second.
+class FixedNanosecond {
+public:
+    explicit FixedNanosecond(long nanosecond);
+    FixedNanosecond(const FixedNanosecond&) = delete;
+    FixedNanosecond& operator=(const FixedNanosecond&) = delete;
+    ~FixedNanosecond();
+};
+
+} // namespace support::TestClock

@@ -1,0 +1,48 @@
+// Interposes clock_gettime: a definition in the program takes precedence over the C library's.
+
+#include "TestClock.h"
+
+#include <atomic>
+#include <ctime>
+
+#include <dlfcn.h>
+
+namespace support::TestClock {
+
+namespace {
+
+constexpr long running = -1;
+std::atomic<long> fixedNanosecond = running;
+std::atomic<int> hoursAhead = 0;
+
+} // namespace
+
+void advance(int hours) {
+    hoursAhead += hours;
+}
+
+FixedNanosecond::FixedNanosecond(long nanosecond) {
+    fixedNanosecond = nanosecond;
+}
+
+FixedNanosecond::~FixedNanosecond() {
+    fixedNanosecond = running;
+}
+
+} // namespace support::TestClock
+
+namespace TestClock = support::TestClock;
+
+extern "C" [[gnu::visibility("default")]] int clock_gettime(clockid_t id, timespec* tp) noexcept {
+    using Function = int(clockid_t, timespec*);
+    static auto* const next = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "clock_gettime"));
+    const int result = next(id, tp);
+    if (id == CLOCK_REALTIME) {
+        tp->tv_sec += static_cast<std::time_t>(TestClock::hoursAhead) * 60 * 60;
+        const long nanosecond = TestClock::fixedNanosecond;
+        if (nanosecond != TestClock::running) {
+            tp->tv_nsec = nanosecond;
+        }
+    }
+    return result;
+}
