@@ -5,12 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include "Generator.h"
+#include "MsvcrtRand.h"
 #include "TestClock.h"
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
-using support::Generator;
+using support::MsvcrtRand;
 using support::TestClock::FixedNanosecond;
 using ZOL::Gadgets::DLL::DLLHolder;
 
@@ -28,9 +28,9 @@ TEST(LinuxModule, SeedsTheRandomNumbersWithTheMillisecondsOfTheClockCutAndNotRou
         const FixedNanosecond clock(nanosecond);
         const DLLHolder client("LifeClient", "");
         int (*const drawn)() = client.resolve<int()>("drawn");
-        Generator generator(seed);
+        MsvcrtRand msvcrt(seed);
         for (std::uint32_t call = 0; call < 5; ++call) {
-            const std::uint32_t expected = generator.draw() + call;
+            const std::uint32_t expected = msvcrt.next() + call;
             EXPECT_EQ(drawn(), static_cast<int>(expected)) << "at nanosecond " << nanosecond;
         }
     }
@@ -46,7 +46,7 @@ TEST(LinuxModule, SeedsTheThreadThatLoadsItAndNoOther) {
         ofLoader = drawn();
         std::thread([&] { ofOther = drawn(); }).join();
     }).join();
-    EXPECT_EQ(ofLoader, static_cast<int>(Generator(777).draw()));
+    EXPECT_EQ(ofLoader, static_cast<int>(MsvcrtRand(777).next()));
     EXPECT_EQ(ofOther, 41 + 1);
 }
 

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Generator.h"
+#include "MsvcrtRand.h"
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
@@ -24,7 +24,7 @@ std::int64_t millisecondsNow() {
 std::vector<int> seedsOf(std::uint32_t number) {
     std::vector<int> seeds;
     for (int seed = 0; seed < 1000; ++seed) {
-        if (support::Generator(static_cast<std::uint32_t>(seed)).draw() == number) {
+        if (support::MsvcrtRand(static_cast<std::uint32_t>(seed)).next() == number) {
             seeds.push_back(seed);
         }
     }

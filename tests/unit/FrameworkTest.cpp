@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include "Generator.h"
+#include "MsvcrtRand.h"
 
-using support::Generator;
+using support::MsvcrtRand;
 using ZOL::Framework::Framework;
 
 namespace {
@@ -82,9 +82,9 @@ TEST(RandomNumbers, TheSumIsCutToItsLow16Bits) {
     const std::uint32_t before = completedCalls();
     bool wrapped = false;
     onFreshThread([&] {
-        Generator generator(1);
+        MsvcrtRand msvcrt(1);
         for (std::uint32_t call = before; call < before + 70000; ++call) {
-            const std::uint32_t sum = generator.draw() + call;
+            const std::uint32_t sum = msvcrt.next() + call;
             wrapped = wrapped || sum > 0xFFFF;
             ASSERT_EQ(Framework::randomNumber(), sum & 0xFFFF) << "at call " << call;
         }
@@ -104,10 +104,10 @@ const FirstNumbers firstNumbers;
 TEST(RandomNumbers, TheLoadingThreadStartsAtOneOfAThousandStates) {
     int matches = 0;
     for (std::uint32_t seed = 0; seed < 1000; ++seed) {
-        Generator generator(seed);
-        matches += generator.draw() == firstNumbers.first &&
-                   generator.draw() + 1 == firstNumbers.second &&
-                   generator.draw() + 2 == firstNumbers.third;
+        MsvcrtRand msvcrt(seed);
+        matches += msvcrt.next() == firstNumbers.first &&
+                   msvcrt.next() + 1 == firstNumbers.second &&
+                   msvcrt.next() + 2 == firstNumbers.third;
     }
     EXPECT_EQ(matches, 1);
 }

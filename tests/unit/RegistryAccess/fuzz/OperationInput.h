@@ -1,25 +1,23 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
-#include "ByteChoices.h"
+#include "FuzzInput.h"
 #include "SimulatedRegistry.h"
 
 namespace fuzz {
 
-/// Choices of what is called, and with what.
-class Input : public support::ByteChoices {
+/// Arguments of registry operations.
+class OperationInput : public support::FuzzInput {
 public:
-    using ByteChoices::ByteChoices;
+    using FuzzInput::FuzzInput;
 
     std::string keyPath();
     std::string valueName();
     std::string data();
     DWORD type();
-    std::int32_t number();
 
-    /// Not 0.
+    /// A result code, never 0.
     LONG failure();
 };
 

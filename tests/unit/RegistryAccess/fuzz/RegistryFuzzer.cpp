@@ -9,6 +9,6 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    fuzz::Run(fuzz::Input(bytes, size)).execute();
+    fuzz::Run(fuzz::OperationInput(bytes, size)).execute();
     return 0;
 }

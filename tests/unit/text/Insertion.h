@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "Choices.h"
+#include "InsertionInput.h"
 
 namespace text {
 
@@ -41,85 +41,84 @@ inline void functionOnAStream(std::ostream& stream) {
     stream.precision(stream.precision() + 1);
 }
 
-/// Writes one value, of a type and with a content that the choices tell. None of it depends on what
-/// kind of stream it is.
+/// Writes one value. Its type and content depend on the input alone, not on the stream.
 template <typename Stream>
-void insertValue(Stream& stream, Choices& choices) {
-    switch (choices.below(30)) {
+void insertValue(Stream& stream, InsertionInput& input) {
+    switch (input.below(30)) {
     case 0:
-        stream << (choices.below(2) == 1);
+        stream << (input.below(2) == 1);
         break;
     case 1:
-        stream << choices.value<char>();
+        stream << input.value<char>();
         break;
     case 2:
-        stream << choices.value<signed char>();
+        stream << input.value<signed char>();
         break;
     case 3:
-        stream << choices.value<unsigned char>();
+        stream << input.value<unsigned char>();
         break;
     case 4:
-        stream << choices.integer<short>();
+        stream << input.integer<short>();
         break;
     case 5:
-        stream << choices.integer<unsigned short>();
+        stream << input.integer<unsigned short>();
         break;
     case 6:
-        stream << choices.integer<int>();
+        stream << input.integer<int>();
         break;
     case 7:
-        stream << choices.integer<unsigned>();
+        stream << input.integer<unsigned>();
         break;
     case 8:
-        stream << choices.integer<long>();
+        stream << input.integer<long>();
         break;
     case 9:
-        stream << choices.integer<unsigned long>();
+        stream << input.integer<unsigned long>();
         break;
     case 10:
-        stream << choices.integer<long long>();
+        stream << input.integer<long long>();
         break;
     case 11:
-        stream << choices.integer<unsigned long long>();
+        stream << input.integer<unsigned long long>();
         break;
     case 12:
-        stream << choices.value<float>();
+        stream << input.value<float>();
         break;
     case 13:
-        stream << static_cast<float>(choices.integer<int>()) / 8;
+        stream << static_cast<float>(input.integer<int>()) / 8;
         break;
     case 14:
-        stream << choices.number();
+        stream << input.number();
         break;
     case 15:
-        stream << static_cast<long double>(choices.number());
+        stream << static_cast<long double>(input.number());
         break;
     case 16:
         stream << "literal";
         break;
     case 17:
-        stream << choices.text().c_str();
+        stream << input.text().c_str();
         break;
     case 18:
-        stream << reinterpret_cast<const signed char*>(choices.text().c_str());
+        stream << reinterpret_cast<const signed char*>(input.text().c_str());
         break;
     case 19:
-        stream << reinterpret_cast<const unsigned char*>(choices.text().c_str());
+        stream << reinterpret_cast<const unsigned char*>(input.text().c_str());
         break;
     case 20:
-        stream << choices.text();
+        stream << input.text();
         break;
     case 21: {
-        std::string text = choices.text();
+        std::string text = input.text();
         char array[] = "array";
         stream << text << std::string_view(text) << text.data() << array;
         break;
     }
     case 22:
-        stream << static_cast<const void*>(choices.address());
+        stream << static_cast<const void*>(input.address());
         break;
     case 23:
-        stream << choices.address();
+        stream << input.address();
         break;
     case 24:
         stream << static_cast<const int*>(nullptr) << nullptr;
@@ -128,10 +127,10 @@ void insertValue(Stream& stream, Choices& choices) {
         stream << plain << LikeAText();
         break;
     case 26:
-        stream << Point{choices.integer<int>(), choices.number()};
+        stream << Point{input.integer<int>(), input.number()};
         break;
     case 27:
-        stream << std::complex<double>(1, choices.number());
+        stream << std::complex<double>(1, input.number());
         break;
     case 28:
         stream << L'w' << static_cast<volatile char*>(nullptr);
@@ -144,10 +143,10 @@ void insertValue(Stream& stream, Choices& choices) {
 
 /// Changes how values are written from here on, or writes what a manipulator writes.
 template <typename Stream>
-void manipulate(Stream& stream, Choices& choices) {
+void manipulate(Stream& stream, InsertionInput& input) {
     constexpr std::size_t widths = 30;
     constexpr std::size_t precisions = 25;
-    switch (choices.below(30)) {
+    switch (input.below(30)) {
     case 0:
         stream << std::hex;
         break;
@@ -218,10 +217,10 @@ void manipulate(Stream& stream, Choices& choices) {
         stream << std::ends;
         break;
     case 23:
-        stream << std::setfill(choices.value<char>());
+        stream << std::setfill(input.value<char>());
         break;
     case 24:
-        stream << std::setprecision(static_cast<int>(choices.below(precisions)));
+        stream << std::setprecision(static_cast<int>(input.below(precisions)));
         break;
     case 25:
         stream << std::setiosflags(std::ios_base::showpos | std::ios_base::hex);
@@ -233,24 +232,24 @@ void manipulate(Stream& stream, Choices& choices) {
         stream << std::unitbuf;
         break;
     default:
-        stream << std::setw(static_cast<int>(choices.below(widths)));
+        stream << std::setw(static_cast<int>(input.below(widths)));
         break;
     }
 }
 
-/// The same choices make the same insertions, whatever the stream. The first of them says how many
-/// values come before anything manipulates them.
+/// The same input makes the same insertions into every stream. Its first byte is the number of
+/// values before the first manipulator.
 template <typename Stream>
-void insertAll(Stream& stream, Choices choices) {
+void insertAll(Stream& stream, InsertionInput input) {
     constexpr std::size_t mostUntouched = 12;
-    for (std::size_t untouched = choices.below(mostUntouched); untouched > 0; --untouched) {
-        insertValue(stream, choices);
+    for (std::size_t untouched = input.below(mostUntouched); untouched > 0; --untouched) {
+        insertValue(stream, input);
     }
-    while (!choices.isEmpty()) {
-        if (choices.below(2) == 0) {
-            insertValue(stream, choices);
+    while (!input.isEmpty()) {
+        if (input.below(2) == 0) {
+            insertValue(stream, input);
         } else {
-            manipulate(stream, choices);
+            manipulate(stream, input);
         }
     }
 }

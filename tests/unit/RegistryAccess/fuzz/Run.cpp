@@ -34,7 +34,7 @@ std::string join(const std::vector<std::string>& lines) {
 
 } // namespace
 
-Run::Run(Input input) : input_(input), model_(mostKeys) {
+Run::Run(OperationInput input) : input_(input), model_(mostKeys) {
     platform_.limitKeys(mostKeys);
 }
 
@@ -135,7 +135,7 @@ void Run::readOrWrite(std::size_t kind) {
     Slot& other = slot();
     const std::string name = kind < 6 ? input_.keyPath() : input_.valueName();
     const std::string data = input_.data();
-    const std::int32_t number = input_.number();
+    const std::int32_t number = input_.value<std::int32_t>();
     Registry& node = *on.node;
     const Model::Node& modelled = on.modelled;
     const auto flag = [](bool value) {

@@ -4,12 +4,12 @@
 
 namespace support {
 
-/// The generator as the C runtime of Windows has it.
-class Generator {
+/// srand and rand of the Windows C runtime.
+class MsvcrtRand {
 public:
-    explicit Generator(std::uint32_t state) : state_(state) {}
+    explicit MsvcrtRand(std::uint32_t seed) : state_(seed) {}
 
-    std::uint32_t draw() {
+    std::uint32_t next() {
         state_ = state_ * 214013U + 2531011U;
         return (state_ >> 16) & 0x7FFFU;
     }

@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const auto insertions = [=](auto& stream) {
-        text::insertAll(stream, text::Choices(bytes, size));
+        text::insertAll(stream, text::InsertionInput(bytes, size));
     };
     const std::string text = text::textOf(insertions);
     const std::string classic = text::classicTextOf(insertions);

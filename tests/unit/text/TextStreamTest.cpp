@@ -100,7 +100,7 @@ TEST(TextStreams, WriteAddressesAsAStreamDoes) {
     expectClassic(static_cast<void*>(nullptr));
     expectClassic(nullptr);
     const std::vector<std::uint8_t> allBits(sizeof(void*), 0xFF);
-    expectClassic(text::Choices(allBits.data(), allBits.size()).value<const void*>());
+    expectClassic(text::InsertionInput(allBits.data(), allBits.size()).value<const void*>());
 }
 
 TEST(TextStreams, WriteTextsOfEveryKindAsAStreamDoes) {
@@ -209,7 +209,7 @@ TEST(TextStreams, TakeAThirdOfAMillionRandomLinesAsAStreamDoes) {
             byte = static_cast<std::uint8_t>(random());
         }
         const auto insertions = [&](auto& stream) {
-            text::insertAll(stream, text::Choices(bytes.data(), bytes.size()));
+            text::insertAll(stream, text::InsertionInput(bytes.data(), bytes.size()));
         };
         ASSERT_EQ(text::textOf(insertions), text::classicTextOf(insertions)) << "line " << line;
     }

@@ -1,14 +1,14 @@
-#include "Choices.h"
+#include "InsertionInput.h"
 
 #include <cmath>
-#include <iterator>
+#include <cstring>
 #include <limits>
 
 namespace text {
 
-double Choices::number() {
+double InsertionInput::number() {
     using Limits = std::numeric_limits<double>;
-    // Those where a shortest or a six-digit form changes its shape.
+    // Where the shortest or the six-digit form changes its notation.
     constexpr double special[] = {0.0,
                                   -0.0,
                                   1e-5,
@@ -33,7 +33,7 @@ double Choices::number() {
     constexpr int exponents = 80;
     switch (below(4)) {
     case 0:
-        return special[below(std::size(special))];
+        return pick(special);
     case 1:
         return value<double>();
     case 2:
@@ -44,15 +44,15 @@ double Choices::number() {
     }
 }
 
-void* Choices::address() {
+void* InsertionInput::address() {
     const auto bits = integer<std::uintptr_t>();
     void* result = nullptr;
     std::memcpy(&result, &bits, sizeof result);
     return result;
 }
 
-std::string Choices::text() {
-    // Up to that many pieces, so that a line outgrows its place now and then.
+std::string InsertionInput::text() {
+    // Enough pieces to exceed a line's inline buffer now and then.
     constexpr std::size_t pieces = 40;
     const std::size_t wanted = below(4) == 0 ? below(pieces) : below(3);
     std::string result;

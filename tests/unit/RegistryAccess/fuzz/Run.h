@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "Input.h"
 #include "Model.h"
+#include "OperationInput.h"
 #include "SimulatedRegistry.h"
 #include "ZOL/RegistryAccess/Registry.h"
 
@@ -16,7 +16,7 @@ namespace fuzz {
 /// One sequence of operations, done with nodes and in the model side by side.
 class Run {
 public:
-    explicit Run(Input input);
+    explicit Run(OperationInput input);
 
     /// Ends the program, and tells what was done so far, at the first thing that differs.
     void execute();
@@ -48,7 +48,7 @@ private:
     void compareState();
     void check(const std::string& what, const std::string& real, const std::string& expected);
 
-    Input input_;
+    OperationInput input_;
     support::SimulatedRegistry platform_;
     Model model_;
     std::array<Slot, 4> slots_;

@@ -1,11 +1,11 @@
-#include "Input.h"
+#include "OperationInput.h"
 
 #include <array>
 
 namespace fuzz {
 
-// Never empty: that gives back the handle of the parent, which two nodes then close.
-std::string Input::keyPath() {
+// Never empty: an empty path opens the parent's own handle, which two nodes then close.
+std::string OperationInput::keyPath() {
     static const std::array<std::string, 12> paths = {"a",
                                                       "b",
                                                       "A",
@@ -18,41 +18,33 @@ std::string Input::keyPath() {
                                                       "a\\b\\c\\d",
                                                       std::string(260, 'k'),
                                                       std::string(261, 'k')};
-    return paths[below(paths.size())];
+    return pick(paths);
 }
 
-std::string Input::valueName() {
+std::string OperationInput::valueName() {
     static const std::array<std::string, 7> names = {
         "v", "w", "V", "", "vv", std::string(260, 'n'), std::string(261, 'n')};
-    return names[below(names.size())];
+    return pick(names);
 }
 
-std::string Input::data() {
+std::string OperationInput::data() {
     static const std::array<std::size_t, 10> lengths = {4, 0, 1, 2, 3, 5, 30, 260, 261, 262};
     static const std::string filling("a\0\xff", 3);
-    std::string bytes(lengths[below(lengths.size())], filling[below(filling.size())]);
+    std::string bytes(pick(lengths), pick(filling));
     if (!bytes.empty()) {
-        bytes.back() = filling[below(filling.size())];
+        bytes.back() = pick(filling);
         bytes.front() = static_cast<char>(byte());
     }
     return bytes;
 }
 
-DWORD Input::type() {
+DWORD OperationInput::type() {
     static const std::array<DWORD, 8> types = {REG_SZ,       REG_DWORD, REG_NONE,   REG_EXPAND_SZ,
                                                REG_MULTI_SZ, REG_QWORD, REG_BINARY, 0xffffffff};
-    return types[below(types.size())];
+    return pick(types);
 }
 
-std::int32_t Input::number() {
-    std::uint32_t bits = 0;
-    for (int i = 0; i < 4; ++i) {
-        bits = bits << 8U | byte();
-    }
-    return static_cast<std::int32_t>(bits);
-}
-
-LONG Input::failure() {
+LONG OperationInput::failure() {
     static const std::array<LONG, 6> codes = {ERROR_ACCESS_DENIED,     ERROR_NO_MORE_ITEMS,
                                               ERROR_FILE_NOT_FOUND,    ERROR_INVALID_HANDLE,
                                               ERROR_INVALID_PARAMETER, ERROR_MORE_DATA};
@@ -60,7 +52,7 @@ LONG Input::failure() {
     if (choice < codes.size()) {
         return codes[choice];
     }
-    const std::int32_t any = number();
+    const auto any = value<LONG>();
     return any != 0 ? any : 1;
 }
 
