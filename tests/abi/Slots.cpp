@@ -87,7 +87,7 @@ std::vector<std::string> slotsOf(const std::map<std::size_t, const char*>& opera
         std::string what = "an unnamed function";
         if (const auto named = operations.find(slot); named != operations.end()) {
             what = named->second;
-        } else if (slot < support::firstSlotBehindDestructor) {
+        } else if (slot < support::firstSlotAfterDestructor) {
             what = destructorIn<Implemented>(slot, arguments...);
         }
         lines.push_back(readable(typeid(Contract).name()) + " slot " + std::to_string(slot) + ": " +

@@ -78,9 +78,9 @@ TEST(Slots, ExceptionsAnswerMessageAndWhatThroughTheirSlots) {
     } catch (const LoggerException& error) {
         using Text = const char*(const void*);
         const SlotProbe slots(&error);
-        EXPECT_STREQ(slots.at<Text>(support::firstSlotBehindDestructor)(&error),
+        EXPECT_STREQ(slots.at<Text>(support::firstSlotAfterDestructor)(&error),
                      "Cannot install a NULL backend!");
-        EXPECT_STREQ(slots.at<Text>(support::firstSlotBehindDestructor + 1)(&error), error.what());
+        EXPECT_STREQ(slots.at<Text>(support::firstSlotAfterDestructor + 1)(&error), error.what());
     }
 }
 

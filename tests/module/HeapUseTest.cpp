@@ -39,7 +39,7 @@ protected:
         return UnloadTrace::stop();
     }
 
-    DLLHolder client{"LifeClient", ""};
+    DLLHolder client{"ModuleClient", ""};
     PropertyManager& store = *client.resolve<PropertyManager*()>("properties")();
 
     // Made before anybody looks.

@@ -26,7 +26,7 @@ TEST(LinuxModule, SeedsTheRandomNumbersWithTheMillisecondsOfTheClockCutAndNotRou
          {Seeding{0, 0}, Seeding{999999, 0}, Seeding{1000000, 1}, Seeding{123456789, 123},
           Seeding{500999999, 500}, Seeding{999999999, 999}}) {
         const FixedNanosecond clock(nanosecond);
-        const DLLHolder client("LifeClient", "");
+        const DLLHolder client("ModuleClient", "");
         int (*const drawn)() = client.resolve<int()>("drawn");
         MsvcrtRand msvcrt(seed);
         for (std::uint32_t call = 0; call < 5; ++call) {
@@ -41,7 +41,7 @@ TEST(LinuxModule, SeedsTheThreadThatLoadsItAndNoOther) {
     int ofOther = 0;
     std::thread([&] {
         const FixedNanosecond clock(777000000);
-        const DLLHolder client("LifeClient", "");
+        const DLLHolder client("ModuleClient", "");
         int (*const drawn)() = client.resolve<int()>("drawn");
         ofLoader = drawn();
         std::thread([&] { ofOther = drawn(); }).join();
@@ -51,7 +51,7 @@ TEST(LinuxModule, SeedsTheThreadThatLoadsItAndNoOther) {
 }
 
 TEST(LinuxModule, ReadsTheClockForItsSeedAtTheLoadAlone) {
-    const DLLHolder client("LifeClient", "");
+    const DLLHolder client("ModuleClient", "");
     int (*const drawn)() = client.resolve<int()>("drawn");
     int first = 0;
     std::thread([&] {

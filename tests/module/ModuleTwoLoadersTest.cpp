@@ -11,11 +11,11 @@
 #include <gtest/gtest.h>
 
 #include "ExceptionsMeetLoads.h"
-#include "LifeClient.h"
+#include "ModuleClient.h"
 #include "WideText.h"
 
 using support::frameworkIsLoaded;
-using support::LifeClient;
+using support::ModuleClient;
 using support::wide;
 using ZOL::Framework::Management::WideString;
 using ZOL::Gadgets::DLL::DLLHolder;
@@ -78,8 +78,8 @@ private:
 };
 
 void useLifeClient() {
-    const Loaded<LifeClient> loaded;
-    const LifeClient& client = *loaded;
+    const Loaded<ModuleClient> loaded;
+    const ModuleClient& client = *loaded;
     for (int message = 0; message < messages; ++message) {
         client.logTo("logger", "a message that is longer than a short string");
     }
@@ -144,7 +144,7 @@ void runAtOnce(First first, Second second) {
 
 void expectAFreshStart() {
     EXPECT_FALSE(frameworkIsLoaded());
-    const LifeClient client;
+    const ModuleClient client;
     EXPECT_EQ(client.nextOf("counter"), 0);
     EXPECT_EQ(client.knownObject("object"), nullptr);
     EXPECT_FALSE(client.properties()->hasProperty(property));

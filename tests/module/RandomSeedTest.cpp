@@ -37,7 +37,7 @@ TEST(RandomSeed, IsTheMillisecondInWhichTheFrameworkIsLoaded) {
         // All over the second, and back to back.
         std::this_thread::sleep_for(std::chrono::milliseconds(load % 2 == 0 ? 137 : 0));
         const std::int64_t before = millisecondsNow() - clocksApart;
-        const DLLHolder client("LifeClient", "");
+        const DLLHolder client("ModuleClient", "");
         const std::int64_t after = millisecondsNow() + clocksApart;
 
         const int drawn = client.resolve<int()>("drawn")();

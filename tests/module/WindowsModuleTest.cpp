@@ -24,7 +24,7 @@ BOOL WINAPI countingTlsFree(DWORD key) {
 }
 
 TEST(WindowsModule, CarriesItsVersionAsAResource) {
-    const DLLHolder holder("LifeClient", "");
+    const DLLHolder holder("ModuleClient", "");
     DWORD ignored = 0;
     std::vector<char> resource(GetFileVersionInfoSizeA(moduleFile, &ignored));
     ASSERT_FALSE(resource.empty());
@@ -70,7 +70,7 @@ TEST(WindowsModule, ItsEntryFunctionPassesProcessExitToBoostThread) {
 }
 
 TEST(WindowsModule, HasTheEntryFunctionThatHearsOfEndingThreads) {
-    const DLLHolder holder("LifeClient", "");
+    const DLLHolder holder("ModuleClient", "");
     // Boost.Thread asks for the key of its thread-local data only where it is told of an end.
     EXPECT_NE(support::hookImport(GetModuleHandleA(moduleFile), "TlsFree",
                                   reinterpret_cast<void*>(&countingTlsFree)),

@@ -5,7 +5,7 @@
 
 namespace support {
 
-/// The slots of an object's virtual table, as a caller built elsewhere uses them.
+/// Calls the slots of an object's virtual table by number, as code built apart does.
 class SlotProbe {
 public:
     explicit SlotProbe(const void* object) { std::memcpy(&slots_, object, sizeof(slots_)); }
@@ -21,7 +21,7 @@ private:
     void* const* slots_ = nullptr;
 };
 
-// Both compilers here keep two slots for a destructor, and then the operations in order.
-constexpr std::size_t firstSlotBehindDestructor = 2;
+// The Itanium ABI has two destructor slots, then the operations in order.
+constexpr std::size_t firstSlotAfterDestructor = 2;
 
 } // namespace support

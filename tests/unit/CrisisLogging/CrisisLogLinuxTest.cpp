@@ -11,8 +11,8 @@
 #include <sys/mount.h>
 #include <sys/stat.h>
 
-#include "CrisisCalls.h"
 #include "CrisisClients.h"
+#include "CrisisLogHooks.h"
 #include "CrisisLogSandbox.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
@@ -21,7 +21,7 @@
 using support::CrisisLogSandbox;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 using ZOL::Framework::Exceptions::FrameworkException;
-namespace CrisisCalls = support::CrisisCalls;
+namespace CrisisLogHooks = support::CrisisLogHooks;
 
 namespace {
 
@@ -55,17 +55,17 @@ CRISIS_LOG_TEST(CrisisLogOnLinux, AFullDiskLosesTheLineAndTheNextGoesAsUsual) {
         std::ofstream file(CrisisLogSandbox::path, std::ios_base::binary);
         file << wholePage;
     }
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
     CrisisLogger& logger = CrisisLogger::instance();
     fillTheDisk();
     logger.log("lost");
     logger.log("lost as well");
-    EXPECT_EQ(CrisisCalls::content(), wholePage);
+    EXPECT_EQ(CrisisLogHooks::content(), wholePage);
     std::filesystem::remove(filler);
     logger.log("written");
     logger.log("and another");
-    EXPECT_EQ(CrisisCalls::content(),
+    EXPECT_EQ(CrisisLogHooks::content(),
               wholePage + "09:5:7.012 - written\n09:5:7.012 - and another\n");
 }
 
@@ -74,7 +74,7 @@ CRISIS_LOG_TEST(CrisisLogOnLinux, AFileSystemThatTakesNoWritingRefusesTheLogUnti
     EXPECT_THROW(CrisisLogger::instance(), FrameworkException);
     ASSERT_EQ(mount(nullptr, "/var/log", nullptr, MS_REMOUNT, nullptr), 0);
     CrisisLogger::instance().log("written");
-    EXPECT_NE(CrisisCalls::content().find(" - written\n"), std::string::npos);
+    EXPECT_NE(CrisisLogHooks::content().find(" - written\n"), std::string::npos);
 }
 
 CRISIS_LOG_TEST(CrisisLogOnLinux, AProcessStartedMeanwhileDoesNotKeepTheFileFromOthers) {

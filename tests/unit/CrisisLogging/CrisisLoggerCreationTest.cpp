@@ -11,8 +11,8 @@
 
 #include <gtest/gtest.h>
 
-#include "CrisisCalls.h"
 #include "CrisisClients.h"
+#include "CrisisLogHooks.h"
 #include "CrisisLogSandbox.h"
 #include "OpenHandles.h"
 
@@ -26,8 +26,8 @@ using support::openHandles;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 using ZOL::Framework::Exceptions::FrameworkException;
 using ZOL::Gadgets::DLL::DLLHolder;
-namespace CrisisCalls = support::CrisisCalls;
-using CrisisCalls::Kind;
+namespace CrisisLogHooks = support::CrisisLogHooks;
+using CrisisLogHooks::Kind;
 
 namespace {
 
@@ -65,10 +65,10 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, DoesNotHappenByItself) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, HappensOnceAndEveryCallGivesTheSameObject) {
-    CrisisCalls::attach();
+    CrisisLogHooks::attach();
     int openings = 0;
-    CrisisCalls::observe(
-        [&](const CrisisCalls::Call& call) { openings += call.kind == Kind::Open ? 1 : 0; });
+    CrisisLogHooks::observe(
+        [&](const CrisisLogHooks::Call& call) { openings += call.kind == Kind::Open ? 1 : 0; });
     CrisisLogger* const first = &CrisisLogger::instance();
     EXPECT_EQ(&CrisisLogger::instance(), first);
     CrisisLogger::instance().log("used");
@@ -78,7 +78,7 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, HappensOnceAndEveryCallGivesTheSameObject)
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, WorksBeforeMain) {
     ASSERT_EQ(ChildProcess({ChildProcess::program("EarlyCrisisClient")}).wait(), 0);
-    const std::string content = CrisisCalls::content();
+    const std::string content = CrisisLogHooks::content();
     const std::string lineEnd = CrisisLogSandbox::lineEnd;
     EXPECT_NE(content.find(" - before main" + lineEnd), std::string::npos);
     EXPECT_NE(content.find(" - in main" + lineEnd), std::string::npos);
@@ -95,16 +95,16 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, ThrowsTheSameIfAnotherProcessHasTheFile) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, ThrowsTheSameIfNoStreamCanBeHad) {
-    CrisisCalls::attach();
-    CrisisCalls::fail(Kind::Open, true);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::fail(Kind::Open, true);
     EXPECT_EQ(refusalOfInstance(), refusal);
     EXPECT_TRUE(CrisisLogSandbox::isFree()) << "what was opened is closed again";
-    CrisisCalls::fail(Kind::Open, false);
+    CrisisLogHooks::fail(Kind::Open, false);
     EXPECT_EQ(logInAnotherProcess("not in the way"), gotTheLog);
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, IsTriedAgainUntilThePathIsUsable) {
-    CrisisCalls::attach();
+    CrisisLogHooks::attach();
     makePathUnusable();
     EXPECT_EQ(refusalOfInstance(), refusal);
     EXPECT_EQ(refusalOfInstance(), refusal);
@@ -112,7 +112,7 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, IsTriedAgainUntilThePathIsUsable) {
     CrisisLogger* const logger = &CrisisLogger::instance();
     logger->log("at last");
     EXPECT_EQ(&CrisisLogger::instance(), logger);
-    EXPECT_NE(CrisisCalls::content().find(" - at last"), std::string::npos);
+    EXPECT_NE(CrisisLogHooks::content().find(" - at last"), std::string::npos);
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, IsTriedAgainUntilTheOtherProcessHasEnded) {
@@ -147,11 +147,11 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, LeavesNothingOpenWhenItFails) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, GivesEightThreadsThatRaceForItOneObject) {
-    CrisisCalls::attach();
+    CrisisLogHooks::attach();
     constexpr std::size_t threadCount = 8;
     std::atomic<int> openings = 0;
     std::atomic<std::size_t> there = 0;
-    CrisisCalls::observe([&](const CrisisCalls::Call& call) {
+    CrisisLogHooks::observe([&](const CrisisLogHooks::Call& call) {
         if (call.kind == Kind::Open) {
             ++openings;
             // Time for the others to come to the lock, or past it if there were none.
@@ -179,16 +179,16 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, GivesEightThreadsThatRaceForItOneObject) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, NeverRunsTwiceAtOnceEvenIfItFails) {
-    CrisisCalls::attach();
+    CrisisLogHooks::attach();
     std::atomic<int> inside = 0;
     std::atomic<int> collisions = 0;
     std::atomic<int> refusals = 0;
-    CrisisCalls::observe([&](const CrisisCalls::Call&) {
+    CrisisLogHooks::observe([&](const CrisisLogHooks::Call&) {
         collisions += inside.fetch_add(1) == 0 ? 0 : 1;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
         --inside;
     });
-    CrisisCalls::fail(Kind::Open, true);
+    CrisisLogHooks::fail(Kind::Open, true);
     std::vector<std::thread> threads;
     constexpr int threadCount = 8;
     threads.reserve(threadCount);
@@ -200,11 +200,11 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, NeverRunsTwiceAtOnceEvenIfItFails) {
     }
     EXPECT_EQ(refusals, threadCount);
     EXPECT_EQ(collisions, 0);
-    CrisisCalls::observe(nullptr);
+    CrisisLogHooks::observe(nullptr);
 }
 
 CRISIS_LOG_TEST(CrisisLoggerCreation, IsTheSameForTheHostAndTwoModulesBuiltApart) {
-    CrisisCalls::attach();
+    CrisisLogHooks::attach();
     const DLLHolder moduleA("CrisisModuleA", "");
     const DLLHolder moduleB("CrisisModuleB", "");
     CrisisLogger* const fromA = moduleA.resolve<CrisisLogger*()>("crisisLogger")();
@@ -216,7 +216,7 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, IsTheSameForTheHostAndTwoModulesBuiltApart
     CrisisLogger::instance().log("from the host");
     const std::string lineEnd = CrisisLogSandbox::lineEnd;
     EXPECT_EQ(logInAnotherProcess("from nobody"), wasRefused);
-    const std::string content = CrisisCalls::content();
+    const std::string content = CrisisLogHooks::content();
     const std::size_t a = content.find(" - from A" + lineEnd);
     const std::size_t b = content.find(" - from B" + lineEnd);
     const std::size_t host = content.find(" - from the host" + lineEnd);
@@ -228,16 +228,16 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, IsTheSameForTheHostAndTwoModulesBuiltApart
 // Nothing in the framework destroys the crisis logger. As the last act of a process it may be.
 
 CRISIS_LOG_TEST(CrisisLoggerDestruction, ClosesTheFileOnceAndLetsTheNextOpenerIn) {
-    CrisisCalls::attach();
+    CrisisLogHooks::attach();
     CrisisLogger& logger = CrisisLogger::instance();
     logger.log("before the end");
     EXPECT_FALSE(CrisisLogSandbox::isFree());
     std::vector<Kind> calls;
-    CrisisCalls::observe([&](const CrisisCalls::Call& call) { calls.push_back(call.kind); });
+    CrisisLogHooks::observe([&](const CrisisLogHooks::Call& call) { calls.push_back(call.kind); });
 
     logger.~CrisisLogger();
 
-    CrisisCalls::observe(nullptr);
+    CrisisLogHooks::observe(nullptr);
     EXPECT_EQ(calls, std::vector<Kind>{Kind::Close});
     EXPECT_TRUE(CrisisLogSandbox::isFree());
     EXPECT_EQ(logInAnotherProcess("after the end"), gotTheLog);

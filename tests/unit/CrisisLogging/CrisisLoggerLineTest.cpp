@@ -6,16 +6,16 @@
 
 #include <gtest/gtest.h>
 
-#include "CrisisCalls.h"
 #include "CrisisClients.h"
+#include "CrisisLogHooks.h"
 #include "CrisisLogSandbox.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
 
 using support::CrisisLogSandbox;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
-namespace CrisisCalls = support::CrisisCalls;
-using CrisisCalls::Kind;
+namespace CrisisLogHooks = support::CrisisLogHooks;
+using CrisisLogHooks::Kind;
 
 namespace {
 
@@ -32,10 +32,10 @@ void makeFile(const std::string& content) {
 
 /// What the file holds of one line that is logged at five past nine.
 std::string lineOf(const std::string& message) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
     log(message);
-    return CrisisCalls::content();
+    return CrisisLogHooks::content();
 }
 
 CRISIS_LOG_TEST(CrisisLoggerLine, HasTheTimeADashTheMessageAndALineEnd) {
@@ -43,11 +43,11 @@ CRISIS_LOG_TEST(CrisisLoggerLine, HasTheTimeADashTheMessageAndALineEnd) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerLine, PadsTheHourToTwoDigitsAndTheMillisecondToThreeAndNothingElse) {
-    CrisisCalls::attach();
+    CrisisLogHooks::attach();
     std::string expected;
     const auto logAt = [&](int hour, int minute, int second, int millisecond,
                            const std::string& time) {
-        CrisisCalls::setTime(hour, minute, second, millisecond);
+        CrisisLogHooks::setTime(hour, minute, second, millisecond);
         log("message");
         expected += time + " - message" + lineEnd;
     };
@@ -56,7 +56,7 @@ CRISIS_LOG_TEST(CrisisLoggerLine, PadsTheHourToTwoDigitsAndTheMillisecondToThree
     logAt(0, 0, 0, 0, "00:0:0.000");
     logAt(10, 10, 10, 10, "10:10:10.010");
     logAt(12, 0, 30, 100, "12:0:30.100");
-    EXPECT_EQ(CrisisCalls::content(), expected);
+    EXPECT_EQ(CrisisLogHooks::content(), expected);
 }
 
 CRISIS_LOG_TEST(CrisisLoggerLine, IsThereForAnEmptyMessage) {
@@ -80,14 +80,14 @@ CRISIS_LOG_TEST(CrisisLoggerLine, TakesALongMessageWhole) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerLine, StandsBehindTheLinesBeforeIt) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
     log("one");
     log("two");
-    CrisisCalls::setTime(9, 5, 7, 11); // a clock that was set back changes no order
+    CrisisLogHooks::setTime(9, 5, 7, 11); // a clock that was set back changes no order
     log("three");
-    EXPECT_EQ(CrisisCalls::content(), "09:5:7.012 - one" + lineEnd + "09:5:7.012 - two" + lineEnd +
-                                          "09:5:7.011 - three" + lineEnd);
+    EXPECT_EQ(CrisisLogHooks::content(), "09:5:7.012 - one" + lineEnd + "09:5:7.012 - two" +
+                                             lineEnd + "09:5:7.011 - three" + lineEnd);
 }
 
 CRISIS_LOG_TEST(CrisisLoggerLine, StandsBehindWhatAnEarlierProcessLeft) {
@@ -101,19 +101,19 @@ CRISIS_LOG_TEST(CrisisLoggerLine, StandsBehindALineThatWasNeverEnded) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerLine, IsInTheFileWhenLogReturns) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
     std::string expected;
     for (const std::string message : {"one", "two", "three"}) {
         log(message);
         expected.append("09:5:7.012 - ").append(message).append(lineEnd);
-        EXPECT_EQ(CrisisCalls::content(), expected);
+        EXPECT_EQ(CrisisLogHooks::content(), expected);
     }
 }
 
 CRISIS_LOG_TEST(CrisisLoggerLine, IsStillThereIfTheProcessCrashesRightAfterIt) {
     ASSERT_EQ(support::ChildProcess({clientProgram(), "crash", "the last words"}).wait(), 0);
-    const std::string content = CrisisCalls::content();
+    const std::string content = CrisisLogHooks::content();
     const std::string end = " - the last words" + lineEnd;
     ASSERT_GT(content.size(), end.size());
     EXPECT_EQ(content.substr(content.size() - end.size()), end);
@@ -122,24 +122,24 @@ CRISIS_LOG_TEST(CrisisLoggerLine, IsStillThereIfTheProcessCrashesRightAfterIt) {
 // One line of a second process, behind the file of a first.
 CRISIS_LOG_TEST(CrisisLoggerLine, IsWrittenByOneProcessAfterTheOther) {
     ASSERT_EQ(logInAnotherProcess("first"), gotTheLog);
-    const std::string first = CrisisCalls::content();
+    const std::string first = CrisisLogHooks::content();
     EXPECT_EQ(lineOf("second"), first + "09:5:7.012 - second" + lineEnd);
 }
 
 /// The calls that a message makes, in order.
-std::vector<CrisisCalls::Call> callsOf(const std::string& message) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
+std::vector<CrisisLogHooks::Call> callsOf(const std::string& message) {
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
     CrisisLogger& logger = CrisisLogger::instance();
-    std::vector<CrisisCalls::Call> calls;
-    CrisisCalls::observe([&](const CrisisCalls::Call& call) { calls.push_back(call); });
+    std::vector<CrisisLogHooks::Call> calls;
+    CrisisLogHooks::observe([&](const CrisisLogHooks::Call& call) { calls.push_back(call); });
     logger.log(message.c_str());
-    CrisisCalls::observe(nullptr);
+    CrisisLogHooks::observe(nullptr);
     return calls;
 }
 
 void expectOneWriteAndOneFlush(const std::string& message) {
-    const std::vector<CrisisCalls::Call> calls = callsOf(message);
+    const std::vector<CrisisLogHooks::Call> calls = callsOf(message);
     const std::string text = "09:5:7.012 - " + message + "\n";
 
     ASSERT_EQ(calls.size(), 3U);
@@ -160,26 +160,26 @@ CRISIS_LOG_TEST(CrisisLoggerLine, IsOneWriteHoweverLongItIs) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerLine, IsLostWithoutAWordIfItCannotBeWritten) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
     log("before");
-    CrisisCalls::fail(Kind::Write, true);
+    CrisisLogHooks::fail(Kind::Write, true);
     log("lost");
-    CrisisCalls::fail(Kind::Write, false);
+    CrisisLogHooks::fail(Kind::Write, false);
     log("after");
-    EXPECT_EQ(CrisisCalls::content(),
+    EXPECT_EQ(CrisisLogHooks::content(),
               "09:5:7.012 - before" + lineEnd + "09:5:7.012 - after" + lineEnd);
 }
 
 CRISIS_LOG_TEST(CrisisLoggerLine, DoesNotMindAFlushThatFails) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
-    CrisisCalls::fail(Kind::Flush, true);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
+    CrisisLogHooks::fail(Kind::Flush, true);
     log("late");
-    EXPECT_EQ(CrisisCalls::content(), "");
-    CrisisCalls::fail(Kind::Flush, false);
+    EXPECT_EQ(CrisisLogHooks::content(), "");
+    CrisisLogHooks::fail(Kind::Flush, false);
     log("after");
-    EXPECT_EQ(CrisisCalls::content(),
+    EXPECT_EQ(CrisisLogHooks::content(),
               "09:5:7.012 - late" + lineEnd + "09:5:7.012 - after" + lineEnd);
 }
 

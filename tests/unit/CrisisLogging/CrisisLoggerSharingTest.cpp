@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "CrisisCalls.h"
 #include "CrisisClients.h"
+#include "CrisisLogHooks.h"
 #include "CrisisLogSandbox.h"
 
 #include "ZOL/Framework/CrisisLogging/CrisisLogger.h"
@@ -25,13 +25,13 @@ CRISIS_LOG_TEST(CrisisLogSharing, ASecondProcessIsRefusedWhileTheFirstHasTheFile
 }
 
 CRISIS_LOG_TEST(CrisisLogSharing, ARefusedProcessLeavesTheFileAlone) {
-    support::CrisisCalls::attach();
-    support::CrisisCalls::setTime(9, 5, 7, 12);
+    support::CrisisLogHooks::attach();
+    support::CrisisLogHooks::setTime(9, 5, 7, 12);
     CrisisLogger::instance().log("mine");
     EXPECT_EQ(logInAnotherProcess("not mine"), wasRefused);
     CrisisLogger::instance().log("mine still");
     const std::string lineEnd = CrisisLogSandbox::lineEnd;
-    EXPECT_EQ(support::CrisisCalls::content(),
+    EXPECT_EQ(support::CrisisLogHooks::content(),
               "09:5:7.012 - mine" + lineEnd + "09:5:7.012 - mine still" + lineEnd);
     EXPECT_EQ(logInAnotherProcess("still refused"), wasRefused);
 }

@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include "CrisisCalls.h"
+#include "CrisisLogHooks.h"
 #include "CrisisLogSandbox.h"
 #include "RecordingBackend.h"
 
@@ -21,8 +21,8 @@
 
 using support::CrisisLogSandbox;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
-namespace CrisisCalls = support::CrisisCalls;
-using CrisisCalls::Kind;
+namespace CrisisLogHooks = support::CrisisLogHooks;
+using CrisisLogHooks::Kind;
 
 namespace {
 
@@ -50,7 +50,7 @@ void logFromThreads() {
 }
 
 std::vector<std::string> linesOfTheFile() {
-    std::istringstream content(CrisisCalls::content());
+    std::istringstream content(CrisisLogHooks::content());
     std::vector<std::string> lines;
     for (std::string line; std::getline(content, line);) {
         if (!line.empty() && line.back() == '\r') {
@@ -62,8 +62,8 @@ std::vector<std::string> linesOfTheFile() {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerThreads, LinesArriveWholeAndThoseOfOneThreadInItsOrder) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
     logFromThreads();
 
     std::array<int, threadCount> nextLine = {};
@@ -82,15 +82,15 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, LinesArriveWholeAndThoseOfOneThreadInItsOrd
 }
 
 CRISIS_LOG_TEST(CrisisLoggerThreads, LinesStandInTheOrderOfTheirTimes) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 0, 0, 0, 1); // each look at the clock sees another millisecond
-    CrisisCalls::observe([](const CrisisCalls::Call& call) {
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 0, 0, 0, 1); // each look at the clock sees another millisecond
+    CrisisLogHooks::observe([](const CrisisLogHooks::Call& call) {
         if (call.kind == Kind::Clock) {
             std::this_thread::yield();
         }
     });
     logFromThreads();
-    CrisisCalls::observe(nullptr);
+    CrisisLogHooks::observe(nullptr);
 
     int millisecond = 0;
     for (const std::string& line : linesOfTheFile()) {
@@ -102,12 +102,12 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, LinesStandInTheOrderOfTheirTimes) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerThreads, NoThreadLooksAtTheClockBeforeTheLineOfAnotherIsFlushed) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
     CrisisLogger::instance();
     std::mutex mutex;
     std::vector<std::pair<Kind, std::thread::id>> calls;
-    CrisisCalls::observe([&](const CrisisCalls::Call& call) {
+    CrisisLogHooks::observe([&](const CrisisLogHooks::Call& call) {
         {
             const std::lock_guard<std::mutex> lock(mutex);
             calls.emplace_back(call.kind, std::this_thread::get_id());
@@ -115,7 +115,7 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, NoThreadLooksAtTheClockBeforeTheLineOfAnoth
         std::this_thread::yield();
     });
     logFromThreads();
-    CrisisCalls::observe(nullptr);
+    CrisisLogHooks::observe(nullptr);
 
     ASSERT_EQ(calls.size(), 3U * threadCount * linesPerThread);
     for (std::size_t i = 0; i < calls.size(); i += 3) {
@@ -129,7 +129,7 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, NoThreadLooksAtTheClockBeforeTheLineOfAnoth
 class Gate {
 public:
     explicit Gate(Kind kind) {
-        CrisisCalls::observe([this, kind](const CrisisCalls::Call& call) {
+        CrisisLogHooks::observe([this, kind](const CrisisLogHooks::Call& call) {
             ++calls_;
             if (call.kind == kind && !open_) {
                 reached_ = true;
@@ -141,7 +141,7 @@ public:
     }
     Gate(const Gate&) = delete;
     Gate& operator=(const Gate&) = delete;
-    ~Gate() { CrisisCalls::observe(nullptr); }
+    ~Gate() { CrisisLogHooks::observe(nullptr); }
 
     void waitUntilReached() const {
         while (!reached_) {
@@ -158,8 +158,8 @@ private:
 };
 
 void secondLineWaitsWhileTheFirstIsAt(Kind kind, int callsOfTheFirst) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12, 1);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12, 1);
     CrisisLogger& logger = CrisisLogger::instance();
     Gate gate(kind);
     std::thread first([&] { logger.log("first"); });
@@ -177,7 +177,7 @@ void secondLineWaitsWhileTheFirstIsAt(Kind kind, int callsOfTheFirst) {
     first.join();
     second.join();
     const std::string lineEnd = CrisisLogSandbox::lineEnd;
-    EXPECT_EQ(CrisisCalls::content(),
+    EXPECT_EQ(CrisisLogHooks::content(),
               "09:5:7.012 - first" + lineEnd + "09:5:7.013 - second" + lineEnd);
 }
 
@@ -194,8 +194,8 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsWhileAnotherIsFlushed) {
 }
 
 CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsForNoOrdinaryLogging) {
-    CrisisCalls::attach();
-    CrisisCalls::setTime(9, 5, 7, 12);
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
     static support::Journal journal;
     static support::RecordingBackend backend("A", journal);
     // The channel holds the one logging lock while another thread, and it itself, has a crisis.
@@ -208,7 +208,7 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsForNoOrdinaryLogging) {
     ZOL::Framework::GenericLogger::Logger::getLogger("logger")->info() << "ordinary";
     ZOL::Framework::GenericLogger::Logger::uninstallBackend(&backend);
     const std::string lineEnd = CrisisLogSandbox::lineEnd;
-    EXPECT_EQ(CrisisCalls::content(),
+    EXPECT_EQ(CrisisLogHooks::content(),
               "09:5:7.012 - another thread's" + lineEnd + "09:5:7.012 - the channel's" + lineEnd);
     EXPECT_EQ(journal, support::Journal{"A/logger 30 ordinary"});
 }

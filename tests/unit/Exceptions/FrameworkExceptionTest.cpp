@@ -231,7 +231,7 @@ TEST(FrameworkExceptions, HaveNothingVirtualButTheDestructor) {
     const ModulesError error(&destroyed);
     // What a derived class adds comes right behind all that the root has.
     EXPECT_EQ(support::SlotProbe(&error).at<int(const ModulesError*)>(
-                  support::firstSlotBehindDestructor)(&error),
+                  support::firstSlotAfterDestructor)(&error),
               42);
 }
 

@@ -8,7 +8,7 @@
 
 using namespace ZOL::Framework::GenericLogger;
 using support::doLog;
-using support::firstSlotBehindDestructor;
+using support::firstSlotAfterDestructor;
 using support::Journal;
 using support::RecordingBackend;
 using support::SlotProbe;
@@ -71,9 +71,9 @@ TEST_F(PluginContract, ReleaseAndLogFollowTheChannelsDestructorInThisOrder) {
     LoggingChannel* const channel = backend.createChannel(named("logger").c_str());
     const SlotProbe slots(channel);
 
-    slots.at<void(LoggingChannel*)>(firstSlotBehindDestructor)(channel);
+    slots.at<void(LoggingChannel*)>(firstSlotAfterDestructor)(channel);
     EXPECT_EQ(backend.releases, 1);
-    slots.at<void(LoggingChannel*, LoggingLevel, const char*)>(firstSlotBehindDestructor + 1)(
+    slots.at<void(LoggingChannel*, LoggingLevel, const char*)>(firstSlotAfterDestructor + 1)(
         channel, LOG_LEVEL_INFO, "through the slot");
     EXPECT_EQ(journal, Journal{line("A", 30, "through the slot")});
 }
@@ -82,7 +82,7 @@ TEST_F(PluginContract, CreateChannelFollowsTheBackendsDestructor) {
     RecordingBackend& backend = makeBackend("A");
     const SlotProbe slots(static_cast<LoggerBackend*>(&backend));
 
-    slots.at<LoggingChannel*(LoggerBackend*, const char*)>(firstSlotBehindDestructor)(
+    slots.at<LoggingChannel*(LoggerBackend*, const char*)>(firstSlotAfterDestructor)(
         &backend, named("x").c_str());
 
     EXPECT_EQ(asked(backend), std::vector<std::string>{"x"});

@@ -349,18 +349,18 @@ TEST_F(Properties, MayHaveTheirNameForAValue) {
 }
 
 TEST_F(Properties, AreReachedThroughTheSlotsInThisOrder) {
-    using support::firstSlotBehindDestructor;
+    using support::firstSlotAfterDestructor;
     const support::SlotProbe slots(&store);
     const WideString name = wide("through the slots");
     const WideString value = wide(longText);
     const auto read = slots.at<const WideString&(const PropertyManager*, const WideString&)>(
-        firstSlotBehindDestructor);
+        firstSlotAfterDestructor);
     const auto has =
-        slots.at<bool(const PropertyManager*, const WideString&)>(firstSlotBehindDestructor + 1);
+        slots.at<bool(const PropertyManager*, const WideString&)>(firstSlotAfterDestructor + 1);
     const auto set = slots.at<void(PropertyManager*, const WideString&, const WideString&)>(
-        firstSlotBehindDestructor + 2);
+        firstSlotAfterDestructor + 2);
     const auto clear =
-        slots.at<void(PropertyManager*, const WideString&)>(firstSlotBehindDestructor + 3);
+        slots.at<void(PropertyManager*, const WideString&)>(firstSlotAfterDestructor + 3);
 
     EXPECT_FALSE(has(&store, name));
     set(&store, name, value);
@@ -397,7 +397,7 @@ TEST_F(Properties, HaveNoFurtherSlots) {
     const OtherStore other(&destroyed);
     // What a derived class adds comes right behind the destructor and the four operations.
     EXPECT_EQ(support::SlotProbe(&other).at<int(const OtherStore*)>(
-                  support::firstSlotBehindDestructor + 4)(&other),
+                  support::firstSlotAfterDestructor + 4)(&other),
               42);
 }
 

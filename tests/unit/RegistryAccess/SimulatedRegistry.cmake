@@ -19,6 +19,7 @@ add_executable(zol_registry_tests
     ${PROJECT_SOURCE_DIR}/tests/support/OutOfMemory.cpp
     simulated/CopyFromTest.cpp
     simulated/CopyValuesFromTest.cpp
+    simulated/EachThrowSiteTest.cpp
     simulated/EveryCallFailsTest.cpp
     simulated/GetStringValueTest.cpp
     simulated/GetSubKeysTest.cpp
@@ -31,9 +32,8 @@ add_executable(zol_registry_tests
     simulated/RegistryErrorTest.cpp
     simulated/RegistryTest.cpp
     simulated/SimulatedRegistryTest.cpp
+    simulated/ThrowSiteTable.cpp
     simulated/ThrowSiteTest.cpp
-    simulated/ThrowSites.cpp
-    simulated/ThrowSitesTest.cpp
     simulated/Thrown.cpp
     simulated/UninitializedNodeTest.cpp
     simulated/UpdateValueTest.cpp
@@ -46,16 +46,16 @@ zol_add_tests(zol_registry_tests)
 # Random sequences of operations beside a model of them.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NOT ZOL_SANITIZE MATCHES "thread")
     add_executable(zol_registry_fuzzer
-        fuzz/OperationInput.cpp
+        ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/corpus
+        RegistryFuzzer.EveryOperationDoesWhatTheModelDoes
         fuzz/Model.cpp
+        fuzz/OperationInput.cpp
         fuzz/RegistryFuzzer.cpp
         fuzz/Run.cpp
         simulated/NodeCell.cpp
         simulated/Thrown.cpp)
-    target_sources(zol_registry_fuzzer PRIVATE ${ZOL_REGISTRY_ACCESS_SOURCES} ${registry_simulation})
     target_include_directories(zol_registry_fuzzer PRIVATE ${registry_includes} simulated)
     target_link_libraries(zol_registry_fuzzer PRIVATE zol_settings zol_boost_thread)
-    zol_add_fuzzer(zol_registry_fuzzer 60000
-        RegistryFuzzer.EveryOperationDoesWhatTheModelDoes
-        ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/corpus)
+    target_sources(zol_registry_fuzzer PRIVATE ${ZOL_REGISTRY_ACCESS_SOURCES} ${registry_simulation})
+    zol_add_fuzzer(zol_registry_fuzzer 60000)
 endif()

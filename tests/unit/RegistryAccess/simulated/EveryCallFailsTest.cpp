@@ -5,7 +5,7 @@
 
 #include "Operations.h"
 #include "RegistryTest.h"
-#include "ThrowSites.h"
+#include "ThrowSiteTable.h"
 
 using support::Condition;
 using support::Lines;

@@ -13,13 +13,13 @@ inline bool frameworkIsLoaded() {
 
 /// A module that brings the framework along, for a program that is not linked with it. Both are
 /// loaded as long as the object lives.
-class LifeClient {
+class ModuleClient {
 public:
     using Text = const char*;
     using WideString = ZOL::Framework::Management::WideString;
     using PropertyManager = ZOL::Framework::Management::PropertyManager;
 
-    ZOL::Gadgets::DLL::DLLHolder holder{"LifeClient", ""};
+    ZOL::Gadgets::DLL::DLLHolder holder{"ModuleClient", ""};
 
     int (*nextOf)(Text) = holder.resolve<int(Text)>("nextOf");
     void* (*objectOf)(Text, void* (*)()) = holder.resolve<void*(Text, void* (*)())>("objectOf");

@@ -8,13 +8,13 @@
 #include <gtest/gtest.h>
 
 #include "Contention.h"
-#include "LifeClient.h"
+#include "ModuleClient.h"
 #include "ProcessResources.h"
 #include "UnloadTrace.h"
 #include "WideText.h"
 
 using support::frameworkIsLoaded;
-using support::LifeClient;
+using support::ModuleClient;
 using support::ProcessResources;
 using support::wide;
 using ZOL::Framework::Management::WideString;
@@ -39,7 +39,7 @@ constexpr const char* ofOthers = "others";
 // The object, its private block, and the storage of its cache and of its channels.
 constexpr std::size_t blocksThatALoggerLeaves = 4;
 
-void useLoggers(const LifeClient& client) {
+void useLoggers(const ModuleClient& client) {
     constexpr int oneTooMany = 102;
     for (int message = 0; message < oneTooMany; ++message) {
         client.logTo("overflows", "waits");
@@ -53,7 +53,7 @@ void useLoggers(const LifeClient& client) {
     client.logTo("left", "never delivered");
 }
 
-void useOthers(const LifeClient& client) {
+void useOthers(const ModuleClient& client) {
     EXPECT_EQ(client.nextOf(longText), 0);
     EXPECT_EQ(client.nextOf(longText), 1);
 
@@ -82,7 +82,7 @@ void* factoryThatWaits() {
 }
 
 /// Gives the locks the system resources that some of them have only from then on.
-void useLocksAtOnce(const LifeClient& client) {
+void useLocksAtOnce(const ModuleClient& client) {
     constexpr std::chrono::milliseconds length(5);
     client.install();
     client.callOnLog(Contention::waitInside);
@@ -98,7 +98,7 @@ void useLocksAtOnce(const LifeClient& client) {
 void liveOnce(bool withLocksAtOnce) {
     UnloadTrace::forget();
     {
-        const LifeClient client;
+        const ModuleClient client;
         EXPECT_TRUE(frameworkIsLoaded());
         UnloadTrace::attach();
         UnloadTrace::tag(ofLoggers);
@@ -118,7 +118,7 @@ void liveOnce(bool withLocksAtOnce) {
     UnloadTrace::giveBack(ofLoggers);
 }
 
-TEST(ModuleGrowth, NothingGrowsOverManyLivesThatUseEverything) {
+TEST(ModuleLeak, NothingGrowsOverManyLivesThatUseEverything) {
     // What heap and system keep in store comes and goes a little. One block, or one region, for
     // each life would be a multiple of this.
     constexpr std::size_t heapStore = 16384;

@@ -1,4 +1,4 @@
-#include "ThrowSites.h"
+#include "ThrowSiteTable.h"
 
 #include <algorithm>
 

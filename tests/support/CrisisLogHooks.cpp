@@ -1,10 +1,10 @@
-#include "CrisisCalls.h"
+#include "CrisisLogHooks.h"
 
 #include <array>
 #include <atomic>
 #include <utility>
 
-namespace support::CrisisCalls {
+namespace support::CrisisLogHooks {
 
 namespace {
 
@@ -55,4 +55,4 @@ void reportWrite(const void* data, std::size_t size, std::size_t count) {
     }
 }
 
-} // namespace support::CrisisCalls
+} // namespace support::CrisisLogHooks

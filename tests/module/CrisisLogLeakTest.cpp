@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "CrisisLogSandbox.h"
-#include "LifeClient.h"
+#include "ModuleClient.h"
 #include "ProcessResources.h"
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
@@ -34,7 +34,7 @@ std::string askOnce() {
     return why.data();
 }
 
-TEST(ModuleCrisisGrowth, NothingGrowsOverManyLivesThatAreRefusedTheCrisisLog) {
+TEST(CrisisLogLeak, NothingGrowsOverManyLivesThatAreRefusedTheCrisisLog) {
     constexpr std::size_t heapStore = 16384; // what heap and system keep comes and goes a little
     constexpr std::size_t regionStore = 16;
 

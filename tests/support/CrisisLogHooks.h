@@ -8,7 +8,7 @@
 /// Stands between the framework and the calls of the platform that the crisis log makes: sees them,
 /// answers for the clock, and lets them fail. Natively the test program's own functions come before
 /// those of the C library; on Windows the module's imports are redirected.
-namespace support::CrisisCalls {
+namespace support::CrisisLogHooks {
 
 enum class Kind { Open, Clock, Write, Flush, Close };
 
@@ -44,4 +44,4 @@ void reportWrite(const void* data, std::size_t size, std::size_t count);
 /// Looks at the clock that stands, if it does: milliseconds of the local day, else negative.
 long standingTime();
 
-} // namespace support::CrisisCalls
+} // namespace support::CrisisLogHooks

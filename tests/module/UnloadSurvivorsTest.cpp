@@ -8,12 +8,12 @@
 
 #include <gtest/gtest.h>
 
-#include "LifeClient.h"
+#include "ModuleClient.h"
 #include "UnloadTrace.h"
 #include "WideText.h"
 
 using support::frameworkIsLoaded;
-using support::LifeClient;
+using support::ModuleClient;
 using support::wide;
 using ZOL::Framework::Management::WideString;
 namespace UnloadTrace = support::UnloadTrace;
@@ -44,9 +44,9 @@ public:
 Object* Object::theOne = nullptr;
 int Object::destroyed = 0;
 
-class ModuleRemains : public testing::Test {
+class UnloadSurvivors : public testing::Test {
 protected:
-    ModuleRemains() {
+    UnloadSurvivors() {
         calls.clear();
         Object::destroyed = 0;
     }
@@ -58,9 +58,9 @@ bool holds(const std::map<const void*, std::string>& blocks, const std::string& 
     });
 }
 
-TEST_F(ModuleRemains, NothingIsCalledOnChannelsAndBackEndsThatAreInUseAtTheUnload) {
+TEST_F(UnloadSurvivors, NothingIsCalledOnChannelsAndBackEndsThatAreInUseAtTheUnload) {
     {
-        const LifeClient client;
+        const ModuleClient client;
         client.logTo("cached", "from the cache");
         client.makeLogger("connected");
         client.installWatched(witness);
@@ -73,9 +73,9 @@ TEST_F(ModuleRemains, NothingIsCalledOnChannelsAndBackEndsThatAreInUseAtTheUnloa
     EXPECT_EQ(calls, std::vector<std::string>());
 }
 
-TEST_F(ModuleRemains, CachedMessagesThatNobodyTookAreNotDeliveredAtTheUnload) {
+TEST_F(UnloadSurvivors, CachedMessagesThatNobodyTookAreNotDeliveredAtTheUnload) {
     {
-        const LifeClient client;
+        const ModuleClient client;
         client.installWatched(witness);
         client.makeLogger("logger");
         client.uninstall(); // which leaves the logger its channel
@@ -86,13 +86,13 @@ TEST_F(ModuleRemains, CachedMessagesThatNobodyTookAreNotDeliveredAtTheUnload) {
     EXPECT_EQ(calls, std::vector<std::string>());
 }
 
-TEST_F(ModuleRemains, LoggersStayByteForByteWithTheirNamesChannelsAndCachedMessages) {
+TEST_F(UnloadSurvivors, LoggersStayByteForByteWithTheirNamesChannelsAndCachedMessages) {
     // Short, as these stand in the very blocks that are seen on every platform.
     const std::string name = "kept name";
     const std::string message = "kept message";
     std::map<const void*, std::string> before;
     {
-        const LifeClient client;
+        const ModuleClient client;
         UnloadTrace::attach();
         UnloadTrace::forget();
         UnloadTrace::tag(ofLoggers);
@@ -120,9 +120,9 @@ TEST_F(ModuleRemains, LoggersStayByteForByteWithTheirNamesChannelsAndCachedMessa
     UnloadTrace::giveBack(ofLoggers);
 }
 
-TEST_F(ModuleRemains, NamedObjectsStayAsTheyAre) {
+TEST_F(UnloadSurvivors, NamedObjectsStayAsTheyAre) {
     {
-        const LifeClient client;
+        const ModuleClient client;
         ASSERT_EQ(client.objectOf("object", Object::make), Object::theOne);
     }
     ASSERT_FALSE(frameworkIsLoaded());
@@ -131,10 +131,10 @@ TEST_F(ModuleRemains, NamedObjectsStayAsTheyAre) {
     delete Object::theOne;
 }
 
-TEST_F(ModuleRemains, AReloadKnowsNothingOfWhatStayedAndMayBeGivenItAgain) {
+TEST_F(UnloadSurvivors, AReloadKnowsNothingOfWhatStayedAndMayBeGivenItAgain) {
     const WideString property = wide("property");
     {
-        const LifeClient client;
+        const ModuleClient client;
         client.nextOf("counter");
         client.objectOf("object", Object::make);
         client.properties()->setProperty(property, property);
@@ -146,7 +146,7 @@ TEST_F(ModuleRemains, AReloadKnowsNothingOfWhatStayedAndMayBeGivenItAgain) {
     ASSERT_FALSE(frameworkIsLoaded());
     calls.clear();
 
-    const LifeClient client;
+    const ModuleClient client;
     EXPECT_EQ(client.nextOf("counter"), 0);
     EXPECT_FALSE(client.properties()->hasProperty(property));
     EXPECT_EQ(client.knownObject("object"), nullptr);

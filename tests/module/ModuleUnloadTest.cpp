@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "Contention.h"
-#include "LifeClient.h"
+#include "ModuleClient.h"
 #include "UnloadTrace.h"
 #include "WideText.h"
 
@@ -19,7 +19,7 @@
 
 using support::frameworkIsLoaded;
 using support::wide;
-using Client = support::LifeClient;
+using Client = support::ModuleClient;
 using ZOL::Framework::Management::WideString;
 using ZOL::Gadgets::DLL::DLLHolder;
 namespace Contention = support::Contention;
@@ -43,7 +43,7 @@ void* factoryThatWaits() {
     return &object;
 }
 
-TEST(ModuleLife, UnloadingWithNoServiceUsedGivesBackNothingButLocks) {
+TEST(ModuleUnload, UnloadingWithNoServiceUsedGivesBackNothingButLocks) {
     {
         const Client client;
         ASSERT_TRUE(frameworkIsLoaded());
@@ -76,7 +76,7 @@ std::vector<std::string> inShort(const std::vector<std::string>& events) {
     return result;
 }
 
-TEST(ModuleLife, CleansUpInReverseLoadOrderAndLeavesLoggersAndObjectsAlone) {
+TEST(ModuleUnload, CleansUpInReverseLoadOrderAndLeavesLoggersAndObjectsAlone) {
     const char* const loggerBlocks = "loggers";
     const WideString propertyName = wide(longName);
     const WideString propertyValue = wide("a value that is longer than a short string");
@@ -138,7 +138,7 @@ TEST(ModuleLife, CleansUpInReverseLoadOrderAndLeavesLoggersAndObjectsAlone) {
     delete theObject;
 }
 
-TEST(ModuleLife, StaysWhileOneOfTwoClientsHoldsIt) {
+TEST(ModuleUnload, StaysWhileOneOfTwoClientsHoldsIt) {
     const Client first;
     first.nextOf("kept");
     {
@@ -149,7 +149,7 @@ TEST(ModuleLife, StaysWhileOneOfTwoClientsHoldsIt) {
     EXPECT_EQ(first.nextOf("kept"), 1);
 }
 
-TEST(ModuleLife, AThreadMayEndWhileTheFrameworkIsThereAndAfterItHasGone) {
+TEST(ModuleUnload, AThreadMayEndWhileTheFrameworkIsThereAndAfterItHasGone) {
     std::atomic<bool> used = false;
     std::atomic<bool> gone = false;
     std::thread thread;

@@ -1,6 +1,5 @@
-// Every service of the framework at every moment at which code of a module or a program runs. What
-// runs there are other programs: they end with 0 only if all services did their work, and leave a
-// line in the crisis log for each moment.
+// Every service of the framework works whenever code of a module or a program can run. The child
+// programs exit with 0 only if all services worked, and write one line per moment to the crisis log.
 
 #include <algorithm>
 #include <fstream>
@@ -28,8 +27,8 @@ Moments momentsSeen() {
     return result;
 }
 
-/// The ways by which a module hears of the end of a thread, which differ from platform to platform.
-Moments waysToHearOfAThreadsEnd() {
+/// What notifies a module of the end of a thread on this platform.
+Moments threadEndNotifications() {
 #if defined(_WIN32)
     return {"callback of a fiber's slot", "entry function"};
 #else
@@ -37,35 +36,35 @@ Moments waysToHearOfAThreadsEnd() {
 #endif
 }
 
-TEST(ModuleMoments, EveryServiceWorksInAModuleFromItsStaticInitialisersToItsStaticDestructors) {
+TEST(LifetimeProbe, EveryServiceWorksInAModuleFromStaticInitialisersToStaticDestructors) {
     const CrisisLogSandbox place;
-    ASSERT_EQ(ChildProcess({ChildProcess::program("MomentsHost"), "unload"}).wait(), 0);
+    ASSERT_EQ(ChildProcess({ChildProcess::program("LifetimeProbeHost"), "unload"}).wait(), 0);
     EXPECT_EQ(momentsSeen(),
               (Moments{"static initialiser", "main", "static destructor", "atexit handler"}));
 }
 
-TEST(ModuleMoments, EveryServiceWorksInAModuleThatIsStillThereWhenTheProcessEnds) {
+TEST(LifetimeProbe, EveryServiceWorksInAModuleThatIsLoadedAtProcessExit) {
     const CrisisLogSandbox place;
-    ASSERT_EQ(ChildProcess({ChildProcess::program("MomentsHost"), "exit"}).wait(), 0);
+    ASSERT_EQ(ChildProcess({ChildProcess::program("LifetimeProbeHost"), "exit"}).wait(), 0);
     EXPECT_EQ(momentsSeen(),
               (Moments{"static initialiser", "main", "static destructor", "atexit handler"}));
 }
 
-TEST(ModuleMoments, EveryServiceWorksInAProgramBeforeMainAndBehindIt) {
+TEST(LifetimeProbe, EveryServiceWorksInAProgramBeforeAndAfterMain) {
     const CrisisLogSandbox place;
-    ASSERT_EQ(ChildProcess({ChildProcess::program("MomentsProgram")}).wait(), 0);
+    ASSERT_EQ(ChildProcess({ChildProcess::program("LifetimeProbeProgram")}).wait(), 0);
     EXPECT_EQ(momentsSeen(),
               (Moments{"static initialiser", "main", "atexit handler", "static destructor"}));
 }
 
-TEST(ModuleMoments, EveryServiceWorksOnAThreadThatEnds) {
+TEST(LifetimeProbe, EveryServiceWorksOnAnEndingThread) {
     const CrisisLogSandbox place;
-    ASSERT_EQ(ChildProcess({ChildProcess::program("MomentsHost"), "thread"}).wait(), 0);
+    ASSERT_EQ(ChildProcess({ChildProcess::program("LifetimeProbeHost"), "thread"}).wait(), 0);
     const Moments seen = momentsSeen();
     ASSERT_EQ(seen.size(), 6U);
     Moments ofThread(seen.begin() + 2, seen.begin() + 4);
     std::sort(ofThread.begin(), ofThread.end());
-    EXPECT_EQ(ofThread, waysToHearOfAThreadsEnd());
+    EXPECT_EQ(ofThread, threadEndNotifications());
     EXPECT_EQ(Moments(seen.begin() + 4, seen.end()),
               (Moments{"static destructor", "atexit handler"}));
 }

@@ -1,9 +1,9 @@
 // Each place that throws: its class, line, message, file and text.
 
-#include "ThrowSites.h"
 #include "NodeCell.h"
 #include "Operations.h"
 #include "RegistryTest.h"
+#include "ThrowSiteTable.h"
 
 using support::Condition;
 using support::Lines;

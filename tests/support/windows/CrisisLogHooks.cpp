@@ -2,11 +2,11 @@
 
 #include <io.h>
 
-#include "CrisisCalls.h"
+#include "CrisisLogHooks.h"
 #include "CrisisLogSandbox.h"
 #include "ImportHook.h"
 
-namespace support::CrisisCalls {
+namespace support::CrisisLogHooks {
 
 namespace {
 
@@ -96,4 +96,4 @@ std::string content() {
     return text;
 }
 
-} // namespace support::CrisisCalls
+} // namespace support::CrisisLogHooks

@@ -11,11 +11,11 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 
-#include "CrisisCalls.h"
+#include "CrisisLogHooks.h"
 #include "CrisisLogSandbox.h"
 
-namespace CrisisCalls = support::CrisisCalls;
-using CrisisCalls::Kind;
+namespace CrisisLogHooks = support::CrisisLogHooks;
+using CrisisLogHooks::Kind;
 
 namespace {
 
@@ -34,7 +34,7 @@ std::atomic<FILE*> crisisStream = nullptr;
 
 } // namespace
 
-namespace support::CrisisCalls {
+namespace support::CrisisLogHooks {
 
 void attach() {
     setenv("TZ", timeZone, 1);
@@ -46,7 +46,7 @@ std::string content() {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-} // namespace support::CrisisCalls
+} // namespace support::CrisisLogHooks
 
 extern "C" [[gnu::visibility("default")]] int open(const char* file, int oflag, ...) {
     using Function = int(const char*, int, ...);
@@ -59,7 +59,7 @@ extern "C" [[gnu::visibility("default")]] int open(const char* file, int oflag, 
         mode = va_arg(arguments, mode_t); // NOLINT(clang-analyzer-valist.Uninitialized)
         va_end(arguments);
         if (std::strcmp(file, support::CrisisLogSandbox::path) == 0) {
-            CrisisCalls::report(Kind::Open);
+            CrisisLogHooks::report(Kind::Open);
         }
     }
     return real(file, oflag, mode);
@@ -67,7 +67,7 @@ extern "C" [[gnu::visibility("default")]] int open(const char* file, int oflag, 
 
 extern "C" [[gnu::visibility("default")]] FILE* fdopen(int fd, const char* modes) noexcept {
     static auto* const real = next<FILE*(int, const char*)>("fdopen");
-    if (CrisisCalls::fails(Kind::Open)) {
+    if (CrisisLogHooks::fails(Kind::Open)) {
         return nullptr;
     }
     FILE* const stream = real(fd, modes);
@@ -77,11 +77,11 @@ extern "C" [[gnu::visibility("default")]] FILE* fdopen(int fd, const char* modes
 
 extern "C" [[gnu::visibility("default")]] int clock_gettime(clockid_t id, timespec* tp) noexcept {
     static auto* const real = next<int(clockid_t, timespec*)>("clock_gettime");
-    const long time = id == CLOCK_REALTIME ? CrisisCalls::standingTime() : -1;
+    const long time = id == CLOCK_REALTIME ? CrisisLogHooks::standingTime() : -1;
     if (time < 0) {
         return real(id, tp);
     }
-    CrisisCalls::report(Kind::Clock);
+    CrisisLogHooks::report(Kind::Clock);
     tp->tv_sec = someMidnight + time / 1000 - secondsEastOfGreenwich;
     tp->tv_nsec = time % 1000 * 1000000 + 999999; // the very end of that millisecond
     return 0;
@@ -92,8 +92,8 @@ extern "C" [[gnu::visibility("default")]] std::size_t fwrite(const void* ptr, st
     using Function = std::size_t(const void*, std::size_t, std::size_t, FILE*);
     static auto* const real = next<Function>("fwrite");
     if (s == crisisStream) {
-        CrisisCalls::reportWrite(ptr, size, n);
-        if (CrisisCalls::fails(Kind::Write)) {
+        CrisisLogHooks::reportWrite(ptr, size, n);
+        if (CrisisLogHooks::fails(Kind::Write)) {
             return 0;
         }
     }
@@ -103,8 +103,8 @@ extern "C" [[gnu::visibility("default")]] std::size_t fwrite(const void* ptr, st
 extern "C" [[gnu::visibility("default")]] int fflush(FILE* stream) {
     static auto* const real = next<int(FILE*)>("fflush");
     if (stream != nullptr && stream == crisisStream) {
-        CrisisCalls::report(Kind::Flush);
-        if (CrisisCalls::fails(Kind::Flush)) {
+        CrisisLogHooks::report(Kind::Flush);
+        if (CrisisLogHooks::fails(Kind::Flush)) {
             return EOF;
         }
     }
@@ -114,7 +114,7 @@ extern "C" [[gnu::visibility("default")]] int fflush(FILE* stream) {
 extern "C" [[gnu::visibility("default")]] int fclose(FILE* stream) {
     static auto* const real = next<int(FILE*)>("fclose");
     if (stream == crisisStream) {
-        CrisisCalls::report(Kind::Close);
+        CrisisLogHooks::report(Kind::Close);
         crisisStream = nullptr;
     }
     return real(stream);
