@@ -1,5 +1,5 @@
-// What a process has after it loaded the framework thousands of times and asked it for the crisis
-// log: the file of the first life, which stays open, and nothing of those that were refused it.
+// Loading the framework and requesting the crisis log thousands of times leaks nothing but the
+// first load's file, which stays open by design; the later loads are refused.
 
 #include <array>
 #include <string>
@@ -22,7 +22,8 @@ namespace {
 constexpr int rounds = ZOL_LOAD_CYCLES;
 constexpr int warmUp = rounds / 10;
 
-/// What a new life of the framework says to who asks for the crisis log; nothing if it is there.
+/// Loads the framework and requests the crisis log. The message of the refusal; empty if it
+/// succeeds.
 std::string askOnce() {
     std::array<char, 100> why = {};
     {
@@ -34,9 +35,9 @@ std::string askOnce() {
     return why.data();
 }
 
-TEST(CrisisLogLeak, NothingGrowsOverManyLivesThatAreRefusedTheCrisisLog) {
-    constexpr std::size_t heapStore = 16384; // what heap and system keep comes and goes a little
-    constexpr std::size_t regionStore = 16;
+TEST(CrisisLogLeak, NothingGrowsOverManyLoadsThatAreRefusedTheCrisisLog) {
+    constexpr std::size_t heapReserve = 16384; // heap and system keep a varying reserve
+    constexpr std::size_t regionReserve = 16;
 
     const CrisisLogSandbox place;
     const std::string refusal =
@@ -52,8 +53,8 @@ TEST(CrisisLogLeak, NothingGrowsOverManyLivesThatAreRefusedTheCrisisLog) {
     const ProcessResources after = ProcessResources::now();
     EXPECT_EQ(after.openHandles, before.openHandles);
     if (ProcessResources::memoryIsOurs) {
-        EXPECT_LE(after.heapBytes, before.heapBytes + heapStore);
-        EXPECT_LE(after.mappings, before.mappings + regionStore);
+        EXPECT_LE(after.heapBytes, before.heapBytes + heapReserve);
+        EXPECT_LE(after.mappings, before.mappings + regionReserve);
     }
 }
 

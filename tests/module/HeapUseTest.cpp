@@ -1,5 +1,5 @@
-// What services take from the heap and what they give back, seen from outside. On Windows the
-// blocks of texts are out of sight; what holds them is not.
+// What services allocate and free, seen from outside. On Windows the blocks of strings are not
+// visible; the blocks that contain the string objects are.
 
 #include <string>
 #include <vector>
@@ -29,9 +29,9 @@ protected:
     }
     ~HeapUse() override { UnloadTrace::forget(); }
 
-    /// What was given back while the function ran, of blocks with a tag; its own have that tag.
+    /// The tagged blocks freed while the function ran; those it allocates have this tag.
     template <typename Function>
-    static std::vector<std::string> givenBack(const char* tag, Function function) {
+    static std::vector<std::string> freedBy(const char* tag, Function function) {
         UnloadTrace::start();
         UnloadTrace::tag(tag);
         function();
@@ -42,7 +42,7 @@ protected:
     DLLHolder client{"ModuleClient", ""};
     PropertyManager& store = *client.resolve<PropertyManager*()>("properties")();
 
-    // Made before anybody looks.
+    // Allocated before the recording.
     const WideString name = wide(longText);
     const WideString value = wide("the value of " + std::string(longText));
     const WideString missing = wide("missing, " + std::string(longText));
@@ -51,7 +51,7 @@ protected:
 TEST_F(HeapUse, AskingForAPropertyAllocatesNothing) {
     store.setProperty(name, value);
     const char* const tag = "asking";
-    const std::vector<std::string> freed = givenBack(tag, [&] {
+    const std::vector<std::string> freed = freedBy(tag, [&] {
         EXPECT_TRUE(store.hasProperty(name));
         EXPECT_FALSE(store.hasProperty(missing));
     });
@@ -63,51 +63,51 @@ TEST_F(HeapUse, ReadingAPropertyAllocatesNothing) {
     store.setProperty(name, value);
     const char* const tag = "reading";
     const std::vector<std::string> freed =
-        givenBack(tag, [&] { EXPECT_EQ(store.readProperty(name), value); });
+        freedBy(tag, [&] { EXPECT_EQ(store.readProperty(name), value); });
     EXPECT_EQ(UnloadTrace::alive(tag), 0U);
     EXPECT_EQ(freed, std::vector<std::string>());
 }
 
-TEST_F(HeapUse, SettingAPropertyAgainGivesTheOldEntryBackAndMakesANewOne) {
+TEST_F(HeapUse, SettingAPropertyAgainFreesTheOldEntryAndAllocatesANewOne) {
     const char* const first = "first";
     const char* const second = "second";
     const char* const third = "third";
-    givenBack(first, [&] { store.setProperty(name, value); });
+    freedBy(first, [&] { store.setProperty(name, value); });
     const std::size_t blocks = UnloadTrace::alive(first);
     // The entry, and name and value where they are in sight.
     ASSERT_EQ(blocks, UnloadTrace::seesStrings ? 3U : 1U);
 
     // The same value or another one.
-    EXPECT_EQ(givenBack(second, [&] { store.setProperty(name, value); }).size(), blocks);
+    EXPECT_EQ(freedBy(second, [&] { store.setProperty(name, value); }).size(), blocks);
     EXPECT_EQ(UnloadTrace::alive(first), 0U);
     EXPECT_EQ(UnloadTrace::alive(second), blocks);
 
-    EXPECT_EQ(givenBack(third, [&] { store.setProperty(name, missing); }).size(), blocks);
+    EXPECT_EQ(freedBy(third, [&] { store.setProperty(name, missing); }).size(), blocks);
     EXPECT_EQ(UnloadTrace::alive(second), 0U);
     EXPECT_EQ(UnloadTrace::alive(third), blocks);
 }
 
-TEST_F(HeapUse, ClearingAPropertyGivesItsEntryBack) {
+TEST_F(HeapUse, ClearingAPropertyFreesItsEntry) {
     const char* const tag = "cleared";
-    givenBack(tag, [&] { store.setProperty(name, value); });
+    freedBy(tag, [&] { store.setProperty(name, value); });
     ASSERT_NE(UnloadTrace::alive(tag), 0U);
-    givenBack("nothing", [&] { store.clearProperty(name); });
+    freedBy("nothing", [&] { store.clearProperty(name); });
     EXPECT_EQ(UnloadTrace::alive(tag), 0U);
 }
 
-TEST_F(HeapUse, ReportingAPropertyThatIsNotThereLeavesNothingBehind) {
+TEST_F(HeapUse, ReportingAMissingPropertyLeaksNothing) {
     const auto failsToRead = client.resolve<bool(const WideString*)>("failsToRead");
     const char* const tag = "exception";
     const std::vector<std::string> freed =
-        givenBack(tag, [&] { EXPECT_TRUE(failsToRead(&missing)); });
+        freedBy(tag, [&] { EXPECT_TRUE(failsToRead(&missing)); });
     EXPECT_NE(freed.size(), 0U) << "a message of its own in each exception";
     EXPECT_EQ(UnloadTrace::alive(tag), 0U);
 }
 
-TEST_F(HeapUse, TextsInHoldersAreAllGivenBack) {
+TEST_F(HeapUse, TextsInHoldersAreAllFreed) {
     const auto join = client.resolve<bool(const char*, const char*, const char*)>("join");
     const char* const tag = "holders";
-    const std::vector<std::string> freed = givenBack(tag, [&] {
+    const std::vector<std::string> freed = freedBy(tag, [&] {
         EXPECT_TRUE(join("short", longText,
                          "shorta text that is longer than what a string holds within itself"));
     });

@@ -1,4 +1,4 @@
-// What can be seen of the module on Linux alone, where a program stands in front of the C library.
+// Tests that interpose the clock, which only Linux allows.
 
 #include <cstdint>
 #include <thread>
@@ -21,7 +21,7 @@ struct Seeding {
     std::uint32_t seed;
 };
 
-TEST(LinuxModule, SeedsTheRandomNumbersWithTheMillisecondsOfTheClockCutAndNotRounded) {
+TEST(LinuxModule, SeedsTheRandomNumbersWithTheTruncatedMillisecondsOfTheClock) {
     for (const auto [nanosecond, seed] :
          {Seeding{0, 0}, Seeding{999999, 0}, Seeding{1000000, 1}, Seeding{123456789, 123},
           Seeding{500999999, 500}, Seeding{999999999, 999}}) {

@@ -1,5 +1,4 @@
-// What a process has after it loaded, used and unloaded the framework thousands of times: no more
-// than after the first few.
+// Loading, using and unloading the framework thousands of times leaks nothing.
 
 #include <chrono>
 #include <string>
@@ -24,11 +23,11 @@ namespace UnloadTrace = support::UnloadTrace;
 namespace {
 
 constexpr int rounds = ZOL_LOAD_CYCLES;
-constexpr int warmUp = rounds / 10; // rounds until the heap and the loader have all that they keep
-constexpr int roundsPerMeetingOfThreads = 50; // they take their time
+constexpr int warmUp = rounds / 10;     // rounds until heap and loader have reached their size
+constexpr int roundsPerContention = 50; // it is slow
 
-// Longer than what a string holds within itself, so that each copy is a block of its own. What is
-// left behind has short texts: on Windows, blocks of strings could not be given back.
+// Longer than the small-string buffer, so that each copy is a separate block. What is leaked by
+// design has short texts: on Windows, blocks of strings could not be freed here.
 constexpr const char* longText = "a text that is longer than a short string";
 
 const WideString property = wide(longText);
@@ -81,8 +80,8 @@ void* factoryThatWaits() {
     return &object;
 }
 
-/// Gives the locks the system resources that some of them have only from then on.
-void useLocksAtOnce(const ModuleClient& client) {
+/// Makes two threads contend for each lock: some locks allocate system resources only then.
+void contendForLocks(const ModuleClient& client) {
     constexpr std::chrono::milliseconds length(5);
     client.install();
     client.callOnLog(Contention::waitInside);
@@ -94,8 +93,8 @@ void useLocksAtOnce(const ModuleClient& client) {
                      [&] { client.knownObject("waits"); }, length);
 }
 
-/// One life of the framework. What it leaves behind by design is given back, and nothing else.
-void liveOnce(bool withLocksAtOnce) {
+/// One load and unload of the framework. Frees what it leaks by design, and nothing else.
+void loadAndUnload(bool withContention) {
     UnloadTrace::forget();
     {
         const ModuleClient client;
@@ -106,8 +105,8 @@ void liveOnce(bool withLocksAtOnce) {
         UnloadTrace::tag(ofOthers);
         useOthers(client);
         UnloadTrace::tag(nullptr);
-        if (withLocksAtOnce) {
-            useLocksAtOnce(client);
+        if (withContention) {
+            contendForLocks(client);
         }
         UnloadTrace::tag(ofOthers);
     }
@@ -115,19 +114,19 @@ void liveOnce(bool withLocksAtOnce) {
     EXPECT_FALSE(frameworkIsLoaded());
     EXPECT_EQ(UnloadTrace::alive(ofOthers), 0U);
     EXPECT_EQ(UnloadTrace::alive(ofLoggers), 2 * blocksThatALoggerLeaves);
-    UnloadTrace::giveBack(ofLoggers);
+    UnloadTrace::freeBlocks(ofLoggers);
 }
 
-TEST(ModuleLeak, NothingGrowsOverManyLivesThatUseEverything) {
-    // What heap and system keep in store comes and goes a little. One block, or one region, for
-    // each life would be a multiple of this.
-    constexpr std::size_t heapStore = 16384;
-    constexpr std::size_t regionStore = 16;
-    constexpr std::size_t residentStore = 1048576;
+TEST(ModuleLeak, NothingGrowsOverManyLoadsThatUseEveryService) {
+    // Heap and system keep a varying reserve. One leaked block or region per load would be a
+    // multiple of this.
+    constexpr std::size_t heapReserve = 16384;
+    constexpr std::size_t regionReserve = 16;
+    constexpr std::size_t residentReserve = 1048576;
 
     ProcessResources before;
     for (int round = 1; round <= rounds; ++round) {
-        liveOnce(round % roundsPerMeetingOfThreads == 1);
+        loadAndUnload(round % roundsPerContention == 1);
         ASSERT_FALSE(HasFailure()) << "in round " << round;
         if (round == warmUp) {
             before = ProcessResources::now();
@@ -136,9 +135,9 @@ TEST(ModuleLeak, NothingGrowsOverManyLivesThatUseEverything) {
     const ProcessResources after = ProcessResources::now();
     EXPECT_EQ(after.openHandles, before.openHandles);
     if (ProcessResources::memoryIsOurs) {
-        EXPECT_LE(after.heapBytes, before.heapBytes + heapStore);
-        EXPECT_LE(after.mappings, before.mappings + regionStore);
-        EXPECT_LE(after.residentBytes, before.residentBytes + residentStore);
+        EXPECT_LE(after.heapBytes, before.heapBytes + heapReserve);
+        EXPECT_LE(after.mappings, before.mappings + regionReserve);
+        EXPECT_LE(after.residentBytes, before.residentBytes + residentReserve);
     }
 }
 

@@ -1,5 +1,5 @@
-// Two threads that load and unload modules at once, each of which brings the framework along if the
-// other has not, and takes it away if the other is through.
+// Two threads load and unload modules concurrently. The first to load a module loads the framework,
+// the last to unload one unloads it.
 
 #include <algorithm>
 #include <atomic>
@@ -34,16 +34,16 @@ std::mutex turns;
 std::atomic<int> lives = 0;    // uses that found the framework just loaded
 std::atomic<int> meetings = 0; // uses that found it in use
 
-/// How often what was expected did not come: gtest's own checks would keep the threads apart.
-std::atomic<int> surprises = 0;
+/// The number of failed expectations: gtest's own checks would serialize the threads.
+std::atomic<int> failures = 0;
 
 void expect(bool asExpected) {
-    surprises += asExpected ? 0 : 1;
+    failures += asExpected ? 0 : 1;
 }
 
 #if defined(__SANITIZE_THREAD__)
-// The loader lets one thread at a time load or unload, by a lock that the thread sanitizer does not
-// see. This one says the same to it.
+// The loader's own lock serializes loads and unloads, but the thread sanitizer does not see it.
+// This one makes the order visible.
 std::mutex loader;
 
 std::unique_lock<std::mutex> loaderTurn() {
@@ -120,7 +120,7 @@ void useModuleA() {
 
 template <typename First, typename Second>
 void runAtOnce(First first, Second second) {
-    surprises = 0;
+    failures = 0;
     lives = 0;
     meetings = 0;
     std::atomic<int> there = 0;
@@ -136,7 +136,7 @@ void runAtOnce(First first, Second second) {
     std::thread other(run, second);
     run(first);
     other.join();
-    EXPECT_EQ(surprises, 0);
+    EXPECT_EQ(failures, 0);
     EXPECT_EQ(lives + meetings, 2 * rounds);
     EXPECT_GT(lives, 1) << "the framework never went";
     EXPECT_GT(meetings, 0) << "the threads never met";

@@ -1,5 +1,5 @@
-// The framework as a library that comes and goes at run time. This program is not linked with it:
-// it is loaded by a module that is, and unloaded with it.
+// The framework is loaded and unloaded at run time. This program is not linked with it: a module
+// that is linked with it loads it, and unloads it with itself.
 
 #include <algorithm>
 #include <atomic>
@@ -27,7 +27,7 @@ namespace UnloadTrace = support::UnloadTrace;
 
 namespace {
 
-// Longer than what a string holds within itself, so that each key is a block of its own.
+// Longer than the small-string buffer, so that each key is a separate block.
 constexpr const char* longName = "a name that is longer than a short string";
 
 std::string* theObject = nullptr;
@@ -43,7 +43,7 @@ void* factoryThatWaits() {
     return &object;
 }
 
-TEST(ModuleUnload, UnloadingWithNoServiceUsedGivesBackNothingButLocks) {
+TEST(ModuleUnload, UnloadingWithNoServiceUsedFreesOnlyLocks) {
     {
         const Client client;
         ASSERT_TRUE(frameworkIsLoaded());
@@ -53,30 +53,30 @@ TEST(ModuleUnload, UnloadingWithNoServiceUsedGivesBackNothingButLocks) {
         UnloadTrace::start();
     }
     UnloadTrace::tag(nullptr);
-    const std::vector<std::string> givenBack = UnloadTrace::stop();
+    const std::vector<std::string> freed = UnloadTrace::stop();
 
     EXPECT_FALSE(frameworkIsLoaded());
     const std::size_t locks = UnloadTrace::everyLockHasAResource ? 4 : 0;
-    EXPECT_EQ(givenBack, std::vector<std::string>(locks, "lock"));
+    EXPECT_EQ(freed, std::vector<std::string>(locks, "lock"));
 }
 
-/// What was given back, without sizes and with repetitions in a row told once. A counter has the
-/// size of its number, which no part of its table has.
-std::vector<std::string> inShort(const std::vector<std::string>& events) {
+/// The events without sizes and without repetitions in a row. A counter has the size of its number,
+/// which no part of its table has.
+std::vector<std::string> withoutRepetitions(const std::vector<std::string>& events) {
     std::vector<std::string> result;
     for (const std::string& event : events) {
         const std::string what =
             event == "counters 4" ? "counters" : event.substr(0, event.find(' '));
-        const std::string told =
+        const std::string kind =
             event != "counters 4" && what == "counters" ? "counter table" : what;
-        if (result.empty() || result.back() != told) {
-            result.push_back(told);
+        if (result.empty() || result.back() != kind) {
+            result.push_back(kind);
         }
     }
     return result;
 }
 
-TEST(ModuleUnload, CleansUpInReverseLoadOrderAndLeavesLoggersAndObjectsAlone) {
+TEST(ModuleUnload, DestroysInReverseOrderAndLeavesLoggersAndObjects) {
     const char* const loggerBlocks = "loggers";
     const WideString propertyName = wide(longName);
     const WideString propertyValue = wide("a value that is longer than a short string");
@@ -87,7 +87,7 @@ TEST(ModuleUnload, CleansUpInReverseLoadOrderAndLeavesLoggersAndObjectsAlone) {
         UnloadTrace::attach();
         UnloadTrace::forget();
 
-        // The first in use, and the first to go all the same.
+        // The first in use, and nevertheless the first destroyed.
         UnloadTrace::tag("properties");
         client.properties()->setProperty(propertyName, propertyValue);
         UnloadTrace::tag("counters");
@@ -114,23 +114,24 @@ TEST(ModuleUnload, CleansUpInReverseLoadOrderAndLeavesLoggersAndObjectsAlone) {
 
         UnloadTrace::start();
     }
-    const std::vector<std::string> givenBack = UnloadTrace::stop();
+    const std::vector<std::string> freed = UnloadTrace::stop();
 
     ASSERT_FALSE(frameworkIsLoaded());
     if (UnloadTrace::everyLockHasAResource) {
-        EXPECT_EQ(inShort(givenBack), (std::vector<std::string>{
-                                          "properties", "lock", "objects", "lock", "backends",
-                                          "lock", "loggers", "lock", "counters", "counter table"}));
+        EXPECT_EQ(
+            withoutRepetitions(freed),
+            (std::vector<std::string>{"properties", "lock", "objects", "lock", "backends", "lock",
+                                      "loggers", "lock", "counters", "counter table"}));
     } else {
-        EXPECT_EQ(inShort(givenBack),
+        EXPECT_EQ(withoutRepetitions(freed),
                   (std::vector<std::string>{"properties", "lock", "objects", "backends", "lock",
                                             "loggers", "counters", "counter table"}));
     }
 
-    // Of the logger, its entry in the table went, and its key where that is in sight. All else
-    // stayed: the object, its private block, the cache's storage, and its name.
+    // Of the logger, its entry in the table is freed, and its key where that is visible. The
+    // object, its private block, the cache's storage and its name remain.
     EXPECT_EQ(
-        std::count_if(givenBack.begin(), givenBack.end(),
+        std::count_if(freed.begin(), freed.end(),
                       [](const std::string& event) { return event.rfind("loggers", 0) == 0; }),
         UnloadTrace::seesStrings ? 2 : 1);
     EXPECT_GE(UnloadTrace::alive(loggerBlocks), UnloadTrace::seesStrings ? 4U : 3U);
@@ -138,7 +139,7 @@ TEST(ModuleUnload, CleansUpInReverseLoadOrderAndLeavesLoggersAndObjectsAlone) {
     delete theObject;
 }
 
-TEST(ModuleUnload, StaysWhileOneOfTwoClientsHoldsIt) {
+TEST(ModuleUnload, IsNotUnloadedWhileOneOfTwoClientsHoldsIt) {
     const Client first;
     first.nextOf("kept");
     {
@@ -149,7 +150,7 @@ TEST(ModuleUnload, StaysWhileOneOfTwoClientsHoldsIt) {
     EXPECT_EQ(first.nextOf("kept"), 1);
 }
 
-TEST(ModuleUnload, AThreadMayEndWhileTheFrameworkIsThereAndAfterItHasGone) {
+TEST(ModuleUnload, AThreadMayEndBeforeAndAfterTheUnload) {
     std::atomic<bool> used = false;
     std::atomic<bool> gone = false;
     std::thread thread;

@@ -1,4 +1,4 @@
-// One set of loggers for host, modules and plug-in, however they were built.
+// Host, modules and plug-in share one set of loggers, also when they are built differently.
 
 #include <string>
 #include <thread>

@@ -1,5 +1,5 @@
-// One counter, one object, one property and one heap for host, modules and plug-in, however they
-// were built.
+// Host, modules and plug-in share one counter, one object, one property and one heap, also when
+// they are built differently.
 
 #include <cstring>
 #include <string>
@@ -81,7 +81,7 @@ TEST_F(OneOwner, AllCountOnOneCounter) {
     EXPECT_EQ(nextFromB(name), 0);
 }
 
-TEST_F(OneOwner, AllGetTheObjectOfWhoCameFirst) {
+TEST_F(OneOwner, AllGetTheFirstRegisteredObject) {
     void* (*const objectFromA)(const char*) = a().resolve<void*(const char*)>("objectFromA");
     void* (*const knownInB)(const char*) = b().resolve<void*(const char*)>("knownInB");
     static int hostsObject = 0;

@@ -1,4 +1,4 @@
-// Where the random numbers begin when the framework is loaded.
+// The seed of the random numbers when the framework is loaded.
 
 #include <chrono>
 #include <cstdint>
@@ -32,7 +32,7 @@ std::vector<int> seedsOf(std::uint32_t number) {
 }
 
 TEST(RandomSeed, IsTheMillisecondInWhichTheFrameworkIsLoaded) {
-    constexpr std::int64_t clocksApart = 20; // two functions that tell the time, at worst
+    constexpr std::int64_t clocksApart = 20; // between two clock functions, at worst
     for (int load = 0; load < 8; ++load) {
         // All over the second, and back to back.
         std::this_thread::sleep_for(std::chrono::milliseconds(load % 2 == 0 ? 137 : 0));

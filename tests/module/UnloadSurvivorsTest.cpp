@@ -1,5 +1,5 @@
-// What is alive when the framework unloads, and stays as it is: loggers with what they cached, the
-// channels and back ends of others, and named objects.
+// What survives the unload unchanged: loggers with their caches, channels, back ends and named
+// objects.
 
 #include <algorithm>
 #include <map>
@@ -28,7 +28,7 @@ void witness(const char* call) {
     calls.emplace_back(call);
 }
 
-/// Tells when it is destroyed, and keeps a text that can be looked at.
+/// Counts its destructions and holds a text.
 class Object {
 public:
     ~Object() { ++destroyed; }
@@ -58,7 +58,7 @@ bool holds(const std::map<const void*, std::string>& blocks, const std::string& 
     });
 }
 
-TEST_F(UnloadSurvivors, NothingIsCalledOnChannelsAndBackEndsThatAreInUseAtTheUnload) {
+TEST_F(UnloadSurvivors, ChannelsAndBackEndsInUseAreNotCalledAtTheUnload) {
     {
         const ModuleClient client;
         client.logTo("cached", "from the cache");
@@ -73,7 +73,7 @@ TEST_F(UnloadSurvivors, NothingIsCalledOnChannelsAndBackEndsThatAreInUseAtTheUnl
     EXPECT_EQ(calls, std::vector<std::string>());
 }
 
-TEST_F(UnloadSurvivors, CachedMessagesThatNobodyTookAreNotDeliveredAtTheUnload) {
+TEST_F(UnloadSurvivors, CachedMessagesAreNotDeliveredAtTheUnload) {
     {
         const ModuleClient client;
         client.installWatched(witness);
@@ -86,7 +86,7 @@ TEST_F(UnloadSurvivors, CachedMessagesThatNobodyTookAreNotDeliveredAtTheUnload) 
     EXPECT_EQ(calls, std::vector<std::string>());
 }
 
-TEST_F(UnloadSurvivors, LoggersStayByteForByteWithTheirNamesChannelsAndCachedMessages) {
+TEST_F(UnloadSurvivors, LoggersKeepEveryByteOfTheirNamesChannelsAndCachedMessages) {
     // Short, as these stand in the very blocks that are seen on every platform.
     const std::string name = "kept name";
     const std::string message = "kept message";
@@ -103,7 +103,7 @@ TEST_F(UnloadSurvivors, LoggersStayByteForByteWithTheirNamesChannelsAndCachedMes
         client.logTo("connected", "waits again");
         client.logTo(name.c_str(), message.c_str());
         before = UnloadTrace::contents(ofLoggers);
-        // Kept on through the unload, so that every block that goes is seen.
+        // The tag stays set during the unload, so that every freed block is seen.
     }
     UnloadTrace::tag(nullptr);
     ASSERT_FALSE(frameworkIsLoaded());
@@ -117,10 +117,10 @@ TEST_F(UnloadSurvivors, LoggersStayByteForByteWithTheirNamesChannelsAndCachedMes
     for (const auto& [address, bytes] : after) {
         EXPECT_EQ(bytes, before[address]) << "a block of " << bytes.size() << " bytes";
     }
-    UnloadTrace::giveBack(ofLoggers);
+    UnloadTrace::freeBlocks(ofLoggers);
 }
 
-TEST_F(UnloadSurvivors, NamedObjectsStayAsTheyAre) {
+TEST_F(UnloadSurvivors, NamedObjectsAreUnchanged) {
     {
         const ModuleClient client;
         ASSERT_EQ(client.objectOf("object", Object::make), Object::theOne);
@@ -131,7 +131,7 @@ TEST_F(UnloadSurvivors, NamedObjectsStayAsTheyAre) {
     delete Object::theOne;
 }
 
-TEST_F(UnloadSurvivors, AReloadKnowsNothingOfWhatStayedAndMayBeGivenItAgain) {
+TEST_F(UnloadSurvivors, AReloadStartsEmptyAndAcceptsTheSurvivorsAgain) {
     const WideString property = wide("property");
     {
         const ModuleClient client;

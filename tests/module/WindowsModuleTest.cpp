@@ -45,7 +45,7 @@ TEST(WindowsModule, CarriesItsVersionAsAResource) {
 }
 
 // The framework itself keeps no thread-local data with Boost.Thread, so nothing of it can show
-// whether Boost.Thread was told: ExitProbe has the same entry function and does.
+// whether Boost.Thread was notified: ExitProbe has the same entry function and does.
 
 TEST(WindowsModule, ItsEntryFunctionPassesThreadExitToBoostThread) {
     const DLLHolder holder("ExitProbe", "");
@@ -71,7 +71,8 @@ TEST(WindowsModule, ItsEntryFunctionPassesProcessExitToBoostThread) {
 
 TEST(WindowsModule, HasTheEntryFunctionThatHearsOfEndingThreads) {
     const DLLHolder holder("ModuleClient", "");
-    // Boost.Thread asks for the key of its thread-local data only where it is told of an end.
+    // Boost.Thread asks for the key of its thread-local data only if it is notified of a thread's
+    // end.
     EXPECT_NE(support::hookImport(GetModuleHandleA(moduleFile), "TlsFree",
                                   reinterpret_cast<void*>(&countingTlsFree)),
               nullptr);

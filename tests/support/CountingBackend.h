@@ -8,8 +8,8 @@
 
 namespace support {
 
-/// A back end with one channel, for the loggers whose names start as prefix tells. Allocates
-/// nothing, and is never destroyed before the loggers that know its channel: make it static.
+/// A back end with one channel, for the loggers whose names start with prefix. Allocates nothing,
+/// and must outlive the loggers that know its channel: make it static.
 class CountingBackend final : public ZOL::Framework::GenericLogger::LoggerBackend {
 public:
     ZOL::Framework::GenericLogger::LoggingChannel* createChannel(const char* name) override {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr long millisecondsPerDay = 24L * 60 * 60 * 1000;
 
-std::atomic<bool> clockStands = false;
+std::atomic<bool> clockIsFixed = false;
 std::atomic<long> timeOfDay = 0;
 std::atomic<long> timeStep = 0;
 std::array<std::atomic<bool>, 5> failing = {};
@@ -22,11 +22,11 @@ std::atomic<bool> observed = false;
 void setTime(int hour, int minute, int second, int millisecond, int step) {
     timeOfDay = ((hour * 60L + minute) * 60 + second) * 1000 + millisecond;
     timeStep = step;
-    clockStands = true;
+    clockIsFixed = true;
 }
 
-long standingTime() {
-    return clockStands ? timeOfDay.fetch_add(timeStep) % millisecondsPerDay : -1;
+long fixedTime() {
+    return clockIsFixed ? timeOfDay.fetch_add(timeStep) % millisecondsPerDay : -1;
 }
 
 void observe(std::function<void(const Call&)> observer) {

@@ -18,7 +18,7 @@ public:
     static const char* const path;
     static const char* const lineEnd;
 
-    /// An empty folder for what processes of a test tell one another.
+    /// An empty folder in which the processes of a test communicate.
     static std::string scratch();
 
     /// Whether somebody else, be it one who only reads, would get the file now if it asked the way
@@ -31,8 +31,8 @@ void withCrisisLog(const std::function<void()>& body);
 
 } // namespace support
 
-/// A test that finds no crisis log and a framework that was never asked for one. The framework's
-/// crisis logger lives as long as the process, so each test has its own.
+/// A test that starts without a crisis log, in a framework that was never asked for one. The
+/// framework's crisis logger lives as long as the process, so each test has its own.
 #define CRISIS_LOG_TEST(suite, name)                                                               \
     static void suite##name();                                                                     \
     TEST(suite, name) {                                                                            \

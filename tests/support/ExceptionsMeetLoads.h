@@ -6,9 +6,9 @@
 
 namespace support {
 
-/// Whether an exception may pass on one thread while another loads or unloads a library. Not under
-/// Wine 8: looking for handlers it walks its list of libraries without the lock of that list, and
-/// now and then ends in an entry that is just gone.
+/// Whether one thread may throw while another loads or unloads a library. Not under Wine 8: its
+/// search for handlers walks the list of libraries without the lock of that list and can access a
+/// removed entry.
 inline bool exceptionsMayMeetLoads() {
 #if defined(_WIN32)
     return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") == nullptr;

@@ -2,7 +2,7 @@
 
 namespace support {
 
-/// From now on, the C++ runtime has no memory to tell a readable name of a type, or has some again.
+/// From now on, abi::__cxa_demangle fails for lack of memory, or works again.
 /// It takes it from the C library's heap, past operator new.
 void failDemangling(bool fails);
 

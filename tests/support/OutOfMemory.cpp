@@ -46,7 +46,7 @@ std::size_t OutOfMemory::sweep(const Action& operation, const Action& afterFailu
 void OutOfMemory::onAnotherThread(const Action& action) {
     std::future<void> done = std::async(std::launch::async, action);
     if (done.wait_for(std::chrono::seconds(60)) != std::future_status::ready) {
-        std::fputs("another thread waits for ever: is a lock still held?\n", stderr);
+        std::fputs("deadlock on another thread: is a lock still held?\n", stderr);
         std::abort();
     }
     done.get();
@@ -54,7 +54,7 @@ void OutOfMemory::onAnotherThread(const Action& action) {
 
 std::string OutOfMemory::uniqueName() {
     static int count = 0;
-    return "a name longer than what a string holds, number " + std::to_string(1000 + ++count);
+    return "a name longer than the small-string buffer, number " + std::to_string(1000 + ++count);
 }
 
 std::size_t OutOfMemory::allocationsOf(const Action& action) {

@@ -25,37 +25,36 @@ inline void PrintTo(Mode mode, std::ostream* out) {
 
 } // namespace FailingAllocator
 
-/// Longer than what any string holds within itself, so that every copy of it allocates.
+/// Longer than the small-string buffer, so that every copy allocates.
 constexpr const char* longText = "a text that is longer than what a string holds within itself";
 
-/// A test that runs in each of the ways in which memory can fail.
+/// A test that runs with each Mode.
 class OutOfMemory : public testing::TestWithParam<FailingAllocator::Mode> {
 protected:
     using Action = std::function<void()>;
 
-    /// What came of one attempt at an operation, whose n-th allocation failed if it got that far.
+    /// The result of an operation whose n-th allocation failed, if it made that many.
     struct Outcome {
         bool failed;               ///< an allocation failed
-        bool threwBadAlloc;        ///< and nothing else got out
+        bool threwBadAlloc;        ///< and no other exception
         std::ptrdiff_t blocksLeft; ///< allocated and not freed
     };
 
     Outcome attempt(std::size_t n, const Action& operation) const;
 
-    /// Runs the operation again and again, with the first allocation failing, then with the second
-    /// and so on, until it gets by without a failure. Each failed attempt must end with
-    /// std::bad_alloc and leave that many blocks; then afterFailure has its say. The number of the
-    /// failed attempts.
+    /// Runs the operation with the first allocation failing, then with the second and so on, until
+    /// none fails. Each failed attempt must throw std::bad_alloc and leave that many blocks; then
+    /// afterFailure is called. Returns the number of failed attempts.
     std::size_t sweep(
         const Action& operation, const Action& afterFailure = [] {},
         std::ptrdiff_t blocksLeft = 0) const;
 
     static constexpr std::ptrdiff_t anyNumber = std::numeric_limits<std::ptrdiff_t>::max();
 
-    /// Runs it on another thread; ends the program if that waits for ever, for a lock say.
+    /// Runs it on another thread; aborts the program if that deadlocks.
     static void onAnotherThread(const Action& action);
 
-    /// A name that no other test has, longer than what a string holds within itself.
+    /// A name that no other test has, longer than the small-string buffer.
     static std::string uniqueName();
 
     /// How many allocations the action makes on this thread.

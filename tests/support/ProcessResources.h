@@ -6,7 +6,7 @@ namespace support {
 
 /// What this process has of the machine at one moment.
 struct ProcessResources {
-    std::size_t heapBytes = 0;     ///< in blocks that nobody has given back
+    std::size_t heapBytes = 0;     ///< in blocks that are not freed
     std::size_t openHandles = 0;   ///< files and other things of the system
     std::size_t mappings = 0;      ///< regions of the address space that are in use
     std::size_t residentBytes = 0; ///< of memory that is really there

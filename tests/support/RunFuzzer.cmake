@@ -1,6 +1,5 @@
-# Runs FUZZER for so many RUNS from the same start each time: SEEDS, nothing that an earlier run left
-# in WORK, and the same addresses, where the system lets a program choose that. Tells how to come by
-# an input again that failed.
+# Runs FUZZER for RUNS inputs, reproducibly: from SEEDS, with an empty WORK and, if the system allows
+# it, at fixed addresses. After a failure prints how to reproduce it.
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK}/corpus)
 set(at_fixed_addresses setarch --addr-no-randomize)

@@ -108,7 +108,7 @@ std::map<const void*, std::string> UnloadTrace::contents(const char* tag) {
     return result;
 }
 
-void UnloadTrace::giveBack(const char* tag) {
+void UnloadTrace::freeBlocks(const char* tag) {
     for (std::size_t i = blockCount; i-- > 0;) {
         if (blocks[i].tag == tag) {
             void* const block = blocks[i].address;

@@ -15,7 +15,7 @@ using ZOL::Framework::Framework;
 
 namespace {
 
-/// Runs on a thread of its own, whose generator is at its first state.
+/// Runs on a new thread, whose generator has its initial state.
 template <typename Function>
 void onFreshThread(Function function) {
     std::thread(function).join();
@@ -23,7 +23,7 @@ void onFreshThread(Function function) {
 
 static_assert(std::is_empty_v<Framework> && !std::is_polymorphic_v<Framework>);
 
-/// The calls completed so far, this one included, as far as 16 bits show them.
+/// The low 16 bits of the number of calls so far, including this one.
 std::uint32_t completedCalls() {
     std::uint32_t number = 0;
     onFreshThread([&] { number = Framework::randomNumber(); });
@@ -64,7 +64,7 @@ TEST(RandomNumbers, CallsFromAnyMixOfThreadsAreAllCounted) {
     for (std::uint32_t i = 0; i < threadCount; ++i) {
         threads.emplace_back([&ready] {
             ++ready;
-            while (ready < threadCount) { // so that all of them are at it at once
+            while (ready < threadCount) { // so that all draw at the same time
                 std::this_thread::yield();
             }
             for (std::uint32_t call = 0; call < callsPerThread; ++call) {

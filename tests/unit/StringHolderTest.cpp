@@ -24,23 +24,23 @@ static_assert(std::is_same_v<Assigned, const StringHolder&>, "not to be assigned
 static_assert(std::is_same_v<Appended, const StringHolder&>, "not to be appended to");
 static_assert(std::is_same_v<decltype(std::declval<const StringHolder&>().c_str()), const char*>);
 
-// Longer than what a string holds within itself.
+// Longer than the small-string buffer.
 constexpr const char* longText = "a text that is longer than what a string holds within itself";
 
-/// The string object that stands behind the holder.
+/// The holder's string object.
 const void* heldString(const StringHolder& holder) {
     const void* string = nullptr;
     std::memcpy(&string, static_cast<const void*>(&holder), sizeof(string));
     return string;
 }
 
-TEST(StringHolders, MadeOfNothingHoldAnEmptyTextAndNotNull) {
+TEST(StringHolders, ByDefaultHoldAnEmptyTextAndNotNull) {
     const StringHolder holder;
     ASSERT_NE(holder.c_str(), nullptr);
     EXPECT_STREQ(holder.c_str(), "");
 }
 
-TEST(StringHolders, MadeOfAnEmptyTextAndOfNothingHoldTheSame) {
+TEST(StringHolders, FromAnEmptyTextAndByDefaultHoldTheSame) {
     const StringHolder nothing;
     const StringHolder empty("");
     ASSERT_NE(empty.c_str(), nullptr);
@@ -149,7 +149,7 @@ TEST(StringHolders, AssigningOneToItselfLeavesItsText) {
     }
 }
 
-TEST(StringHolders, AppendingPutsTheOtherTextBehindTheOwn) {
+TEST(StringHolders, AppendingPutsTheOtherTextAfterItsOwn) {
     StringHolder holder("ab");
     const StringHolder other("cd");
     EXPECT_EQ(&(holder += other), &holder);

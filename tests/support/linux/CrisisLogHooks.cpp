@@ -1,4 +1,4 @@
-// The program's own definitions come before those of any library.
+// Interposes functions of the C library: definitions in the program take precedence.
 
 #include <atomic>
 #include <cstdarg>
@@ -29,7 +29,7 @@ Function* next(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-/// The crisis log's stream, and none of the program's own.
+/// The crisis log's stream.
 std::atomic<FILE*> crisisStream = nullptr;
 
 } // namespace
@@ -55,7 +55,7 @@ extern "C" [[gnu::visibility("default")]] int open(const char* file, int oflag, 
     if ((oflag & O_CREAT) != 0) {
         va_list arguments;
         va_start(arguments, oflag);
-        // The analyzer loses sight of va_start here.
+        // The analyzer does not see va_start here.
         mode = va_arg(arguments, mode_t); // NOLINT(clang-analyzer-valist.Uninitialized)
         va_end(arguments);
         if (std::strcmp(file, support::CrisisLogSandbox::path) == 0) {
@@ -77,7 +77,7 @@ extern "C" [[gnu::visibility("default")]] FILE* fdopen(int fd, const char* modes
 
 extern "C" [[gnu::visibility("default")]] int clock_gettime(clockid_t id, timespec* tp) noexcept {
     static auto* const real = next<int(clockid_t, timespec*)>("clock_gettime");
-    const long time = id == CLOCK_REALTIME ? CrisisLogHooks::standingTime() : -1;
+    const long time = id == CLOCK_REALTIME ? CrisisLogHooks::fixedTime() : -1;
     if (time < 0) {
         return real(id, tp);
     }

@@ -38,7 +38,7 @@ inline void leaveTheMachinesMounts() {
         write("/proc/self/uid_map", "0 " + user + " 1");
         write("/proc/self/gid_map", "0 " + group + " 1");
     }
-    // In a chroot the root is no mount point (EINVAL), and whoever made it has seen to this.
+    // In a chroot the root is no mount point (EINVAL), and its mounts are private already.
     requireMounts(mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 ||
                       errno == EINVAL,
                   "private mounts");

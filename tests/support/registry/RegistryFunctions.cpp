@@ -74,7 +74,7 @@ void poison(void* buffer, DWORD size) {
     }
 }
 
-/// Goes on with a call that nothing was ordered for, on a key that can be used.
+/// Performs a call without a configured result on a valid key.
 template <typename Action>
 LONG onKey(const std::optional<LONG>& ordered, HKEY handle, Action action) {
     if (ordered && *ordered != ERROR_SUCCESS) {
@@ -202,7 +202,7 @@ LONG RegSetValueExA(HKEY key, const char* name, DWORD reserved, DWORD type, cons
     return onKey(ordered, key, [&](RegistryKey& found) {
         std::string bytes(reinterpret_cast<const char*>(data), size);
         if (isText(type) && size > 0) {
-            // The terminator that callers forget to count: the byte behind the data is looked at.
+            // The terminator that callers forget to count: the byte after the data is read.
             const BYTE behind = data[size];
             if (bytes.back() != '\0' && behind == 0) {
                 bytes.push_back('\0');

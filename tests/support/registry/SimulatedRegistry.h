@@ -12,11 +12,11 @@
 
 namespace support {
 
-/// A registry in memory, behind the functions of this folder's <windows.h> as long as it lives.
-/// One at a time. It keeps a record of the calls, and answers them as it is told.
+/// A registry in memory, used by the functions of this folder's <windows.h> during its lifetime.
+/// One at a time. It records the calls and returns the configured results.
 ///
-/// A call that fails leaves poison in all that it should have filled in; sizes tell what is needed
-/// where the platform tells it.
+/// A failed call leaves poison in all its output; sizes are the needed ones where the platform
+/// reports them.
 class SimulatedRegistry {
 public:
     using Lines = std::vector<std::string>;

@@ -1,7 +1,7 @@
 #pragma once
 
 // What the registry access needs of the system's header of this name, for platforms without it.
-// Behind these functions is support::SimulatedRegistry.
+// These functions are implemented by support::SimulatedRegistry.
 
 #include <cstdint>
 #include <cstring>

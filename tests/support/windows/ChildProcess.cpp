@@ -14,7 +14,7 @@ HANDLE handleOf(std::intptr_t process) {
     return reinterpret_cast<HANDLE>(process);
 }
 
-/// Ends what is in it when its last handle goes, which is with this process.
+/// Ends its processes when its last handle is closed, at the latest when this process ends.
 HANDLE makeJob() {
     HANDLE const job = CreateJobObjectA(nullptr, nullptr);
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};

@@ -18,7 +18,7 @@ FILE* openStream(const wchar_t* path, const wchar_t* mode, int sharing) {
 }
 
 void WINAPI localTime(SYSTEMTIME* now) {
-    const long time = standingTime();
+    const long time = fixedTime();
     GetLocalTime(now);
     if (time < 0) {
         return;

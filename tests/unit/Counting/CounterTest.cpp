@@ -61,7 +61,7 @@ TEST(Counters, HaveCaseSensitiveNames) {
     EXPECT_EQ(upper.next(), 0);
 }
 
-TEST(Counters, HaveNamesToldApartByteByByteAndByLength) {
+TEST(Counters, CompareNamesByteByByteAndByLength) {
     const std::vector<const char*> names = {"n", "n ", " n", "nn", "n\x7F", "n\xE9", "n\xC9"};
     for (const char* const name : names) {
         EXPECT_EQ(Counter::counter(name).next(), 0) << name;
@@ -88,7 +88,7 @@ TEST(Counters, KeepACopyOfTheirName) {
     EXPECT_EQ(&Counter::counter(name.c_str()), &counter);
 }
 
-TEST(Counters, StayAtTheirAddressWhileOthersCome) {
+TEST(Counters, StayAtTheirAddressWhileOthersAreCreated) {
     Counter& counter = Counter::counter("CounterTest.stays");
     for (int i = 0; i < 1000; ++i) {
         newCounter();
@@ -102,7 +102,7 @@ TEST(Counters, StartAt0) {
     EXPECT_EQ(newCounter().next(), 0);
 }
 
-TEST(Counters, GiveTheValueTheyHadAndThenGoUpByOne) {
+TEST(Counters, ReturnTheValueAndThenIncrementIt) {
     Counter& counter = newCounter();
     EXPECT_EQ(counter.next(), 0);
     EXPECT_EQ(counter.next(), 1);
@@ -132,7 +132,7 @@ TEST(Counters, AResetLeavesTheOthersAlone) {
     EXPECT_EQ(second.next(), 1);
 }
 
-TEST(Counters, AssignmentTakesTheValueOverAndLinksNothing) {
+TEST(Counters, AssignmentCopiesTheValueOnly) {
     Counter& source = newCounter();
     Counter& target = newCounter();
     for (int i = 0; i < 5; ++i) {
@@ -168,7 +168,7 @@ TEST(Counters, AssigningOneToItselfKeepsItsValue) {
     EXPECT_EQ(counter.next(), 1);
 }
 
-TEST(Counters, GoOnAtTheSmallestNumberBehindTheLargest) {
+TEST(Counters, WrapFromTheLargestNumberToTheSmallest) {
     Counter& counter = newCounter();
     setTo(counter, 2147483646);
     EXPECT_EQ(counter.next(), 2147483646);
@@ -177,7 +177,7 @@ TEST(Counters, GoOnAtTheSmallestNumberBehindTheLargest) {
     EXPECT_EQ(counter.next(), -2147483647);
 }
 
-TEST(Counters, GoUpFromMinus1To0) {
+TEST(Counters, IncrementFromMinus1To0) {
     Counter& counter = newCounter();
     setTo(counter, -1);
     EXPECT_EQ(counter.next(), -1);
@@ -185,7 +185,7 @@ TEST(Counters, GoUpFromMinus1To0) {
     EXPECT_EQ(counter.next(), 1);
 }
 
-TEST(Counters, TakeOverAndResetAnyValue) {
+TEST(Counters, CopyAndResetAnyValue) {
     Counter& source = newCounter();
     setTo(source, -2147483647);
     Counter& target = newCounter();

@@ -34,7 +34,7 @@ int log(const char* message) {
     return 0;
 }
 
-/// A crash, as far as buffers are concerned: nobody cleans up.
+/// Like a crash: no buffer is flushed.
 int logAndCrash(const char* message) {
     CrisisLogger::instance().log(message);
     std::_Exit(0);
@@ -54,7 +54,7 @@ int idle(const std::string& ready, const std::string& end) {
     return 0;
 }
 
-/// Tries when it is told to, and keeps what it got until the other one has tried as well.
+/// Tries when signalled, and keeps the log until the other one has tried as well.
 int contend(const std::string& folder, const std::string& me, const std::string& other) {
     create(folder + "/" + me + ".ready");
     waitFor(folder + "/go");

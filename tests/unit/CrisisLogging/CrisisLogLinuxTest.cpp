@@ -49,7 +49,7 @@ void fillTheDisk() {
     ASSERT_EQ(std::filesystem::space("/var/log").available, 0U);
 }
 
-CRISIS_LOG_TEST(CrisisLogOnLinux, AFullDiskLosesTheLineAndTheNextGoesAsUsual) {
+CRISIS_LOG_TEST(CrisisLogOnLinux, AFullDiskDropsTheLineAndTheNextIsWritten) {
     const std::string wholePage(4096, '-'); // no room left in what the file has already
     {
         std::ofstream file(CrisisLogSandbox::path, std::ios_base::binary);
@@ -69,7 +69,7 @@ CRISIS_LOG_TEST(CrisisLogOnLinux, AFullDiskLosesTheLineAndTheNextGoesAsUsual) {
               wholePage + "09:5:7.012 - written\n09:5:7.012 - and another\n");
 }
 
-CRISIS_LOG_TEST(CrisisLogOnLinux, AFileSystemThatTakesNoWritingRefusesTheLogUntilItDoes) {
+CRISIS_LOG_TEST(CrisisLogOnLinux, AReadOnlyFileSystemRefusesTheLogUntilItIsWritable) {
     ASSERT_EQ(mount(nullptr, "/var/log", nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
     EXPECT_THROW(CrisisLogger::instance(), FrameworkException);
     ASSERT_EQ(mount(nullptr, "/var/log", nullptr, MS_REMOUNT, nullptr), 0);

@@ -1,5 +1,5 @@
-// The crisis log when the framework comes and goes at run time. This program is not linked with it:
-// a module brings it along, and it goes with that module. Its file does not.
+// The crisis log when the framework is loaded and unloaded at run time. This program is not linked
+// with it: a module loads it, and unloads it with itself. The log's file stays open.
 
 #include <array>
 #include <string>
@@ -41,7 +41,7 @@ CRISIS_LOG_TEST(CrisisLogReload, LeavesNoFileBehindIfTheCrisisLogWasNeverUsed) {
     EXPECT_EQ(refusalBy(again), "");
 }
 
-CRISIS_LOG_TEST(CrisisLogReload, TheFileStaysOpenWhenTheFrameworkHasGone) {
+CRISIS_LOG_TEST(CrisisLogReload, TheFileStaysOpenAfterTheFrameworkIsUnloaded) {
     {
         const DLLHolder module("CrisisModuleA", "");
         module.resolve<void(const char*)>("logCrisis")("before it goes");
@@ -50,7 +50,7 @@ CRISIS_LOG_TEST(CrisisLogReload, TheFileStaysOpenWhenTheFrameworkHasGone) {
     EXPECT_FALSE(CrisisLogSandbox::isFree());
 }
 
-CRISIS_LOG_TEST(CrisisLogReload, AFrameworkLoadedAnewInTheSameProcessIsRefused) {
+CRISIS_LOG_TEST(CrisisLogReload, AReloadedFrameworkInTheSameProcessIsRefused) {
     {
         const DLLHolder module("CrisisModuleA", "");
         ASSERT_EQ(refusalBy(module), "");

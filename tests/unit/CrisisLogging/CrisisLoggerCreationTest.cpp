@@ -1,4 +1,4 @@
-// How the one crisis logger of a process comes to be, fails to, and goes.
+// How the one crisis logger of a process is created, refused and destroyed.
 
 #include <atomic>
 #include <chrono>
@@ -33,7 +33,7 @@ namespace {
 
 const std::string refusal = std::string("Error opening log file: '") + CrisisLogSandbox::path + "'";
 
-/// What a handler of FrameworkException is told by a crisis log that is refused.
+/// The message of the FrameworkException that a refused crisis log throws.
 std::string refusalOfInstance() {
     try {
         CrisisLogger::instance();
@@ -94,7 +94,7 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, ThrowsTheSameIfAnotherProcessHasTheFile) {
     EXPECT_EQ(refusalOfInstance(), refusal);
 }
 
-CRISIS_LOG_TEST(CrisisLoggerCreation, ThrowsTheSameIfNoStreamCanBeHad) {
+CRISIS_LOG_TEST(CrisisLoggerCreation, ThrowsTheSameIfNoStreamCanBeOpened) {
     CrisisLogHooks::attach();
     CrisisLogHooks::fail(Kind::Open, true);
     EXPECT_EQ(refusalOfInstance(), refusal);
@@ -154,7 +154,7 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, GivesEightThreadsThatRaceForItOneObject) {
     CrisisLogHooks::observe([&](const CrisisLogHooks::Call& call) {
         if (call.kind == Kind::Open) {
             ++openings;
-            // Time for the others to come to the lock, or past it if there were none.
+            // Time for the others to reach the lock, or to pass it if there were none.
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
         }
     });

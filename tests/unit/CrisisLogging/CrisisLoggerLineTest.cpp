@@ -74,12 +74,12 @@ CRISIS_LOG_TEST(CrisisLoggerLine, TakesTheMessageAsItIs) {
     EXPECT_EQ(lineOf(message), "09:5:7.012 - " + message + lineEnd);
 }
 
-CRISIS_LOG_TEST(CrisisLoggerLine, TakesALongMessageWhole) {
+CRISIS_LOG_TEST(CrisisLoggerLine, WritesALongMessageCompletely) {
     const std::string message(100000, 'x');
     EXPECT_EQ(lineOf(message), "09:5:7.012 - " + message + lineEnd);
 }
 
-CRISIS_LOG_TEST(CrisisLoggerLine, StandsBehindTheLinesBeforeIt) {
+CRISIS_LOG_TEST(CrisisLoggerLine, FollowsTheEarlierLines) {
     CrisisLogHooks::attach();
     CrisisLogHooks::setTime(9, 5, 7, 12);
     log("one");
@@ -90,12 +90,12 @@ CRISIS_LOG_TEST(CrisisLoggerLine, StandsBehindTheLinesBeforeIt) {
                                              lineEnd + "09:5:7.011 - three" + lineEnd);
 }
 
-CRISIS_LOG_TEST(CrisisLoggerLine, StandsBehindWhatAnEarlierProcessLeft) {
+CRISIS_LOG_TEST(CrisisLoggerLine, FollowsTheLinesOfAnEarlierProcess) {
     makeFile("left before" + lineEnd);
     EXPECT_EQ(lineOf("Started"), "left before" + lineEnd + "09:5:7.012 - Started" + lineEnd);
 }
 
-CRISIS_LOG_TEST(CrisisLoggerLine, StandsBehindALineThatWasNeverEnded) {
+CRISIS_LOG_TEST(CrisisLoggerLine, FollowsAnUnterminatedLine) {
     makeFile("left half-wa");
     EXPECT_EQ(lineOf("Started"), "left half-wa09:5:7.012 - Started" + lineEnd);
 }
@@ -119,7 +119,7 @@ CRISIS_LOG_TEST(CrisisLoggerLine, IsStillThereIfTheProcessCrashesRightAfterIt) {
     EXPECT_EQ(content.substr(content.size() - end.size()), end);
 }
 
-// One line of a second process, behind the file of a first.
+// One line of a second process, after those of a first.
 CRISIS_LOG_TEST(CrisisLoggerLine, IsWrittenByOneProcessAfterTheOther) {
     ASSERT_EQ(logInAnotherProcess("first"), gotTheLog);
     const std::string first = CrisisLogHooks::content();
@@ -159,7 +159,7 @@ CRISIS_LOG_TEST(CrisisLoggerLine, IsOneWriteHoweverLongItIs) {
     expectOneWriteAndOneFlush(std::string(100000, 'x') + "\nand a second line");
 }
 
-CRISIS_LOG_TEST(CrisisLoggerLine, IsLostWithoutAWordIfItCannotBeWritten) {
+CRISIS_LOG_TEST(CrisisLoggerLine, IsDroppedSilentlyIfItCannotBeWritten) {
     CrisisLogHooks::attach();
     CrisisLogHooks::setTime(9, 5, 7, 12);
     log("before");
@@ -171,7 +171,7 @@ CRISIS_LOG_TEST(CrisisLoggerLine, IsLostWithoutAWordIfItCannotBeWritten) {
               "09:5:7.012 - before" + lineEnd + "09:5:7.012 - after" + lineEnd);
 }
 
-CRISIS_LOG_TEST(CrisisLoggerLine, DoesNotMindAFlushThatFails) {
+CRISIS_LOG_TEST(CrisisLoggerLine, IgnoresAFailedFlush) {
     CrisisLogHooks::attach();
     CrisisLogHooks::setTime(9, 5, 7, 12);
     CrisisLogHooks::fail(Kind::Flush, true);

@@ -1,4 +1,4 @@
-// While one process has the crisis log, nobody else gets it.
+// While one process has the crisis log, every other open is refused.
 
 #include <fstream>
 #include <set>

@@ -81,7 +81,7 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, LinesArriveWholeAndThoseOfOneThreadInItsOrd
     }
 }
 
-CRISIS_LOG_TEST(CrisisLoggerThreads, LinesStandInTheOrderOfTheirTimes) {
+CRISIS_LOG_TEST(CrisisLoggerThreads, LinesAreOrderedByTime) {
     CrisisLogHooks::attach();
     CrisisLogHooks::setTime(9, 0, 0, 0, 1); // each look at the clock sees another millisecond
     CrisisLogHooks::observe([](const CrisisLogHooks::Call& call) {
@@ -193,7 +193,7 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsWhileAnotherIsFlushed) {
     secondLineWaitsWhileTheFirstIsAt(Kind::Flush, 3);
 }
 
-CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsForNoOrdinaryLogging) {
+CRISIS_LOG_TEST(CrisisLoggerThreads, ALineDoesNotWaitForOrdinaryLogging) {
     CrisisLogHooks::attach();
     CrisisLogHooks::setTime(9, 5, 7, 12);
     static support::Journal journal;

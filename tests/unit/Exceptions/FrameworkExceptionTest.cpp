@@ -34,10 +34,10 @@ static_assert(std::is_same_v<Assigned, const FrameworkException&>, "not to be as
 static_assert(
     std::is_same_v<decltype(std::declval<const FrameworkException&>().message()), const char*>);
 
-// Longer than what a string holds within itself.
+// Longer than the small-string buffer.
 constexpr const char* longText = "a message that is longer than what a string holds within itself";
 
-/// The string object that stands behind the exception; the virtual table comes before it.
+/// The exception's string object; the pointer to it follows the pointer to the virtual table.
 const void* heldString(const FrameworkException& error) {
     const void* members[2] = {};
     std::memcpy(&members, static_cast<const void*>(&error), sizeof(members));
@@ -54,7 +54,7 @@ constexpr const char* missingPropertyText = "Trying to read unexistent property:
 /// Itanium's name of the class, which the framework keeps to itself.
 constexpr const char* unexistentProperty = "N3ZOL9Framework10Exceptions18UnexistentPropertyE";
 
-TEST(FrameworkExceptions, MadeOfNothingHaveAnEmptyMessageAndNotNull) {
+TEST(FrameworkExceptions, ByDefaultHaveAnEmptyMessageAndNotNull) {
     const FrameworkException error;
     ASSERT_NE(error.message(), nullptr);
     EXPECT_STREQ(error.message(), "");
@@ -105,7 +105,7 @@ TEST(FrameworkExceptions, ACopyOutlivesItsSource) {
     }
 }
 
-TEST(FrameworkExceptions, ACaughtCopyStaysValidWhenTheThrownObjectIsGone) {
+TEST(FrameworkExceptions, ACaughtCopyStaysValidAfterTheThrownObjectIsDestroyed) {
     FrameworkException kept;
     try {
         throw FrameworkException(longText);
@@ -133,7 +133,7 @@ TEST(FrameworkExceptions, AssigningOneToItselfKeepsTheMessage) {
     }
 }
 
-TEST(FrameworkExceptions, AfterAnAssignmentTheOtherMayChangeAndGo) {
+TEST(FrameworkExceptions, AfterAnAssignmentTheOtherMayChangeAndBeDestroyed) {
     FrameworkException error("before");
     auto other = std::make_unique<FrameworkException>(longText);
     EXPECT_EQ(&(error = *other), &error);
@@ -144,7 +144,7 @@ TEST(FrameworkExceptions, AfterAnAssignmentTheOtherMayChangeAndGo) {
     EXPECT_STREQ(error.message(), longText);
 }
 
-TEST(FrameworkExceptions, AssignmentMakesTheNewStringBeforeItGivesUpTheOld) {
+TEST(FrameworkExceptions, AssignmentAllocatesTheNewStringBeforeItFreesTheOld) {
     // Both are there at once, so they cannot be at the same place; in the opposite order a heap
     // hands the very same place out again, at the latest after a few times.
     FrameworkException error("one");
@@ -172,7 +172,7 @@ TEST(FrameworkExceptions, AreCaughtByTheRootAndNotAsAStandardException) {
     EXPECT_EQ(caughtAs(readMissingProperty), missingPropertyText);
 }
 
-TEST(FrameworkExceptions, AMissingPropertysIsOfAClassOfItsOwnThatAddsNothingButItsType) {
+TEST(FrameworkExceptions, AMissingPropertyThrowsItsOwnClassThatAddsOnlyItsType) {
     try {
         readMissingProperty();
         FAIL() << "nothing was thrown";
@@ -229,7 +229,7 @@ TEST(FrameworkExceptions, ADerivedOneIsDestroyedThroughTheRoot) {
 TEST(FrameworkExceptions, HaveNothingVirtualButTheDestructor) {
     int destroyed = 0;
     const ModulesError error(&destroyed);
-    // What a derived class adds comes right behind all that the root has.
+    // A derived class's slots follow all slots of the root.
     EXPECT_EQ(support::SlotProbe(&error).at<int(const ModulesError*)>(
                   support::firstSlotAfterDestructor)(&error),
               42);

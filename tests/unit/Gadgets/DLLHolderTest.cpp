@@ -73,7 +73,7 @@ TEST(DLLHolders, LoadACompleteFileNameWithoutComposing) {
     EXPECT_EQ(failure(uncomposed, "seven"), report("seven"));
 }
 
-TEST(DLLHolders, AMissingLibraryShowsAtTheFirstResolve) {
+TEST(DLLHolders, AMissingLibraryIsReportedAtTheFirstResolve) {
     const DLLHolder holder("There_is_no_such_library", "");
     EXPECT_EQ(failure(holder, "createBackend"), report("createBackend"));
 }
@@ -92,7 +92,7 @@ TEST(DLLHolders, AMissingSymbolIsReportedByItsName) {
     EXPECT_EQ(failure(holder, "noSuchFunction"), report("noSuchFunction"));
 }
 
-TEST(DLLHolders, GiveTheLoadBackWhenTheyGo) {
+TEST(DLLHolders, ReleaseTheLibraryWhenDestroyed) {
     const std::string name = DLLHolder::dllFileName("Versioned", "1.2");
     {
         // Destroyed at once.
@@ -154,7 +154,7 @@ TEST(AssertionStreams, TestTheConditionWhenTheyAreMade) {
     EXPECT_NO_THROW(assertion.raise());
 }
 
-TEST(AssertionStreams, RaiseTheBareFailureTextBehindALineFeedWithoutDetails) {
+TEST(AssertionStreams, RaiseTheFailureTextAfterALineFeedWithoutDetails) {
     const bool condition = false;
     try {
         AssertionStream(&condition, "text").raise();

@@ -50,7 +50,7 @@ TEST_F(BackendInstallation, VisitsLoggersByAscendingNameByteByByteShorterFirst) 
     EXPECT_EQ(asked(installBackend("A")), (Names{"", "B", "a", "aB", "ab", "a\xC3\xA9", "b"}));
 }
 
-TEST_F(BackendInstallation, FinishesOneLoggerBeforeItTurnsToTheNext) {
+TEST_F(BackendInstallation, FinishesOneLoggerBeforeTheNext) {
     doLog(logger("a"), LOG_LEVEL_INFO, "a");
     logger("b");
     RecordingBackend& backend = makeBackend("A");
@@ -118,7 +118,7 @@ TEST_F(BackendInstallation, ASecondBackendMakesTheFirstAnswerAgainForEveryLogger
         << order;
 }
 
-TEST_F(BackendInstallation, ChannelsOfABackendThatLeftStillReceiveWhileAnotherStays) {
+TEST_F(BackendInstallation, ChannelsOfAnUninstalledBackendStillReceiveWhileAnotherIsInstalled) {
     RecordingBackend& leaving = installBackend("A");
     installBackend("B");
     Logger* const log = logger();
@@ -133,7 +133,7 @@ TEST_F(BackendInstallation, ChannelsOfABackendThatLeftStillReceiveWhileAnotherSt
     EXPECT_EQ(journal, (Journal{line("B", 30, "gone"), line("C", 30, "gone")}));
 }
 
-TEST_F(BackendInstallation, ABackendThatLeftIsNotAskedForNewLoggers) {
+TEST_F(BackendInstallation, AnUninstalledBackendIsNotAskedForNewLoggers) {
     RecordingBackend& leaving = installBackend("A");
     installBackend("B");
     Logger::uninstallBackend(&leaving);
@@ -187,7 +187,7 @@ TEST_F(BackendInstallation, UninstallingOneOfFourKeepsTheOrderOfTheOthers) {
               (Journal{line("A", 30, "text"), line("C", 30, "text"), line("D", 30, "text")}));
 }
 
-TEST_F(BackendInstallation, IsUnderTheLockFromItsChecksOn) {
+TEST_F(BackendInstallation, HoldsTheLockFromItsChecksOn) {
     RecordingBackend& contended = makeBackend("C");
     std::atomic<bool> entered = false;
     std::atomic<bool> otherStarted = false;
@@ -222,7 +222,7 @@ TEST_F(BackendInstallation, IsUnderTheLockFromItsChecksOn) {
     EXPECT_TRUE(refused);
 }
 
-TEST_F(BackendInstallation, ABackendThatLeftComesBackAtTheEndOfTheList) {
+TEST_F(BackendInstallation, AReinstalledBackendIsLastInTheList) {
     RecordingBackend& first = installBackend("A");
     installBackend("B");
     Logger::uninstallBackend(&first);
@@ -279,9 +279,9 @@ TEST_F(BackendInstallation, ARefusalIsCaughtAsLoggerException) {
     EXPECT_THROW(Logger::installBackend(static_cast<LoggerBackend*>(nullptr)), LoggerException);
 }
 
-TEST_F(BackendInstallation, ARefusalGivesTheLockBack) {
+TEST_F(BackendInstallation, ARefusalReleasesTheLock) {
     refusal(nullptr);
-    // Would wait for ever if another thread could not take the lock.
+    // Would deadlock if another thread could not take the lock.
     std::thread([&] { logger("from another thread"); }).join();
 }
 

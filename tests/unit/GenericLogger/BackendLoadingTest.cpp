@@ -124,7 +124,7 @@ TEST_F(BackendLoading, AFailedLoadIsNoLoggerException) {
     }
 }
 
-TEST_F(BackendLoading, AFailedLoadChangesNothingAndGivesTheLockBack) {
+TEST_F(BackendLoading, AFailedLoadChangesNothingAndReleasesTheLock) {
     installBackend("A");
     Logger* const log = logger();
     EXPECT_ANY_THROW(Logger::installBackend("NoEntryPoint"));
@@ -132,7 +132,7 @@ TEST_F(BackendLoading, AFailedLoadChangesNothingAndGivesTheLockBack) {
     EXPECT_EQ(journal, Journal{line("A", 30, "text")});
 }
 
-TEST_F(BackendLoading, WhatTheEntryPointThrowsPassesThroughAndGivesTheLockBack) {
+TEST_F(BackendLoading, AnExceptionOfTheEntryPointPropagatesAndTheLockIsReleased) {
     try {
         Logger::installBackend("ThrowingEntry");
         FAIL() << "nothing was thrown";

@@ -69,7 +69,7 @@ TEST_F(LogStreams, AnAccessorDoesNotAskForTheMinimumLevel) {
     EXPECT_EQ(journal, Journal{line("A", 10, "all the same")});
 }
 
-TEST_F(LogStreams, TheLineGoesOutAtTheEndOfTheStatement) {
+TEST_F(LogStreams, TheLineIsLoggedAtTheEndOfTheStatement) {
     {
         LogStream line = log->info("begun");
         line << ", not yet out";
@@ -97,7 +97,7 @@ TEST_F(LogStreams, BitFieldsAndConstantsWithoutADefinitionAreInsertedLikeAnyNumb
     EXPECT_EQ(journal, (Journal{line("A", 30, "5 -9 30 17"), line("A", 30, "3017")}));
 }
 
-TEST_F(LogStreams, ManipulatorsWorkAndGoOnToHold) {
+TEST_F(LogStreams, ManipulatorsWorkAndStayInEffect) {
     log->info() << std::hex << std::showbase << 255 << " " << 16 << std::dec << " " << std::setw(4)
                 << std::setfill('0') << 7 << std::boolalpha << " " << true << std::endl
                 << std::flush;
@@ -164,7 +164,7 @@ TEST_F(LogStreams, AtLevel0NothingIsLoggedAndNothingIsCached) {
     EXPECT_TRUE(journal.empty());
 }
 
-TEST_F(LogStreams, ALineThatAnArgumentThrewOutOfIsLoggedAsFarAsItGot) {
+TEST_F(LogStreams, ALineWhoseArgumentThrewIsLoggedUpToThatArgument) {
     const auto argument = []() -> int {
         throw 7;
     };
@@ -172,7 +172,7 @@ TEST_F(LogStreams, ALineThatAnArgumentThrewOutOfIsLoggedAsFarAsItGot) {
     EXPECT_EQ(journal, Journal{line("A", 30, "as far as this")});
 }
 
-TEST_F(LogStreams, AnInsertionThatFailsThrowsAndTheHalfLineIsNotLogged) {
+TEST_F(LogStreams, AFailedInsertionThrowsAndThePartialLineIsNotLogged) {
     EXPECT_THROW(
         log->info("half ") << [](std::ostream& stream) -> std::ostream& {
             stream.setstate(std::ios_base::badbit);
@@ -187,7 +187,7 @@ TEST_F(LogStreams, TheGateLetsActiveLevelsThrough) {
     EXPECT_EQ(journal, Journal{line("A", 50, "x=1")});
 }
 
-TEST_F(LogStreams, TheGateEvaluatesNothingOfALineWhoseLevelIsOff) {
+TEST_F(LogStreams, TheGateEvaluatesNothingOfALineWhoseLevelIsInactive) {
     int evaluated = 0;
     ZOL_LOG(log, LOG_LEVEL_INFO) << ++evaluated;
     EXPECT_EQ(evaluated, 0);

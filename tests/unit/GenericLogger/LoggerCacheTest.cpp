@@ -57,7 +57,7 @@ TEST_F(LoggerCache, DropsEveryMessageAfterTheOverflowEntry) {
     EXPECT_EQ(journal, expected);
 }
 
-TEST_F(LoggerCache, StartsAfreshAfterAFlush) {
+TEST_F(LoggerCache, StartsOverAfterAFlush) {
     logNumbered(1, 150);
     support::RecordingBackend& backend = installBackend("A");
     Logger::uninstallBackend(&backend);
@@ -95,7 +95,7 @@ TEST_F(LoggerCache, OverflowsByMessagesOfAnyLevel) {
     EXPECT_EQ(journal[101], overflow());
 }
 
-TEST_F(LoggerCache, IsLostWhenTheLoggerGotNoChannel) {
+TEST_F(LoggerCache, IsDroppedWhenTheLoggerHasNoChannel) {
     logNumbered(1, 102);
     support::RecordingBackend& declining = makeBackend("D");
     declining.serves = [](const std::string&) {
@@ -117,7 +117,7 @@ TEST_F(LoggerCache, KeepsItsOwnCopyOfTheText) {
     EXPECT_EQ(journal, Journal{line("A", 30, "before")});
 }
 
-TEST_F(LoggerCache, GoesToAllChannelsEntryByEntry) {
+TEST_F(LoggerCache, IsFlushedToAllChannelsEntryByEntry) {
     // Level 0 waits although A is there, so that the next installation flushes to two channels.
     installBackend("A");
     doLog(logger(), LOG_LEVEL_NONE, "entry 1");
@@ -129,7 +129,7 @@ TEST_F(LoggerCache, GoesToAllChannelsEntryByEntry) {
                                 line("A", 0, "entry 2"), line("B", 0, "entry 2")}));
 }
 
-TEST_F(LoggerCache, FillsAgainWhenTheLastBackendHasLeft) {
+TEST_F(LoggerCache, FillsAgainWhenTheLastBackendIsUninstalled) {
     support::RecordingBackend& backend = installBackend("A");
     Logger* const log = logger();
     Logger::uninstallBackend(&backend);

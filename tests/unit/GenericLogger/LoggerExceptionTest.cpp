@@ -12,7 +12,7 @@
 
 using namespace ZOL::Framework::GenericLogger;
 
-// At namespace scope, so that its full name can be told.
+// At namespace scope, so that it has a full name.
 namespace outer {
 struct DerivedException : LoggerException {
     using LoggerException::LoggerException;
@@ -62,7 +62,7 @@ TEST(LoggerExceptions, WhatNamesTheMostDerivedClass) {
                  "class ZOL::Framework::GenericLogger::LoggerBackendLoadError' (file:1): message");
 }
 
-TEST(LoggerExceptions, WhatSaysClassWhateverTheKeywordOfTheDeclaration) {
+TEST(LoggerExceptions, WhatSaysClassForEveryKeywordOfTheDeclaration) {
     EXPECT_STREQ(outer::DerivedException("m", "f", 2).what(),
                  "class outer::DerivedException' (f:2): m");
 }
@@ -112,7 +112,7 @@ TEST(LoggerExceptions, ACopyMadeBeforeWhatBuildsItsOwnText) {
                  "class ZOL::Framework::GenericLogger::LoggerException' (file:2): message");
 }
 
-TEST(LoggerExceptions, AssignmentTakesAllFourFieldsOver) {
+TEST(LoggerExceptions, AssignmentCopiesAllFourFields) {
     LoggerBackendLoadError source("source", "source file", 1);
     const std::string text = source.what();
     LoggerException target("target", "target file", 2);
@@ -155,7 +155,7 @@ TEST(LoggerExceptions, AreNotStandardExceptions) {
     EXPECT_TRUE(caught);
 }
 
-/// Shows through which slot an operation is reached: overrides answer with their own name.
+/// Its overrides return their own names, which shows which slot was called.
 class Named final : public LoggerException {
 public:
     Named() : LoggerException("", 0) {}

@@ -1,4 +1,4 @@
-// The end of a logger, which a process never sees: from inside, with a private block of its own.
+// The destruction of a logger's private block. The module never destroys a logger.
 
 #include "ZOL/Framework/GenericLogger/LoggerImpl.h"
 
@@ -38,7 +38,7 @@ private:
     Channel channel_;
 };
 
-TEST(LoggerImpls, ReleaseEveryChannelInOrderAtTheirEnd) {
+TEST(LoggerImpls, ReleaseEveryChannelInOrderWhenDestroyed) {
     Farewells farewells;
     Backend a("A", farewells);
     Backend b("B", farewells);
@@ -50,7 +50,7 @@ TEST(LoggerImpls, ReleaseEveryChannelInOrderAtTheirEnd) {
     EXPECT_EQ(farewells, (Farewells{"A released", "B released"}));
 }
 
-TEST(LoggerImpls, DeliverNoCachedMessageAtTheirEnd) {
+TEST(LoggerImpls, DeliverNoCachedMessageWhenDestroyed) {
     Farewells farewells;
     Backend a("A", farewells);
     {

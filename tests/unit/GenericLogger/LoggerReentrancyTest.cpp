@@ -1,4 +1,4 @@
-// Channels and back ends that come back to the logger on the thread that called them.
+// Channels and back ends that call the logger on the thread that called them.
 
 #include <string>
 #include <vector>
@@ -31,7 +31,7 @@ TEST_F(LoggerReentrancy, AChannelMayLogToItsOwnLogger) {
     EXPECT_EQ(journal, (Journal{line("A", 30, "text, again"), line("A", 50, "text")}));
 }
 
-TEST_F(LoggerReentrancy, AMessageCachedDuringAFlushGoesOutInTheSameFlush) {
+TEST_F(LoggerReentrancy, AMessageCachedDuringAFlushIsDeliveredInTheSameFlush) {
     installBackend("A");
     Logger* const log = logger();
     doLog(log, LOG_LEVEL_NONE, "first");
@@ -48,7 +48,7 @@ TEST_F(LoggerReentrancy, AMessageCachedDuringAFlushGoesOutInTheSameFlush) {
                                 line("B", 0, "added")}));
 }
 
-TEST_F(LoggerReentrancy, TheTextHandedOverInAFlushStaysValidWhileTheCacheGrows) {
+TEST_F(LoggerReentrancy, TheTextDeliveredInAFlushStaysValidWhileTheCacheGrows) {
     installBackend("A");
     Logger* const log = logger();
     doLog(log, LOG_LEVEL_NONE, "short"); // short texts lie inside their cache entry
@@ -114,7 +114,7 @@ TEST_F(LoggerReentrancy, ABackendMayLogAndGetLoggersFromCreateChannel) {
     EXPECT_EQ(journal, Journal{line("A", 30, "asked for outer", "inner")});
 }
 
-TEST_F(LoggerReentrancy, ALoggerMadeDuringAnInstallationIsVisitedIfItsNameIsStillToCome) {
+TEST_F(LoggerReentrancy, ALoggerMadeDuringAnInstallationIsVisitedIfItsNameSortsLater) {
     logger("b");
     RecordingBackend& backend = makeBackend("A");
     backend.beforeCreate = [&](const std::string& name) {
@@ -126,11 +126,11 @@ TEST_F(LoggerReentrancy, ALoggerMadeDuringAnInstallationIsVisitedIfItsNameIsStil
 
     install(backend);
 
-    // b itself; a and c as new loggers; then c once more as the walk comes to it.
+    // b itself; a and c as new loggers; then c again when the walk reaches it.
     EXPECT_EQ(asked(backend), (std::vector<std::string>{"b", "a", "c", "c"}));
 }
 
-TEST_F(LoggerReentrancy, ABackendThatAsksForTheVeryLoggerInTheMakingLeavesOneLogger) {
+TEST_F(LoggerReentrancy, ABackendThatGetsTheLoggerBeingCreatedLeavesOneLogger) {
     RecordingBackend& backend = installBackend("A");
     Logger* inner = nullptr;
     bool inside = false;

@@ -80,7 +80,7 @@ TEST_F(LoggerTest, TheMinimumLevelBelongsToOneLogger) {
     EXPECT_FALSE(logger("b")->isLevelActive(LOG_LEVEL_TRACE));
 }
 
-TEST_F(LoggerTest, TheMinimumLevelDoesNotStopAMessageThatIsHandedOver) {
+TEST_F(LoggerTest, TheMinimumLevelDoesNotStopAMessagePassedToLog) {
     installBackend("A");
     Logger* const log = logger();
     log->minLogLevel(static_cast<LoggingLevel>(100));
@@ -90,7 +90,7 @@ TEST_F(LoggerTest, TheMinimumLevelDoesNotStopAMessageThatIsHandedOver) {
     EXPECT_EQ(journal, support::Journal{line("A", 10, "below")});
 }
 
-TEST_F(LoggerTest, ALiveMessageReachesEveryChannelWithLevelAndTextAsTheyStand) {
+TEST_F(LoggerTest, ALiveMessageReachesEveryChannelWithLevelAndTextUnchanged) {
     installBackend("A");
     installBackend("B");
 
@@ -113,7 +113,7 @@ TEST_F(LoggerTest, ALiveMessageIsTheCallersOwnPointer) {
     EXPECT_EQ(received, text);
 }
 
-TEST_F(LoggerTest, AMessageGoesToTheChannelsOfItsOwnLoggerAlone) {
+TEST_F(LoggerTest, AMessageIsDeliveredToTheChannelsOfItsOwnLoggerOnly) {
     installBackend("A");
     logger("other");
 
@@ -122,7 +122,7 @@ TEST_F(LoggerTest, AMessageGoesToTheChannelsOfItsOwnLoggerAlone) {
     EXPECT_EQ(journal, support::Journal{line("A", 30, "text", "one")});
 }
 
-TEST_F(LoggerTest, DisabledLoggingDropsWhatWouldGoToChannelsAndDoesNotCacheIt) {
+TEST_F(LoggerTest, DisabledLoggingDropsMessagesForChannelsAndDoesNotCacheThem) {
     installBackend("A");
     Logger* const log = logger();
     log->enableLogging(false);

@@ -57,7 +57,7 @@ std::atomic<int> ExclusiveBackend::messages = 0;
 class LoggerThreads : public support::LoggerFixture {};
 
 TEST_F(LoggerThreads, EightThreadsLogWhileBackendsComeAndGoAndNoChannelIsEnteredTwiceAtOnce) {
-    static ExclusiveBackend staying; // loggers keep its channel beyond this test
+    static ExclusiveBackend staying; // loggers keep its channel after this test
     static ExclusiveBackend coming;
     Logger::installBackend(&staying);
 

@@ -1,4 +1,4 @@
-// What survives when a channel or a back end throws, place by place.
+// What remains valid after a channel or a back end throws.
 
 #include <stdexcept>
 #include <string>
@@ -30,7 +30,7 @@ protected:
         };
     }
 
-    /// Another thread can log, so nobody holds the lock.
+    /// Another thread can log, so the lock is free.
     void expectLockIsFree() {
         std::thread([&] { Logger::uninstallBackend(nullptr); }).join();
     }
@@ -60,7 +60,7 @@ TEST_F(ThrowingPlugin, AChannelsExceptionLeavesThroughALogStream) {
     expectLockIsFree();
 }
 
-TEST_F(ThrowingPlugin, AChannelsExceptionIsLostBesideOneThatIsOnItsWay) {
+TEST_F(ThrowingPlugin, AChannelsExceptionIsDiscardedDuringStackUnwinding) {
     throwAt(installBackend("A"), "poison");
     Logger* const log = logger();
     const auto argument = []() -> int {
@@ -83,12 +83,12 @@ TEST_F(ThrowingPlugin, AFlushThatThrowsKeepsTheWholeCacheAndTheBackend) {
     expectLockIsFree();
     EXPECT_EQ(journal, Journal{line("A", 30, "1")});
 
-    // It is installed all the same: live messages reach it, and a second installation is refused.
+    // It is installed nevertheless: live messages reach it, and a second installation is refused.
     doLog(log, LOG_LEVEL_INFO, "live");
     EXPECT_EQ(journal.back(), line("A", 30, "live"));
     EXPECT_ANY_THROW(install(backend));
 
-    // What had been delivered goes out again.
+    // Messages that had been delivered are delivered again.
     journal.clear();
     backend.beforeLog = nullptr;
     installBackend("B");
@@ -115,7 +115,7 @@ TEST_F(ThrowingPlugin, AFlushThatThrowsKeepsTheOverflow) {
     EXPECT_EQ(journal.back(), line("A", 40, "LOG Cache overflow..."));
 }
 
-TEST_F(ThrowingPlugin, LoggersBehindTheOneThatThrewAreNotRefreshed) {
+TEST_F(ThrowingPlugin, LoggersAfterTheOneThatThrewAreNotRefreshed) {
     for (const char* const name : {"a", "b", "c"}) {
         doLog(logger(name), LOG_LEVEL_INFO, name);
     }
@@ -164,7 +164,7 @@ TEST_F(ThrowingPlugin, AFirstBackendThatThrowsInCreateChannelLeavesTheCacheAlone
     EXPECT_EQ(journal, (Journal{line("T", 30, "waiting"), line("A", 30, "waiting")}));
 }
 
-TEST_F(ThrowingPlugin, ABackendThatThrowsInGetLoggerLeavesNoEntryAndTheNextCallStartsAfresh) {
+TEST_F(ThrowingPlugin, ABackendThatThrowsInGetLoggerLeavesNoEntryAndTheNextCallStartsOver) {
     RecordingBackend& first = installBackend("A");
     RecordingBackend& thrower = installBackend("T");
     thrower.beforeCreate = [](const std::string&) {

@@ -27,7 +27,7 @@ constexpr int notAnError = -1;
 
 constexpr char content[] = "fifteen letters";
 
-TEST(Blocks, HoldWhatIsWrittenToThem) {
+TEST(Blocks, HoldTheDataWrittenToThem) {
     for (const std::size_t size : {1U, 7U, 4096U, 1000000U}) {
         void* const block = MemoryManager::allocate(size);
         ASSERT_NE(block, nullptr);
@@ -101,8 +101,8 @@ TEST(Blocks, ReallocatedFromNullToAnImpossibleSizeAreNullWithErrno) {
     }
 }
 
-TEST(Blocks, ReallocatedToNoBytesAreGone) {
-    // Often, so that blocks which were not given back are found by who looks for leaks.
+TEST(Blocks, ReallocatedToNoBytesAreFreed) {
+    // Many times, so that a leak detector finds blocks that are not freed.
     for (int i = 0; i < 100; ++i) {
         void* const block = MemoryManager::allocate(1000);
         ASSERT_NE(block, nullptr);
@@ -130,7 +130,7 @@ TEST(Blocks, SurviveAReallocationToAnImpossibleSize) {
     MemoryManager::deallocate(block);
 }
 
-TEST(Blocks, NullMayBeGivenBackAnyNumberOfTimes) {
+TEST(Blocks, NullMayBeFreedAnyNumberOfTimes) {
     errno = notAnError;
     EXPECT_NO_THROW(MemoryManager::deallocate(nullptr));
     EXPECT_NO_THROW(MemoryManager::deallocate(nullptr));
@@ -153,7 +153,7 @@ TEST(Blocks, AreOfTheCLibrarysHeap) {
     std::free(moved);
 }
 
-TEST(Blocks, MayBeMadeAndGivenBackOnAnyThread) {
+TEST(Blocks, MayBeAllocatedAndFreedOnAnyThread) {
     std::vector<void*> blocks(4);
     std::vector<std::thread> threads;
     threads.reserve(blocks.size());

@@ -48,7 +48,7 @@ void* makeAnother() {
     return &made[factoryCalls++];
 }
 
-/// Nothing can be taken out of the table, so each test has names of its own.
+/// Objects cannot be removed from the table, so each test has its own names.
 class ObjectTable : public testing::Test {
 protected:
     ObjectTable() { factoryCalls = 0; }
@@ -56,13 +56,13 @@ protected:
     /// How often factories ran since the last time.
     static int calls() { return factoryCalls.exchange(0); }
 
-    /// Another thread gets through, so nobody holds the lock.
+    /// Another thread gets through, so the lock is free.
     static void expectLockIsFree() {
         std::thread([] { findObject("ObjectTable.no such name"); }).join();
     }
 };
 
-TEST_F(ObjectTable, HasNothingOfANameThatNobodyRegistered) {
+TEST_F(ObjectTable, FindsNoObjectOfAnUnregisteredName) {
     EXPECT_EQ(findObject("ObjectTable.nobody's"), nullptr);
     EXPECT_EQ(findObject("ObjectTable.nobody's"), nullptr) << "looking does not register";
     EXPECT_EQ(registerObject("ObjectTable.nobody's", makeFirst), &objects[0]);
@@ -99,7 +99,7 @@ TEST_F(ObjectTable, HasCaseSensitiveNames) {
     EXPECT_EQ(findObject("A"), &objects[1]);
 }
 
-TEST_F(ObjectTable, TellsNamesApartByteByByteAndByLength) {
+TEST_F(ObjectTable, ComparesNamesByteByByteAndByLength) {
     const std::vector<const char*> names = {"n", "n ", " n", "nn", "n\x7F", "n\xE9", "n\xC9"};
     std::vector<void*> made;
     for (const char* const name : names) {
@@ -140,7 +140,7 @@ TEST_F(ObjectTable, NeverLooksIntoAnObject) {
     EXPECT_EQ(findObject("ObjectTable.opaque"), object);
 }
 
-TEST_F(ObjectTable, KeepsTheNullOfAFactoryThatMadeNothing) {
+TEST_F(ObjectTable, KeepsTheNullOfAFactory) {
     const char* const name = "ObjectTable.null";
     EXPECT_EQ(registerObject(name, makeNull), nullptr);
     EXPECT_EQ(calls(), 1);
@@ -190,7 +190,7 @@ TEST_F(ObjectTable, StoresNothingOfAFactoryThatThrows) {
     EXPECT_EQ(findObject(name), &objects[0]);
 }
 
-TEST_F(ObjectTable, LetsPassWhateverAFactoryThrows) {
+TEST_F(ObjectTable, PropagatesEveryExceptionOfAFactory) {
     EXPECT_THROW(registerObject("ObjectTable.number", []() -> void* { throw 42; }), int);
     EXPECT_THROW(
         registerObject("ObjectTable.standard", []() -> void* { throw std::runtime_error("text"); }),
@@ -200,7 +200,7 @@ TEST_F(ObjectTable, LetsPassWhateverAFactoryThrows) {
     EXPECT_EQ(findObject("ObjectTable.standard"), nullptr);
 }
 
-TEST_F(ObjectTable, AThrowingFactoryBehindANullLeavesTheNull) {
+TEST_F(ObjectTable, AThrowingFactoryAfterANullLeavesTheNull) {
     const char* const name = "ObjectTable.null and thrown";
     registerObject(name, makeNull);
     EXPECT_THROW(registerObject(name, []() -> void* { throw FactoryFailure{"text"}; }),
@@ -246,7 +246,7 @@ int returnedWhileAFactoryRuns(const char* name, Calls... others) {
     return returnedDuringFactory;
 }
 
-TEST_F(ObjectTable, ASlowFactoryKeepsEveryOtherCallWaitingWhateverItsName) {
+TEST_F(ObjectTable, ASlowFactoryBlocksCallsWithEveryName) {
     registerObject("ObjectTable.there already", makeSecond);
     const int early = returnedWhileAFactoryRuns(
         "ObjectTable.slow", [] { EXPECT_EQ(findObject("ObjectTable.unknown"), nullptr); },
@@ -257,7 +257,7 @@ TEST_F(ObjectTable, ASlowFactoryKeepsEveryOtherCallWaitingWhateverItsName) {
     EXPECT_EQ(findObject("ObjectTable.slow"), &objects[0]);
 }
 
-TEST_F(ObjectTable, WhoComesDuringTheFactoryGetsItsObject) {
+TEST_F(ObjectTable, ACallDuringTheFactoryGetsItsObject) {
     const int early = returnedWhileAFactoryRuns(
         "ObjectTable.awaited", [] { EXPECT_EQ(findObject("ObjectTable.awaited"), &objects[0]); },
         [] { EXPECT_EQ(registerObject("ObjectTable.awaited", makeSecond), &objects[0]); });

@@ -40,11 +40,10 @@ static_assert(std::is_same_v<decltype(&PropertyManager::setProperty),
 static_assert(std::is_same_v<decltype(&PropertyManager::clearProperty),
                              void (PropertyManager::*)(const WideString&)>);
 
-// Longer than what a string holds within itself.
+// Longer than the small-string buffer.
 const std::string longText = "a text that is longer than what a string holds within itself";
 
-/// Clears at its end what the test has set, so that tests also run one after the other in one
-/// process.
+/// Clears afterwards what the test has set, so that the tests can share a process.
 class Properties : public testing::Test {
 protected:
     ~Properties() override {
@@ -91,18 +90,18 @@ private:
     std::set<WideString> names_;
 };
 
-TEST_F(Properties, AreInOneStoreThatEveryCallGivesOut) {
+TEST_F(Properties, AreInOneStoreThatEveryCallReturns) {
     ASSERT_NE(Framework::propertyManager(), nullptr);
     EXPECT_EQ(Framework::propertyManager(), Framework::propertyManager());
     EXPECT_EQ(Framework::propertyManager(), &store);
 }
 
-TEST_F(Properties, AreStillThereWhenTheStoreIsGivenOutAgain) {
+TEST_F(Properties, AreStillThereWhenTheStoreIsRequestedAgain) {
     set("name", longText);
     EXPECT_EQ(Framework::propertyManager()->readProperty(wide("name")), wide(longText));
 }
 
-TEST_F(Properties, OfANameThatNobodySetAreNotThere) {
+TEST_F(Properties, OfANameThatWasNeverSetAreNotThere) {
     EXPECT_FALSE(has("nobody's"));
     EXPECT_EQ(readFailure(wide("nobody's")), "Trying to read unexistent property: nobody's");
     EXPECT_EQ(clearFailure(wide("nobody's")), "Trying to clear an unexistent property: nobody's");
@@ -204,7 +203,7 @@ TEST_F(Properties, HaveCaseSensitiveNames) {
     EXPECT_FALSE(has("\xC9"));
 }
 
-TEST_F(Properties, HaveNamesThatNothingTrims) {
+TEST_F(Properties, HaveNamesThatAreNotTrimmed) {
     set("name", "value");
     EXPECT_FALSE(has(" name"));
     EXPECT_FALSE(has("name "));
@@ -212,7 +211,7 @@ TEST_F(Properties, HaveNamesThatNothingTrims) {
     EXPECT_FALSE(has("names"));
 }
 
-TEST_F(Properties, WhoseNamesDifferBehindAZeroUnitAreTwo) {
+TEST_F(Properties, WhoseNamesDifferAfterAZeroUnitAreTwo) {
     set("name\0a"s, "a");
     EXPECT_FALSE(has("name\0b"s));
     EXPECT_FALSE(has("name"));
@@ -272,7 +271,7 @@ TEST_F(Properties, AreReportedByAnEmptyTextIfAUnitIsAbove255) {
     }
 }
 
-TEST_F(Properties, AreReportedInFullIfTheUnitAbove255IsBehindAZeroUnit) {
+TEST_F(Properties, AreReportedInFullIfTheUnitAbove255FollowsAZeroUnit) {
     const WideString name = wide("name\0"s) + static_cast<Unit>(0x0100);
     EXPECT_EQ(readFailure(name), "Trying to read unexistent property: name");
     EXPECT_EQ(clearFailure(name), "Trying to clear an unexistent property: name");
@@ -300,7 +299,7 @@ TEST_F(Properties, AreAllStillThereAfterAFailure) {
     EXPECT_FALSE(store.hasProperty(WideString(1, static_cast<Unit>(0x0100))));
 }
 
-TEST_F(Properties, StayAtTheirPlaceWhileOtherNamesComeAndGo) {
+TEST_F(Properties, StayAtTheirAddressWhileOtherNamesAreSetAndCleared) {
     for (const std::string& value : {"short"s, longText}) {
         set("kept", value);
         const WideString& kept = store.readProperty(wide("kept"));
@@ -319,7 +318,7 @@ TEST_F(Properties, StayAtTheirPlaceWhileOtherNamesComeAndGo) {
     }
 }
 
-TEST_F(Properties, AreCopiesOfWhatTheCallerGave) {
+TEST_F(Properties, AreCopiesOfTheArguments) {
     for (const std::string& text : {"text"s, longText}) {
         auto name = std::make_unique<WideString>(wide(text));
         auto value = std::make_unique<WideString>(wide("value of " + text));
@@ -373,7 +372,7 @@ TEST_F(Properties, AreReachedThroughTheSlotsInThisOrder) {
     EXPECT_THROW(clear(&store, name), FrameworkException);
 }
 
-/// A store of somebody else's, to see what the abstract class itself has.
+/// Another implementation, to see what the abstract class itself has.
 class OtherStore : public PropertyManager {
 public:
     explicit OtherStore(int* destroyed) : destroyed_(destroyed) {}
@@ -395,7 +394,7 @@ private:
 TEST_F(Properties, HaveNoFurtherSlots) {
     int destroyed = 0;
     const OtherStore other(&destroyed);
-    // What a derived class adds comes right behind the destructor and the four operations.
+    // A derived class's slots follow the destructor and the four operations.
     EXPECT_EQ(support::SlotProbe(&other).at<int(const OtherStore*)>(
                   support::firstSlotAfterDestructor + 4)(&other),
               42);

@@ -17,7 +17,7 @@ void expectTheStringsOwnOrder(const WideString& left, const WideString& right) {
     EXPECT_EQ(order(right, left), right < left);
 }
 
-TEST(UnitOrders, AreThoseOfTheStringsAtWhateverUnitTheyDiffer) {
+TEST(UnitOrders, AreThoseOfTheStringsForADifferenceAtAnyUnit) {
     constexpr std::size_t longest = 13;
     // A byte that differs, the sign, the zero unit, and no difference.
     for (const Unit unit :

@@ -1,4 +1,4 @@
-# Linked with the library alone, and with nothing of the framework module, which one test loads.
+# Linked with the library alone. One test loads the framework module.
 add_executable(zol_registry_tests
     real/AccessDeniedTest.cpp
     real/CopyTest.cpp

@@ -1,5 +1,5 @@
-# There is no registry here: the sources of the registry access are built against headers of their
-# own, behind which a registry lies in memory.
+# Linux has no registry: the sources of the registry access are built against a <windows.h> that is
+# implemented by a registry in memory.
 set(simulation ${PROJECT_SOURCE_DIR}/tests/support/registry)
 set(registry_simulation
     ${PROJECT_SOURCE_DIR}/tests/support/FailingAllocator.cpp
@@ -43,7 +43,7 @@ target_include_directories(zol_registry_tests PRIVATE ${registry_includes})
 target_link_libraries(zol_registry_tests PRIVATE zol_settings zol_boost_thread zol_gtest_main)
 zol_add_tests(zol_registry_tests)
 
-# Random sequences of operations beside a model of them.
+# Compares random sequences of operations with a model.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NOT ZOL_SANITIZE MATCHES "thread")
     add_executable(zol_registry_fuzzer
         ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/corpus

@@ -28,7 +28,7 @@ TEST_P(CounterOutOfMemory, ANewCounterThatFailsLeavesTheTableAsItWas) {
     EXPECT_EQ(other.next(), 1);
 }
 
-TEST_P(CounterOutOfMemory, AKnownCounterThatCannotBeSearchedForGoesOnAfterwards) {
+TEST_P(CounterOutOfMemory, AFailedSearchLeavesAKnownCounterUsable) {
     const std::string name = uniqueName();
     Counter& counter = Counter::counter(name.c_str());
     counter.next();

@@ -48,16 +48,17 @@ TEST_P(CrisisLoggerOutOfMemory, InstanceThatFailsHoldsNoFileAndSucceedsLater) {
 TEST_P(CrisisLoggerOutOfMemory, InstanceThatIsRefusedGivesBadAllocInPlaceOfItsException) {
     withCrisisLog([this] {
         std::filesystem::create_directory(CrisisLogSandbox::path);
-        std::string told(500, '\0'); // room for all, allocated before
+        std::string reported(500, '\0'); // large enough, allocated before the failure
         EXPECT_GE(sweep([&] {
                       try {
                           CrisisLogger::instance();
                       } catch (const FrameworkException& exception) {
-                          told.assign(exception.message());
+                          reported.assign(exception.message());
                       }
                   }),
                   4U);
-        EXPECT_EQ(told, std::string("Error opening log file: '") + CrisisLogSandbox::path + "'");
+        EXPECT_EQ(reported,
+                  std::string("Error opening log file: '") + CrisisLogSandbox::path + "'");
         std::filesystem::remove(CrisisLogSandbox::path);
         onAnotherThread([] { CrisisLogger::instance().log("works"); });
         EXPECT_NE(content().find(" - works\n"), std::string::npos);

@@ -33,16 +33,16 @@ TEST_P(DLLHolderOutOfMemory, TheConstructorLeavesNothing) {
 
 TEST_P(DLLHolderOutOfMemory, ResolvingWhatIsMissingGivesBadAllocInPlaceOfItsError) {
     const DLLHolder holder("no such library", "");
-    std::string told(500, '\0'); // room for all, allocated before
+    std::string message(500, '\0'); // large enough, allocated before the failure
     EXPECT_GE(sweep([&] {
                   try {
                       holder.resolve<void()>("aFunctionWithALongName");
                   } catch (const std::runtime_error& error) {
-                      told.assign(error.what());
+                      message.assign(error.what());
                   }
               }),
               4U);
-    EXPECT_EQ(told.substr(0, told.find(' ', told.find('\n'))),
+    EXPECT_EQ(message.substr(0, message.find(' ', message.find('\n'))),
               "Unable to resolve function aFunctionWithALongName from dynamic library\n"
               "Expression");
 }
@@ -52,7 +52,7 @@ TEST_P(DLLHolderOutOfMemory, ResolvingWhatIsThereNeedsNone) {
     EXPECT_EQ(allocationsOf([&] { holder.resolve<void()>("createBackend"); }), 0U);
 }
 
-TEST_P(DLLHolderOutOfMemory, ADetailThatFailsIsNotThereNotEvenHalf) {
+TEST_P(DLLHolderOutOfMemory, AFailedDetailIsOmittedCompletely) {
     const bool condition = false;
     AssertionStream assertion(&condition, "failure");
     const std::string veryLong(2000, 'x');
@@ -68,16 +68,16 @@ TEST_P(DLLHolderOutOfMemory, RaisingGivesBadAllocInPlaceOfTheFailureAndLaterTheF
     const bool condition = false;
     AssertionStream assertion(&condition, longText);
     assertion << "details";
-    std::string told(500, '\0');
+    std::string message(500, '\0');
     EXPECT_GE(sweep([&] {
                   try {
                       assertion.raise();
                   } catch (const std::runtime_error& error) {
-                      told.assign(error.what());
+                      message.assign(error.what());
                   }
               }),
               2U);
-    EXPECT_EQ(told, std::string("details\n") + longText);
+    EXPECT_EQ(message, std::string("details\n") + longText);
 }
 
 TEST_P(DLLHolderOutOfMemory, AnAssertionThatHoldsNeedsNone) {

@@ -16,7 +16,7 @@ namespace {
 class LogStreamOutOfMemory : public support::OutOfMemory {};
 ZOL_INSTANTIATE_OUT_OF_MEMORY(LogStreamOutOfMemory);
 
-TEST_P(LogStreamOutOfMemory, ALineThatCannotBeBuiltIsNotLoggedNotEvenHalf) {
+TEST_P(LogStreamOutOfMemory, ALineThatCannotBeBuiltIsNotLoggedEvenInPart) {
     static CountingBackend backend;
     const Installed installed(backend);
     Logger* const logger = Logger::getLogger(uniqueName().c_str());
@@ -34,7 +34,7 @@ TEST_P(LogStreamOutOfMemory, ALineThatCannotBeBuiltIsNotLoggedNotEvenHalf) {
               std::string("first half, ") + longText + veryLong + "1" + veryLong);
 }
 
-TEST_P(LogStreamOutOfMemory, AManipulatorThatFailsLeavesNoHalfLineEither) {
+TEST_P(LogStreamOutOfMemory, AFailedManipulatorLeavesNoPartialLine) {
     static CountingBackend backend;
     const Installed installed(backend);
     Logger* const logger = Logger::getLogger(uniqueName().c_str());

@@ -38,7 +38,7 @@ TEST_P(LoggerExceptionOutOfMemory, TheCopyConstructorLeavesNothingAndItsSourceAl
               4U);
 }
 
-TEST_P(LoggerExceptionOutOfMemory, AnAssignmentThatFailsLeavesEachTextWholeOldOrNew) {
+TEST_P(LoggerExceptionOutOfMemory, AFailedAssignmentLeavesEachTextEitherOldOrNew) {
     const LoggerException source(longText, longFile, 12);
     EXPECT_STREQ(source.filename(), longFile);
     LoggerException target("old", "old file", 5);
@@ -77,7 +77,7 @@ TEST_P(LoggerExceptionOutOfMemory, ANewFileNameThatFailsLeavesTheOldOne) {
     EXPECT_STREQ(exception.filename(), longFile);
 }
 
-TEST_P(LoggerExceptionOutOfMemory, WhatIsEmptyThenAndWholeAtALaterCall) {
+TEST_P(LoggerExceptionOutOfMemory, WhatIsEmptyThenAndCompleteAtALaterCall) {
     std::size_t failedAttempts = 0;
     for (bool failed = true; failed;) {
         const LoggerException exception(longText, longFile, 12);
@@ -97,7 +97,7 @@ TEST_P(LoggerExceptionOutOfMemory, WhatIsEmptyThenAndWholeAtALaterCall) {
     EXPECT_GE(failedAttempts, 3U);
 }
 
-TEST_P(LoggerExceptionOutOfMemory, WhatIsEmptyIfTheNameOfTheClassCannotBeHad) {
+TEST_P(LoggerExceptionOutOfMemory, WhatIsEmptyIfTheClassNameCannotBeDemangled) {
     const LoggerException exception(longText, longFile, 12);
     support::failDemangling(true);
     EXPECT_STREQ(exception.what(), "");

@@ -96,7 +96,7 @@ TEST_P(LoggerOutOfMemory, AFirstMessageThatFailsIsNotThere) {
     EXPECT_EQ(cached(name), std::vector<std::string>{std::string("30 ") + longText});
 }
 
-TEST_P(LoggerOutOfMemory, AnOverflowEntryThatFailsComesWithTheNextMessage) {
+TEST_P(LoggerOutOfMemory, AFailedOverflowEntryIsStoredWithTheNextMessage) {
     const std::string name = uniqueName();
     Logger* const logger = Logger::getLogger(name.c_str());
     std::vector<std::string> expected;
@@ -112,7 +112,7 @@ TEST_P(LoggerOutOfMemory, AnOverflowEntryThatFailsComesWithTheNextMessage) {
     EXPECT_EQ(cached(name), expected);
 }
 
-TEST_P(LoggerOutOfMemory, AMessageOnItsWayToTwoChannelsNeedsNone) {
+TEST_P(LoggerOutOfMemory, DeliveringAMessageToTwoChannelsNeedsNone) {
     static CountingBackend first;
     static CountingBackend second;
     const Installed firstInstalled(first);

@@ -55,7 +55,7 @@ TEST_P(PropertyManagerOutOfMemory, ANewPropertyThatFailsIsAbsentAndTheOthersAreA
     EXPECT_EQ(store().readProperty(name), longValue);
 }
 
-TEST_P(PropertyManagerOutOfMemory, AReplacementThatFailsLosesTheOldEntryToo) {
+TEST_P(PropertyManagerOutOfMemory, AFailedReplacementAlsoRemovesTheOldEntry) {
     const WideString other = uniqueWideName();
     store().setProperty(other, longValue);
     const WideString name = uniqueWideName();

@@ -8,7 +8,7 @@
 
 namespace text {
 
-/// What the insertions make of a TextStream.
+/// The text of the insertions into a TextStream.
 template <typename Insertions>
 std::string textOf(Insertions&& insertions) {
     ZOL::Framework::GenericLogger::detail::TextStream stream;
@@ -16,7 +16,7 @@ std::string textOf(Insertions&& insertions) {
     return stream.str();
 }
 
-/// What they make of a std::ostringstream in the classic locale.
+/// The same with a std::ostringstream in the classic locale.
 template <typename Insertions>
 std::string classicTextOf(Insertions&& insertions) {
     std::ostringstream stream;

@@ -23,7 +23,7 @@ inline std::ostream& operator<<(std::ostream& stream, const Point& point) {
 
 enum Plain { plain = 7 };
 
-/// Nothing of it has a definition to refer to.
+/// Declared constants without a definition.
 struct Declared {
     static const int number = 17;
     static const Plain enumerator = plain;
@@ -141,7 +141,7 @@ void insertValue(Stream& stream, InsertionInput& input) {
     }
 }
 
-/// Changes how values are written from here on, or writes what a manipulator writes.
+/// Inserts a manipulator.
 template <typename Stream>
 void manipulate(Stream& stream, InsertionInput& input) {
     constexpr std::size_t widths = 30;

@@ -52,7 +52,7 @@ void* InsertionInput::address() {
 }
 
 std::string InsertionInput::text() {
-    // Enough pieces to exceed a line's inline buffer now and then.
+    // Enough pieces to exceed a line's inline buffer sometimes.
     constexpr std::size_t pieces = 40;
     const std::size_t wanted = below(4) == 0 ? below(pieces) : below(3);
     std::string result;

@@ -1,5 +1,5 @@
-// Random insertions and manipulators into a TextStream, beside a std::ostringstream. The fuzzer's
-// runtime has the program's entry, and prints how to come by an input again that failed.
+// Compares random insertions and manipulators on a TextStream with a std::ostringstream. libFuzzer
+// has the program's main and prints how to reproduce a failure.
 
 #include <cstddef>
 #include <cstdint>

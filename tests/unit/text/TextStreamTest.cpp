@@ -25,7 +25,7 @@ namespace {
               text::classicTextOf([&](auto& stream) { stream << insertions; }))
 // NOLINTEND(bugprone-macro-parentheses)
 
-/// One value plain, and under flags that are each of consequence for some type.
+/// One value with default flags, and with flags each of which affects some type.
 template <typename Value>
 void expectClassic(const Value& value) {
     EXPECT_CLASSIC(value);
@@ -145,7 +145,7 @@ TEST(TextStreams, TakeConstantsThatAreOnlyDeclared) {
               "177");
 }
 
-TEST(TextStreams, ServeAFunctionThatWantsAStreamAndKeepWhatItSets) {
+TEST(TextStreams, WorkWithAFunctionThatTakesAStreamAndKeepItsSettings) {
     const auto insertions = [](auto& stream) {
         stream << "before " << 1.2345678;
         text::functionOnAStream(stream);
@@ -155,7 +155,7 @@ TEST(TextStreams, ServeAFunctionThatWantsAStreamAndKeepWhatItSets) {
     EXPECT_EQ(text::textOf(insertions), text::classicTextOf(insertions));
 }
 
-TEST(TextStreams, GoOnUnderTheFlagsThatAManipulatorSet) {
+TEST(TextStreams, KeepTheFlagsThatAManipulatorSet) {
     EXPECT_EQ(text::textOf([](auto& stream) {
                   stream << 255 << std::hex << 255 << true << std::boolalpha << true << ' '
                          << std::setw(4) << std::setfill('.') << 'c' << 255;
@@ -163,13 +163,13 @@ TEST(TextStreams, GoOnUnderTheFlagsThatAManipulatorSet) {
               "255ff1true ...cff");
 }
 
-TEST(TextStreams, GrowPastAnyLengthAtWhateverCharacter) {
+TEST(TextStreams, GrowPastEveryLengthAtEveryCharacter) {
     for (const std::size_t length : {398U, 399U, 400U, 401U, 402U, 799U, 800U, 801U, 100000U}) {
         const std::string text(length, 'x');
         EXPECT_CLASSIC(text << 'y' << -1234567 << text << 2.5 << std::hex << text << 255);
         EXPECT_EQ(text::textOf([&](auto& stream) { stream << text << 'y'; }), text + 'y');
     }
-    // One character, one digit at a time across the border.
+    // Crosses the end of the buffer one character at a time.
     const auto bits = [](auto& stream) {
         for (int i = 0; i < 3000; ++i) {
             stream << (i % 2 == 0) << 'c' << i;
@@ -178,7 +178,7 @@ TEST(TextStreams, GrowPastAnyLengthAtWhateverCharacter) {
     EXPECT_EQ(text::textOf(bits), text::classicTextOf(bits));
 }
 
-TEST(TextStreams, EndTheirTextWithAZeroAtWhateverLength) {
+TEST(TextStreams, TerminateTheirTextWithAZeroAtEveryLength) {
     TextStream stream;
     std::string expected;
     for (int i = 0; i < 1000; ++i) {
@@ -188,7 +188,7 @@ TEST(TextStreams, EndTheirTextWithAZeroAtWhateverLength) {
     }
 }
 
-TEST(TextStreams, KeepToTheClassicLocaleWhateverTheProgramsIs) {
+TEST(TextStreams, UseTheClassicLocaleAndNotTheProgramsOwn) {
     const std::locale before =
         std::locale::global(std::locale(std::locale::classic(), new CommaForAPoint));
     const std::string text = text::textOf([](auto& stream) {
@@ -198,7 +198,7 @@ TEST(TextStreams, KeepToTheClassicLocaleWhateverTheProgramsIs) {
     EXPECT_EQ(text, "1234567 1.5   7654321 2.5");
 }
 
-TEST(TextStreams, TakeAThirdOfAMillionRandomLinesAsAStreamDoes) {
+TEST(TextStreams, WriteAThirdOfAMillionRandomLinesAsAStreamDoes) {
     constexpr int lines = 333333;
     constexpr int mostBytes = 60;
     std::mt19937_64 random(1);
@@ -221,7 +221,7 @@ TEST(TextStreams, FailAtANullTextAsAStreamDoes) {
     EXPECT_TRUE(stream.bad());
 }
 
-TEST(TextStreams, TellOfAnInsertionThatFailed) {
+TEST(TextStreams, ReportAFailedInsertion) {
     TextStream stream;
     stream << "fine " << 1 << std::hex;
     EXPECT_FALSE(stream.bad());

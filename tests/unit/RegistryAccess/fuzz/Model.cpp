@@ -25,8 +25,8 @@ std::string lastComponent(const std::string& path) {
     return component;
 }
 
-/// The platform ends texts with a zero where one stands behind them, as it does in all that the
-/// operations hand it.
+/// The platform includes the zero after a text in its data if there is one, and all texts of the
+/// operations have one.
 void store(RegistryKey& key, const std::string& name, DWORD type, std::string data) {
     const bool isText = type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
     if (isText && !data.empty() && data.back() != '\0') {
@@ -44,7 +44,7 @@ Model::Cell::Cell(Model& model, RegistryKey::Pointer openKey)
 
 Model::Cell::~Cell() {
     --model_.openCells_;
-    model_.call(*key); // whatever it answers
+    model_.call(*key); // its result is ignored
 }
 
 void Model::failAt(std::size_t n, LONG code) {

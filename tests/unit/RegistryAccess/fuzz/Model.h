@@ -10,8 +10,7 @@
 
 namespace fuzz {
 
-/// What must come out of the operations of nodes, told plainly. It counts the platform calls, so
-/// that it knows which one fails.
+/// A simple model of the operations of nodes. It counts the platform calls to know which one fails.
 class Model {
 public:
     explicit Model(std::size_t keyLimit) : keyLimit_(keyLimit) {}

@@ -1,5 +1,5 @@
-// Random sequences of node operations, each compared with what a plain model says. The fuzzer's
-// runtime has the program's entry, and prints how to come by an input again that failed.
+// Compares random sequences of node operations with a simple model. libFuzzer has the program's
+// main and prints how to reproduce a failure.
 
 #include <cstddef>
 #include <cstdint>

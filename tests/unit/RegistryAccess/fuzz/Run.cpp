@@ -50,7 +50,7 @@ void Run::execute() {
     check("handles that assignments keep", std::to_string(platform_.openHandles()),
           std::to_string(model_.openCells()));
     for (void* const cell : lostCells_) {
-        support::giveBack(cell);
+        support::releaseReference(cell);
     }
     check("handles at the end", std::to_string(platform_.openHandles()), "0");
     check("the tree", join(platform_.user().listing()), join(model_.tree.listing()));
@@ -77,7 +77,7 @@ void Run::step() {
 }
 
 void Run::put(Slot& slot, const Registry& node, Model::Node modelled) {
-    // A node without a key is not to be copied.
+    // A node without a key must not be copied.
     slot.node =
         modelled.cell == nullptr ? std::make_unique<Registry>() : std::make_unique<Registry>(node);
     slot.modelled = std::move(modelled);
@@ -259,7 +259,7 @@ void Run::placeValue() {
     const DWORD type = input_.type();
     std::string data = input_.data();
     if (data.size() == 261 && data.back() != '\0') {
-        data.pop_back(); // what stands behind that much is not told
+        data.pop_back(); // the byte after the data is not reported
     }
     trace_.push_back("another program's " + shorten(name) + " in " + shorten(path));
     for (RegistryKey* const tree : {&platform_.user(), &model_.tree}) {

@@ -13,12 +13,12 @@
 
 namespace fuzz {
 
-/// One sequence of operations, done with nodes and in the model side by side.
+/// Performs one sequence of operations on nodes and on the model.
 class Run {
 public:
     explicit Run(OperationInput input);
 
-    /// Ends the program, and tells what was done so far, at the first thing that differs.
+    /// At the first difference prints the operations so far and aborts.
     void execute();
 
 private:
@@ -42,7 +42,7 @@ private:
     Slot& slot() { return slots_[input_.below(slots_.size())]; }
     void put(Slot& slot, const ZOL::RegistryAccess::Registry& node, Model::Node modelled);
 
-    /// Runs both, with one of the calls failing now and then, and compares what comes out.
+    /// Runs both, sometimes with a failing platform call, and compares the results.
     void compare(const std::string& what, const std::function<std::string()>& real,
                  const std::function<std::string()>& modelled);
     void compareState();
@@ -52,7 +52,7 @@ private:
     support::SimulatedRegistry platform_;
     Model model_;
     std::array<Slot, 4> slots_;
-    std::vector<void*> lostCells_; // those that an assignment keeps for ever
+    std::vector<void*> lostCells_; // leaked by an assignment
     std::vector<Model::Node> lostNodes_;
     std::vector<std::string> trace_;
 };

@@ -1,5 +1,5 @@
-// What a key that refuses makes of each operation, on the real registry: its owner or its access
-// list is changed, so that the platform itself answers.
+// Each operation on a key without access rights, on the real registry: the owner or the access list
+// of the key is changed.
 
 #include <gtest/gtest.h>
 

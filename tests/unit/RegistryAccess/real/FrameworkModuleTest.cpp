@@ -1,4 +1,4 @@
-// The framework module carries the registry access, and offers it to nobody.
+// The framework module contains the registry access and does not export it.
 
 #include <algorithm>
 #include <stdexcept>

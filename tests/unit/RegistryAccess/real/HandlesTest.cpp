@@ -1,4 +1,4 @@
-// What the nodes open, and that they close it: counted by the system.
+// Nodes close the handles that they open. The system counts them.
 
 #include <functional>
 #include <string>

@@ -165,8 +165,8 @@ TEST_F(RegistryNode, WorksOnAfterAFailure) {
     EXPECT_EQ(node.createSubKey("a").getName(), "a");
 }
 
-// Here two nodes have one key without knowing it. The second to end would close it again, or what
-// has got its number meanwhile, so in these two tests one node never ends.
+// Here two nodes own the same handle. The second destructor would close it again, or another key
+// that got the same handle since, so these two tests leak one node.
 
 TEST_F(RegistryNode, OpenSubKeyWithAnEmptyNameGivesTheKeyItself) {
     Registry node = make();

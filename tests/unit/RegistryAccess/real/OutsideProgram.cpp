@@ -9,7 +9,7 @@ namespace support {
 
 namespace {
 
-/// A temporary file; the object's end is the file's.
+/// A temporary file, deleted by the destructor.
 class TemporaryFile {
 public:
     explicit TemporaryFile(DWORD flags) {

@@ -10,15 +10,15 @@ struct ProgramResult {
     std::string output; ///< in the ANSI code page, with bare line feeds
 };
 
-/// Runs the system's reg.exe. The arguments have neither quotation marks nor backslashes at their
-/// ends, which every program reads differently.
+/// Runs the system's reg.exe. The arguments must not end with quotation marks or backslashes, which
+/// programs parse differently.
 ProgramResult runReg(const std::vector<std::string>& arguments);
 
-/// Has regedit take over a registration file of the old, 8-bit kind, given without its first line.
+/// Imports a registration file of the old 8-bit format, given without its first line, with regedit.
 /// Throws if it does not.
 void importWithRegedit(const std::string& lines);
 
-/// Has regedit take over a registration file of the new, 16-bit kind, given without its first line.
+/// The same with a file of the 16-bit format.
 void importWithRegedit(const std::wstring& lines);
 
 } // namespace support

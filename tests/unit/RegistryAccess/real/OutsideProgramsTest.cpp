@@ -39,7 +39,7 @@ protected:
         return "    " + name + "    " + type + "    " + data + "\n";
     }
 
-    /// What `reg query` writes for a key with values, as far as Wine's goes.
+    /// The output of `reg query` for a key with values; Wine's has no more.
     static std::string listing(const std::string& key, const std::string& lines) {
         return "\n" + key + "\n" + lines + "\n";
     }

@@ -11,8 +11,8 @@ namespace support {
 
 using ZOL::RegistryAccess::Registry;
 
-/// Gives each test a key of its own below HKEY_CURRENT_USER, and takes it away afterwards with
-/// everything below it, whether the test passed or not.
+/// Each test has its own key below HKEY_CURRENT_USER, which is deleted afterwards with its sub keys
+/// even if the test failed.
 class RegistryFixture : public testing::Test {
 protected:
     RegistryFixture();

@@ -155,7 +155,7 @@ TEST_F(RegistryValues, ALoneZeroIsStoredAsIs) {
 
 TEST_F(RegistryValues, ThePlatformEndsATextThatHasNoZeroWhateverLiesBehindTheCallersBytes) {
     Registry::Bytes text = bytes("abcdefgh");
-    text.resize(3); // and a letter stays behind them
+    text.resize(3); // and a letter follows them
     node_.updateStringValue("text", text);
     EXPECT_EQ(rawValue(path(), "text"), (RawValue{REG_SZ, std::string("abc\0", 4)}));
     EXPECT_EQ(node_.getStringValue("text"), bytes("abc"));

@@ -24,7 +24,7 @@ protected:
     Lines calls;
 };
 
-TEST_F(CopyFrom, CopiesValuesThenListsAllSubKeysThenGoesDownOneByOne) {
+TEST_F(CopyFrom, CopiesValuesThenListsAllSubKeysThenCopiesThemOneByOne) {
     source.setValue("v", REG_BINARY, "x");
     source.make("a\\b");
     source.make("c");
@@ -57,7 +57,7 @@ TEST_F(CopyFrom, CopiesValuesThenListsAllSubKeysThenGoesDownOneByOne) {
     EXPECT_EQ(key.listing(), source.listing());
 }
 
-TEST_F(CopyFrom, MergesIntoWhatIsThereAndDeletesNothing) {
+TEST_F(CopyFrom, MergesIntoExistingContentAndDeletesNothing) {
     key.make("Sub")->setValue("Same", REG_SZ, "old");
     key.make("sub")->setValue("own", REG_SZ, "own");
     key.make("sub\\own");
@@ -84,7 +84,7 @@ TEST_F(CopyFrom, OfTheNodeItselfChangesNothing) {
     EXPECT_EQ(key.listing(), before);
 }
 
-TEST_F(CopyFrom, GoesHundredsOfLevelsDown) {
+TEST_F(CopyFrom, CopiesHundredsOfLevels) {
     RegistryKey* level = &source;
     for (int i = 0; i < 500; ++i) {
         level = level->make("level").get();
@@ -103,7 +103,7 @@ TEST_F(CopyFrom, CopiesAThousandSubKeysAndAThousandValues) {
     EXPECT_EQ(key.listing(), source.listing());
 }
 
-TEST_F(CopyFrom, GoesOnToTheSubKeysIfValuesStoppedSilently) {
+TEST_F(CopyFrom, CopiesTheSubKeysIfValuesStoppedSilently) {
     source.setValue("too long", REG_BINARY, std::string(262, 'x'));
     source.setValue("behind", REG_BINARY, "x");
     source.make("sub")->setValue("v", REG_BINARY, "y");
@@ -132,14 +132,14 @@ TEST_F(CopyFrom, StopsWhereASubKeyOfTheSourceCannotBeListed) {
     EXPECT_EQ(platform.openHandles(), 2U);
 }
 
-/// Whatever call fails at whatever depth, no handle stays open.
+/// No handle stays open for any failed call at any depth.
 class CopyOfADeepTree : public CopyFrom, public testing::WithParamInterface<LONG> {};
 INSTANTIATE_TEST_SUITE_P(AnsweredWith, CopyOfADeepTree,
                          testing::Values(ERROR_ACCESS_DENIED, ERROR_MORE_DATA, ERROR_NO_MORE_ITEMS,
                                          31337),
                          [](const auto& instance) { return std::to_string(instance.param); });
 
-TEST_P(CopyOfADeepTree, LeavesNoHandleOpenWhicheverCallFails) {
+TEST_P(CopyOfADeepTree, LeavesNoHandleOpenForAnyFailedCall) {
     for (const char* const path : {"a\\b\\c\\d\\e", "a\\b\\x", "a\\y", "f\\g", "h"}) {
         source.make(path)->setValue("value", REG_BINARY, path);
     }

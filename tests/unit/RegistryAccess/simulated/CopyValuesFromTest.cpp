@@ -47,13 +47,13 @@ TEST_F(CopyValuesFrom, KeepsTypesAndEmbeddedZeros) {
     EXPECT_EQ(key.listing(), source.listing());
 }
 
-TEST_F(CopyValuesFrom, HandsOnTheSizeOfDataThatHasNoTerminator) {
+TEST_F(CopyValuesFrom, PassesTheSizeOfDataThatHasNoTerminator) {
     source.setValue("text", REG_SZ, "abc");
     copy();
     EXPECT_EQ(calls.at(1), "RegSetValueExA(k1, \"text\", 0, 1, \"abc\", 3)");
 }
 
-TEST_F(CopyValuesFrom, ReadsNothingThatIsNotItsOwnBehind261BytesOfText) {
+TEST_F(CopyValuesFrom, ReadsNothingPastItsBufferAfter261BytesOfText) {
     source.setValue("text", REG_SZ, std::string(261, 'x'));
     copy();
     EXPECT_EQ(calls.at(1),
@@ -144,7 +144,7 @@ TEST_F(CopyValuesFrom, StopsSilentlyAtAnyFailureOfAWrite) {
     }
 }
 
-TEST_F(CopyValuesFrom, CutsTheNameToTheLengthThatThePlatformTells) {
+TEST_F(CopyValuesFrom, CutsTheNameToTheLengthThatThePlatformReports) {
     source.setValue("name and more", REG_BINARY, "bytes");
     platform.misstateLengths(4, 3);
     copy();

@@ -1,4 +1,4 @@
-// Each operation, with each of its calls answered by each of these codes.
+// Each operation, with each of its platform calls returning each of these result codes.
 
 #include <random>
 #include <tuple>
@@ -26,7 +26,7 @@ LONG randomCode() {
     return code;
 }
 
-/// Which operation's throw sites apply to a call that another one makes by way of it.
+/// The operation whose throw sites apply to a call that another operation makes through it.
 std::string ownerOf(const std::string& operation, const std::string& function) {
     if (operation == "getSubKeys" || operation == "copyFrom") {
         if (function == "RegEnumKeyA") {
@@ -75,7 +75,7 @@ protected:
         return given == anyCode ? randomCode() : given;
     }
 
-    /// The operation's calls if each is answered truly.
+    /// The operation's calls if none fails.
     Lines callsOfSuccess() {
         resetTree();
         Registry own = node();
@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(Of, EveryCall,
                                     (code == anyCode ? "AnyCode" : "Code" + std::to_string(code));
                          });
 
-TEST_P(EveryCall, MayFailAndThatThrowsWhatTheCallsPlaceSays) {
+TEST_P(EveryCall, ThrowsTheErrorOfItsThrowSiteIfItFails) {
     const Lines calls = callsOfSuccess();
     ASSERT_GT(calls.size(), 0U);
     for (std::size_t n = 1; n <= calls.size(); ++n) {
@@ -135,7 +135,7 @@ TEST_P(EveryCall, MayFailAndThatThrowsWhatTheCallsPlaceSays) {
     }
 }
 
-TEST_P(EveryCall, IsTheLastOneIfItFailsUnlessItClosesAKeyOrEndsAWalk) {
+TEST_P(EveryCall, IsTheLastIfItFailsUnlessItClosesAKeyOrEndsAnEnumeration) {
     const Lines calls = callsOfSuccess();
     for (std::size_t n = 1; n <= calls.size(); ++n) {
         const std::string function = calls[n - 1].substr(0, calls[n - 1].find('('));

@@ -27,7 +27,7 @@ TEST_F(GetStringValue, WalksTheValuesWithFreshBuffersUpToTheWantedOne) {
                      "RegEnumValueA(k1, 2, zeros, 261, null, type, zeros, 261)"}));
 }
 
-TEST_F(GetStringValue, OfAMissingValueIsNotFoundBehindTheLastValue) {
+TEST_F(GetStringValue, OfAMissingValueIsNotFoundAfterTheLastValue) {
     key.setValue("one", REG_SZ, "x");
     key.setValue("two", REG_SZ, "y");
     EXPECT_EQ(failureOf("missing"), "NotFound 345");
@@ -70,13 +70,13 @@ TEST_F(GetStringValue, TakesTheNamesLengthFromThePlatformAndNotFromAZero) {
     EXPECT_EQ(get(std::string("name\0tail", 9)), "with a zero in its name");
 }
 
-TEST_F(GetStringValue, CutsTheNameToTheLengthThatThePlatformTells) {
+TEST_F(GetStringValue, CutsTheNameToTheLengthThatThePlatformReports) {
     key.setValue("name and more", REG_SZ, "text");
     platform.misstateLengths(4, 4);
     EXPECT_EQ(get("name"), "text");
 }
 
-TEST_F(GetStringValue, CutsTheDataAtItsFirstZeroWhateverLengthThePlatformTells) {
+TEST_F(GetStringValue, CutsTheDataAtItsFirstZeroForEveryLengthThatThePlatformReports) {
     key.setValue("name", REG_SZ, std::string("text\0behind", 11));
     for (const DWORD told : {0U, 1U, 4U, 11U, 261U, 100000U}) {
         platform.misstateLengths(4, told);
@@ -95,7 +95,7 @@ TEST_F(GetStringValue, DoesNotTakeAnotherValueForTheDefaultOne) {
     EXPECT_EQ(failureOf(""), "NotFound 345");
 }
 
-TEST_F(GetStringValue, GivesWhatStandsBeforeTheFirstZeroWithoutATerminator) {
+TEST_F(GetStringValue, ReturnsTheTextBeforeTheFirstZeroWithoutATerminator) {
     key.setValue("name", REG_SZ, std::string("before\0behind\0", 14));
     EXPECT_EQ(get("name"), "before");
     key.setValue("name", REG_SZ, std::string("\0behind", 7));
@@ -139,7 +139,7 @@ TEST_F(GetStringValue, ReadsAsMuchAs261BytesWithTheirTerminator) {
     EXPECT_EQ(get("name"), std::string(260, 'x'));
 }
 
-TEST_F(GetStringValue, ReadsNothingBehind261BytesWithoutAZero) {
+TEST_F(GetStringValue, ReadsNothingAfter261BytesWithoutAZero) {
     key.setValue("name", REG_BINARY, std::string(261, 'x'));
     EXPECT_EQ(get("name"), std::string(261, 'x'));
 }
@@ -150,14 +150,14 @@ TEST_F(GetStringValue, EndsAtMoreThan261BytesOfDataOfTheWantedValue) {
     EXPECT_EQ(platform.takeCalls().size(), 1U) << "no second attempt";
 }
 
-TEST_F(GetStringValue, EndsAtMoreThan261BytesOfDataOfAValueOnTheWay) {
+TEST_F(GetStringValue, EndsAtMoreThan261BytesOfDataOfAnEarlierValue) {
     key.setValue("long", REG_BINARY, std::string(262, 'x'));
     key.setValue("name", REG_SZ, "text");
     EXPECT_EQ(failureOf("name"), "OpenError 350");
     EXPECT_EQ(platform.takeCalls().size(), 1U);
 }
 
-TEST_F(GetStringValue, PassesALongValueBehindTheWantedOne) {
+TEST_F(GetStringValue, IgnoresALongValueAfterTheWantedOne) {
     key.setValue("name", REG_SZ, "text");
     key.setValue("long", REG_BINARY, std::string(262, 'x'));
     EXPECT_EQ(get("name"), "text");
@@ -179,7 +179,7 @@ TEST_F(GetStringValue, ComparesANameThatFillsTheBufferToItsLastByte) {
     EXPECT_EQ(failureOf(std::string(260, 'n')), "NotFound 345");
 }
 
-TEST_F(GetStringValue, SaysWhichWayAFailureInTheMiddleOfTheWalkWent) {
+TEST_F(GetStringValue, ReportsAFailureInTheMiddleOfTheEnumeration) {
     key.setValue("one", REG_SZ, "x");
     key.setValue("two", REG_SZ, "y");
     const std::vector<std::pair<LONG, std::string>> expected = {{5, "AccessDenied 342"},

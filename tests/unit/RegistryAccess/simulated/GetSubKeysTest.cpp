@@ -61,7 +61,7 @@ TEST_F(GetSubKeys, GivesNodesThatOutliveTheOneThatListedThem) {
     EXPECT_TRUE(subKeys.at(0).hasSubKey("below"));
 }
 
-TEST_F(GetSubKeys, KeepsAKeyOpenAsLongAsACopyOfItsElementLives) {
+TEST_F(GetSubKeys, KeepsAKeyOpenWhileACopyOfItsElementExists) {
     key.make("one");
     key.make("two");
     const Registry kept = own->getSubKeys().at(1);
@@ -128,7 +128,7 @@ TEST_F(GetSubKeys, EndsAtAnEnumerationThatFailsInTheMiddle) {
     EXPECT_EQ(platform.openHandles(), 1U);
 }
 
-TEST_F(GetSubKeys, IsOverAtTheFirst259) {
+TEST_F(GetSubKeys, EndsAtTheFirst259) {
     key.make("one");
     key.make("two");
     platform.answer("RegEnumKeyA", 2, ERROR_NO_MORE_ITEMS);

@@ -36,7 +36,7 @@ TEST_F(HandleHolder, IsSharedByCopiesAndCountsThem) {
     EXPECT_EQ(platform.takeCalls(), Lines());
 }
 
-TEST_F(HandleHolder, ClosesTheKeyOnceWhenTheLastCopyGoes) {
+TEST_F(HandleHolder, ClosesTheKeyOnceWhenTheLastCopyIsDestroyed) {
     auto first = std::make_unique<Registry>(node());
     auto second = std::make_unique<Registry>(*first);
     first.reset();
@@ -90,7 +90,7 @@ TEST_F(HandleHolder, CountsAssignmentsOntoNodesWithoutAKey) {
     EXPECT_EQ(referencesOf(made), 1);
 }
 
-TEST_F(HandleHolder, KeepsTheOldKeyOpenForEverIfANodeIsAssignedAnother) {
+TEST_F(HandleHolder, LeaksTheOldKeyIfANodeIsAssignedAnother) {
     void* oldCell = nullptr;
     {
         Registry target = node("old");
@@ -105,11 +105,11 @@ TEST_F(HandleHolder, KeepsTheOldKeyOpenForEverIfANodeIsAssignedAnother) {
     }
     EXPECT_EQ(platform.takeCalls(), (Lines{"RegCloseKey(k2)"}));
     EXPECT_EQ(platform.openHandles(), 1U);
-    support::giveBack(oldCell);
+    support::releaseReference(oldCell);
     EXPECT_EQ(platform.takeCalls(), (Lines{"RegCloseKey(k1)"}));
 }
 
-TEST_F(HandleHolder, GainsAReferenceThatNobodyGivesBackIfANodeIsAssignedToItself) {
+TEST_F(HandleHolder, LeaksAReferenceIfANodeIsAssignedToItself) {
     void* cell = nullptr;
     {
         Registry made = node("made");
@@ -122,11 +122,11 @@ TEST_F(HandleHolder, GainsAReferenceThatNobodyGivesBackIfANodeIsAssignedToItself
     }
     EXPECT_EQ(platform.takeCalls(), Lines());
     EXPECT_EQ(platform.openHandles(), 1U);
-    support::giveBack(cell);
+    support::releaseReference(cell);
     EXPECT_EQ(platform.openHandles(), 0U);
 }
 
-TEST_F(HandleHolder, GainsOneTooIfANodeIsAssignedACopyOfItself) {
+TEST_F(HandleHolder, LeaksAReferenceIfANodeIsAssignedACopyOfItself) {
     void* cell = nullptr;
     {
         Registry made = node();
@@ -136,7 +136,7 @@ TEST_F(HandleHolder, GainsOneTooIfANodeIsAssignedACopyOfItself) {
         EXPECT_EQ(referencesIn(cell), 3);
     }
     EXPECT_EQ(platform.openHandles(), 1U);
-    support::giveBack(cell);
+    support::releaseReference(cell);
 }
 
 TEST_F(HandleHolder, IsNotSharedByTwoNodesOfOneKeyWhichCloseInTheOrderOfTheirEnds) {

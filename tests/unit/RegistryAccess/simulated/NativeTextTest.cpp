@@ -41,13 +41,13 @@ TEST(LastPathComponent, OfAPathWithoutABackslashIsThePath) {
     EXPECT_EQ(lastPathComponent("with/slash"), "with/slash");
 }
 
-TEST(LastPathComponent, StandsBehindTheLastBackslash) {
+TEST(LastPathComponent, FollowsTheLastBackslash) {
     EXPECT_EQ(lastPathComponent("one\\two\\three"), "three");
     EXPECT_EQ(lastPathComponent("\\key"), "key");
     EXPECT_EQ(lastPathComponent("one\\\\two"), "two");
 }
 
-TEST(LastPathComponent, BehindATrailingBackslashIsEmpty) {
+TEST(LastPathComponent, AfterATrailingBackslashIsEmpty) {
     EXPECT_EQ(lastPathComponent("one\\two\\"), "");
     EXPECT_EQ(lastPathComponent("\\"), "");
 }

@@ -33,7 +33,7 @@ std::int32_t referencesIn(const void* cell) {
     return references;
 }
 
-void giveBack(void* cell) {
+void releaseReference(void* cell) {
     Registry node;
     std::memcpy(reinterpret_cast<char*>(&node) + cellOffset, &cell, sizeof(cell));
 }

@@ -4,7 +4,7 @@
 
 #include "ZOL/RegistryAccess/Registry.h"
 
-/// A look into a node: behind its name it has a pointer to a cell, and the cell has the key and
+/// The private data of a node: after its name it has a pointer to a cell, which holds the key and
 /// the number of nodes that share it.
 namespace support {
 
@@ -22,8 +22,8 @@ inline std::int32_t referencesOf(const ZOL::RegistryAccess::Registry& node) {
     return referencesIn(cellOf(node));
 }
 
-/// Takes one reference from the cell, as the end of a node does: for those that assignment never
-/// gives back.
-void giveBack(void* cell);
+/// Releases one reference of the cell, as a node's destructor does: for those that assignment
+/// leaks.
+void releaseReference(void* cell);
 
 } // namespace support

@@ -24,7 +24,7 @@ TEST_F(Open, OpensOnceAndClosesOnce) {
               (Lines{"RegOpenKeyA(HKCU, \"Software\\Sample\", key)", "RegCloseKey(k1)"}));
 }
 
-TEST_F(Open, HandsTheRootOnAsItIs) {
+TEST_F(Open, PassesTheRootUnchanged) {
     platform.root(HKEY_LOCAL_MACHINE).make("a\\b");
     const Registry outer = Registry::open(HKEY_LOCAL_MACHINE, "a");
     const Registry inner = Registry::open(support::keyOf(outer), "b");
@@ -38,7 +38,7 @@ TEST_F(Open, NamesTheNodeAfterTheLastComponentAlone) {
     EXPECT_EQ(Registry::open(HKEY_CURRENT_USER, "one").getName(), "one");
 }
 
-TEST_F(Open, NamesTheNodeAsThePathIsWrittenWhateverTheCaseOfTheKey) {
+TEST_F(Open, NamesTheNodeAsThePathIsWrittenRegardlessOfTheCaseOfTheKey) {
     platform.user().make("Software\\Sample");
     EXPECT_EQ(Registry::open(HKEY_CURRENT_USER, "SOFTWARE\\sAMPLE").getName(), "sAMPLE");
 }
@@ -55,7 +55,7 @@ TEST_F(Open, OfAMissingKeyIsAnOpenErrorAndNotNotFound) {
     EXPECT_EQ(platform.user().listing(), Lines());
 }
 
-TEST_F(Open, HandsOnTheBytesOfThePathAsTheyAre) {
+TEST_F(Open, PassesTheBytesOfThePathUnchanged) {
     platform.user().make("caf\xe9\\\xc4\xd6");
     const Registry node = Registry::open(HKEY_CURRENT_USER, "caf\xe9\\\xc4\xd6");
     EXPECT_EQ(node.getName(), "\xc4\xd6");
@@ -73,7 +73,7 @@ TEST_F(Open, TwiceOfOnePathGivesTwoCellsWithTwoHandles) {
 
 class Create : public support::RegistryTest {};
 
-TEST_F(Create, MakesTheKeyWithAllThatLiesOnTheWay) {
+TEST_F(Create, MakesTheKeyWithItsMissingParents) {
     {
         // Destroyed at once.
         const Registry node = Registry::create(HKEY_CURRENT_USER, "one\\two\\three");
@@ -90,7 +90,7 @@ TEST_F(Create, OpensAKeyThatIsThereInACellOfItsOwn) {
     EXPECT_EQ(platform.user().listing(), (Lines{"Key\\"}));
 }
 
-TEST_F(Create, HandsTheRootOnAsItIs) {
+TEST_F(Create, PassesTheRootUnchanged) {
     Registry::create(HKEY_LOCAL_MACHINE, "key");
     EXPECT_EQ(platform.takeCalls(),
               (Lines{"RegCreateKeyA(HKLM, \"key\", key)", "RegCloseKey(k1)"}));
@@ -135,7 +135,7 @@ TEST_F(OpenSubKey, OfAMissingKeyMakesNothing) {
     EXPECT_EQ(platform.user().listing(), (Lines{"node\\"}));
 }
 
-TEST_F(OpenSubKey, WithAnEmptyNameHasTheHandleOfItsParentClosedTwice) {
+TEST_F(OpenSubKey, WithAnEmptyNameClosesTheHandleOfItsParentTwice) {
     {
         const Registry parent = node();
         const Registry same = parent.openSubKey("");
@@ -208,7 +208,7 @@ TEST_F(HasSubKey, IsFalseForAnyFailureOfTheOpen) {
     EXPECT_EQ(platform.takeMisuses().size(), 7U);
 }
 
-TEST_F(HasSubKey, IsTrueWhateverTheCloseAnswers) {
+TEST_F(HasSubKey, IsTrueForEveryResultOfTheClose) {
     platform.user().make("node\\sub");
     const Registry parent = node();
     platform.answer("RegCloseKey", 1, ERROR_ACCESS_DENIED);
@@ -217,7 +217,7 @@ TEST_F(HasSubKey, IsTrueWhateverTheCloseAnswers) {
 
 class DeleteSubKey : public support::RegistryTest {};
 
-TEST_F(DeleteSubKey, DeletesTheKeyWithAllBelowItInOneCall) {
+TEST_F(DeleteSubKey, DeletesTheKeyAndItsSubKeysInOneCall) {
     platform.user().make("node\\Sub\\one\\two")->setValue("v", REG_SZ, "x");
     platform.user().make("node\\kept");
     Registry parent = node();
@@ -232,7 +232,7 @@ TEST_F(DeleteSubKey, OfAMissingKeyIsNotFound) {
     EXPECT_EQ(platform.takeCalls(), (Lines{"SHDeleteKeyA(k1, \"missing\")"}));
 }
 
-TEST_F(DeleteSubKey, LeavesNodesOfTheDeletedKeysWithNothingToWorkOn) {
+TEST_F(DeleteSubKey, InvalidatesNodesOfTheDeletedKeys) {
     platform.user().make("node\\sub\\below");
     Registry parent = node();
     const Registry below = parent.openSubKey("sub\\below");

@@ -17,7 +17,7 @@ struct Operation {
         run;
 };
 
-/// How a test's name shows it.
+/// Its form in test names.
 inline void PrintTo(const Operation& operation, std::ostream* stream) {
     *stream << operation.name;
 }

@@ -152,7 +152,7 @@ TEST_P(OperationWithoutMemory, ThrowsBadAllocAndLeavesNoHandleOpen) {
 class WhatWithoutMemory : public support::OutOfMemory {};
 ZOL_INSTANTIATE_OUT_OF_MEMORY(WhatWithoutMemory);
 
-TEST_P(WhatWithoutMemory, IsEmptyAndWholeAtALaterCall) {
+TEST_P(WhatWithoutMemory, IsEmptyAndCompleteAtALaterCall) {
     bool failed = true;
     std::size_t n = 0;
     while (failed) {
@@ -166,7 +166,7 @@ TEST_P(WhatWithoutMemory, IsEmptyAndWholeAtALaterCall) {
     EXPECT_GT(n, 3U);
 }
 
-TEST(WhatWithoutADemangledName, IsEmptyAndWholeAtALaterCall) {
+TEST(WhatWithoutADemangledName, IsEmptyAndCompleteAtALaterCall) {
     const Registry::NotFound error(longMessage.c_str(), longName.c_str(), 7);
     support::failDemangling(true);
     EXPECT_STREQ(error.what(), "");

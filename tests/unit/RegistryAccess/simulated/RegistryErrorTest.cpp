@@ -93,7 +93,7 @@ TYPED_TEST(RegistryErrorClass, CopiesAndAssignsAllFields) {
     }
 }
 
-TEST(RegistryError, DerivedClassesAreNotOneAnother) {
+TEST(RegistryError, DerivedClassesDoNotCatchOneAnother) {
     EXPECT_FALSE((std::is_base_of_v<Registry::OpenError, Registry::NotFound>));
     EXPECT_FALSE((std::is_base_of_v<Registry::NotFound, Registry::OpenError>));
     EXPECT_FALSE((std::is_base_of_v<Registry::OpenError, Registry::CreationError>));
@@ -196,14 +196,14 @@ TEST(RegistryError, IsNotCaughtAsAStandardException) {
     EXPECT_TRUE(caught);
 }
 
-/// Shows through which slot what is reached.
+/// Shows which slot calls what.
 class Named final : public Root {
 public:
     Named() : Root("", "", 0) {}
     const char* what() const override { return "override"; }
 };
 
-TEST(RegistryError, HasWhatInTheSlotBehindTheDestructor) {
+TEST(RegistryError, HasWhatInTheSlotAfterTheDestructor) {
     const Named object;
     void* const* slots = nullptr;
     std::memcpy(&slots, static_cast<const void*>(&object), sizeof(slots));

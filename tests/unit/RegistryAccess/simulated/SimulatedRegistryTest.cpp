@@ -1,4 +1,4 @@
-// The stand-in itself: what the other tests build on.
+// The simulated registry itself.
 
 #include "SimulatedRegistry.h"
 
@@ -43,7 +43,7 @@ TEST_F(Simulated, ACaseDoesNotHideBytesBeyondAscii) {
     EXPECT_EQ(RegOpenKeyA(HKEY_CURRENT_USER, "\xc4", &key), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(Simulated, AFailedOpenPoisonsTheKeyUnlessItIsToldToLeaveIt) {
+TEST_F(Simulated, AFailedOpenPoisonsTheKeyUnlessConfiguredToKeepIt) {
     HKEY key = nullptr;
     RegOpenKeyA(HKEY_CURRENT_USER, "missing", &key);
     EXPECT_EQ(key, HandleTable::poison());
@@ -111,7 +111,7 @@ TEST_F(Simulated, QueriesFillInTypeAndSizeAndTheDataThatFits) {
     EXPECT_EQ(size, 0xEEEEEEEE);
 }
 
-TEST_F(Simulated, WritesOfTextTakeInAZeroThatStandsBehindTheData) {
+TEST_F(Simulated, WritesOfTextIncludeAZeroThatFollowsTheData) {
     const HKEY key = make("key");
     const std::array<BYTE, 4> data = {'a', 0, 'b', 'c'};
     const support::RegistryKey::Pointer found = platform.user().find("key");
@@ -144,7 +144,7 @@ TEST_F(Simulated, EnumeratedNamesNeedRoomForATerminator) {
     EXPECT_EQ(RegEnumKeyA(key, 1, name.data(), 5), ERROR_NO_MORE_ITEMS);
 }
 
-TEST_F(Simulated, EnumeratedValuesTellBothLengths) {
+TEST_F(Simulated, EnumeratedValuesReportBothLengths) {
     const HKEY key = make("key");
     platform.user().find("key")->setValue("name", 7, "ab");
     std::array<char, 6> name = {};
@@ -193,7 +193,7 @@ TEST_F(Simulated, RecordsCallsWithTheirArguments) {
     platform.takeMisuses();
 }
 
-TEST_F(Simulated, AnswersTheCallsThatItIsToldTo) {
+TEST_F(Simulated, AnswersCallsAsConfigured) {
     const auto open = [] {
         HKEY key = nullptr;
         return RegOpenKeyA(HKEY_CURRENT_USER, "", &key);
@@ -213,7 +213,7 @@ TEST_F(Simulated, AnswersTheCallsThatItIsToldTo) {
     EXPECT_EQ(open(), 0);
 }
 
-TEST_F(Simulated, ClosesAKeyWhateverItAnswers) {
+TEST_F(Simulated, ClosesAKeyForEveryResultCode) {
     const HKEY key = make("key");
     platform.answer(1, ERROR_ACCESS_DENIED);
     EXPECT_EQ(RegCloseKey(key), ERROR_ACCESS_DENIED);

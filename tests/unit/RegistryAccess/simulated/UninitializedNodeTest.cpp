@@ -19,7 +19,7 @@ TEST_F(UninitializedNode, HasItsOwnNameAndNoCell) {
     EXPECT_EQ(cellOf(node), nullptr);
 }
 
-TEST_F(UninitializedNode, LivesAndDiesWithoutAPlatformCall) {
+TEST_F(UninitializedNode, IsCreatedAndDestroyedWithoutAPlatformCall) {
     {
         // Destroyed at once.
         const Registry node;

@@ -23,8 +23,8 @@ TEST_F(UpdateStringValue, CountsNoTerminatorOfItsOwn) {
     EXPECT_EQ(platform.takeCalls(), (Lines{"RegSetValueExA(k1, \"name\", 0, 1, \"text\", 4)"}));
 }
 
-TEST_F(UpdateStringValue, HasAZeroBehindTheDataWhereThePlatformLooksForOne) {
-    // A vector's buffer ends with its last byte: a look behind it goes astray.
+TEST_F(UpdateStringValue, HasAZeroAfterTheDataWhereThePlatformReadsOne) {
+    // A vector's buffer ends with its last byte, so that a sanitizer detects a read past it.
     for (const std::size_t length : {1U, 7U, 8U, 15U, 16U, 24U, 32U, 64U, 1000U, 4096U}) {
         own->updateStringValue("name", bytes(std::string(length, 'x')));
         EXPECT_EQ(key.findValue("name")->data, std::string(length, 'x') + '\0') << length;
@@ -45,7 +45,7 @@ TEST_F(UpdateStringValue, KeepsEmbeddedZerosThatAReadCutsAt) {
     EXPECT_EQ(text(own->getStringValue("name")), "one");
 }
 
-TEST_F(UpdateStringValue, KeepsEveryByteThereIs) {
+TEST_F(UpdateStringValue, KeepsEveryByteValue) {
     std::string all;
     for (int byte = 255; byte >= 0; --byte) {
         all += static_cast<char>(byte);

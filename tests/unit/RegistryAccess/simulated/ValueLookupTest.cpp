@@ -16,7 +16,7 @@ TEST_F(HasValue, AsksWithoutAnyPlaceForAnAnswer) {
               (Lines{"RegQueryValueExA(k1, \"name\", null, null, null, null)"}));
 }
 
-TEST_F(HasValue, IsTrueForAValueOfAnyTypeAndLengthWhateverTheCaseOfItsName) {
+TEST_F(HasValue, IsTrueForAValueOfAnyTypeAndLengthAndIgnoresTheCaseOfItsName) {
     key.setValue("Name", 77, std::string(5000, 'x'));
     EXPECT_TRUE(own->hasValue("nAME"));
 }
