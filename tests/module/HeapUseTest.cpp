@@ -74,7 +74,7 @@ TEST_F(HeapUse, SettingAPropertyAgainFreesTheOldEntryAndAllocatesANewOne) {
     const char* const third = "third";
     freedBy(first, [&] { store.setProperty(name, value); });
     const std::size_t blocks = UnloadTrace::alive(first);
-    // The entry, and name and value where they are in sight.
+    // The entry, and name and value where they are visible.
     ASSERT_EQ(blocks, UnloadTrace::seesStrings ? 3U : 1U);
 
     // The same value or another one.

@@ -23,15 +23,15 @@ using ZOL::Gadgets::DLL::DLLHolder;
 namespace {
 
 constexpr int rounds = std::min(ZOL_LOAD_CYCLES, 3000);
-constexpr int messages = 20; // enough for the two to log at once
+constexpr int messages = 20; // enough for both to log at the same time
 
 int object = 0;
 const WideString property = wide("a property with a long name, on the heap");
 
-// Counters and properties have no lock: their users take turns by one of their own.
+// Counters and properties have no lock, so their users need one.
 std::mutex turns;
 
-std::atomic<int> lives = 0;    // uses that found the framework just loaded
+std::atomic<int> loads = 0;    // uses that found the framework just loaded
 std::atomic<int> meetings = 0; // uses that found it in use
 
 /// The number of failed expectations: gtest's own checks would serialize the threads.
@@ -55,7 +55,7 @@ int loaderTurn() {
 }
 #endif
 
-/// A module that is loaded as long as the object lives.
+/// Keeps a module loaded during its lifetime.
 template <typename Module>
 class Loaded {
 public:
@@ -93,7 +93,7 @@ void useLifeClient() {
     client.drawn();
     const std::lock_guard<std::mutex> turn(turns);
     const int number = client.nextOf("counter");
-    (number == 0 ? lives : meetings)++;
+    (number == 0 ? loads : meetings)++;
     expect(number >= 0 && client.nextOf("counter") == number + 1);
     client.properties()->setProperty(property, property);
     expect(client.properties()->readProperty(property) == property);
@@ -112,7 +112,7 @@ void useModuleA() {
     const std::lock_guard<std::mutex> turn(turns);
     const auto next = module.resolve<int(const char*)>("nextFromA");
     const int number = next("counter");
-    (number == 0 ? lives : meetings)++;
+    (number == 0 ? loads : meetings)++;
     expect(number >= 0 && next("counter") == number + 1);
     module.resolve<void(const WideString*, const WideString*)>("setPropertyFromA")(&property,
                                                                                    &property);
@@ -121,7 +121,7 @@ void useModuleA() {
 template <typename First, typename Second>
 void runAtOnce(First first, Second second) {
     failures = 0;
-    lives = 0;
+    loads = 0;
     meetings = 0;
     std::atomic<int> there = 0;
     const auto run = [&](auto use) {
@@ -137,8 +137,8 @@ void runAtOnce(First first, Second second) {
     run(first);
     other.join();
     EXPECT_EQ(failures, 0);
-    EXPECT_EQ(lives + meetings, 2 * rounds);
-    EXPECT_GT(lives, 1) << "the framework never went";
+    EXPECT_EQ(loads + meetings, 2 * rounds);
+    EXPECT_GT(loads, 1) << "the framework was never unloaded";
     EXPECT_GT(meetings, 0) << "the threads never met";
 }
 

@@ -152,7 +152,7 @@ TEST(ModuleUnload, IsNotUnloadedWhileOneOfTwoClientsHoldsIt) {
 
 TEST(ModuleUnload, AThreadMayEndBeforeAndAfterTheUnload) {
     std::atomic<bool> used = false;
-    std::atomic<bool> gone = false;
+    std::atomic<bool> unloaded = false;
     std::thread thread;
     {
         const Client client;
@@ -161,7 +161,7 @@ TEST(ModuleUnload, AThreadMayEndBeforeAndAfterTheUnload) {
             client.logTo("long-lived thread", "text");
             client.drawn();
             used = true;
-            while (!gone) {
+            while (!unloaded) {
                 std::this_thread::yield();
             }
         });
@@ -170,7 +170,7 @@ TEST(ModuleUnload, AThreadMayEndBeforeAndAfterTheUnload) {
         }
     }
     EXPECT_FALSE(frameworkIsLoaded());
-    gone = true;
+    unloaded = true;
     thread.join();
 }
 

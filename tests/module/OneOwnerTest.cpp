@@ -30,10 +30,10 @@ using ZOL::Gadgets::DLL::DLLHolder;
 
 namespace {
 
-// Longer than what a string holds within itself.
+// Longer than the small-string buffer.
 constexpr const char* longText = "a text that is longer than what a string holds within itself";
 
-/// Modules stay to the end of the process, as do the objects that they registered.
+/// Modules and the objects that they registered remain until the process ends.
 const DLLHolder& a() {
     static const DLLHolder holder("ModuleA", "");
     return holder;
@@ -189,7 +189,7 @@ void readMissingProperty() {
 constexpr const char* missingToRead = "Trying to read unexistent property: missing";
 constexpr const char* missingToClear = "Trying to clear an unexistent property: missing";
 
-/// The message of what the function throws, caught by its root.
+/// The message of the function's exception, caught by its root class.
 template <typename Function>
 std::string caughtByRoot(Function function) {
     try {

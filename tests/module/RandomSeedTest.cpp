@@ -20,7 +20,7 @@ std::int64_t millisecondsNow() {
     return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
 }
 
-/// The seeds after which the number comes first of all.
+/// The seeds whose first random number is this one.
 std::vector<int> seedsOf(std::uint32_t number) {
     std::vector<int> seeds;
     for (int seed = 0; seed < 1000; ++seed) {
@@ -34,7 +34,7 @@ std::vector<int> seedsOf(std::uint32_t number) {
 TEST(RandomSeed, IsTheMillisecondInWhichTheFrameworkIsLoaded) {
     constexpr std::int64_t clocksApart = 20; // between two clock functions, at worst
     for (int load = 0; load < 8; ++load) {
-        // All over the second, and back to back.
+        // At many points of the second, and in direct succession.
         std::this_thread::sleep_for(std::chrono::milliseconds(load % 2 == 0 ? 137 : 0));
         const std::int64_t before = millisecondsNow() - clocksApart;
         const DLLHolder client("ModuleClient", "");

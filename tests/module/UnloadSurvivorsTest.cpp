@@ -87,7 +87,7 @@ TEST_F(UnloadSurvivors, CachedMessagesAreNotDeliveredAtTheUnload) {
 }
 
 TEST_F(UnloadSurvivors, LoggersKeepEveryByteOfTheirNamesChannelsAndCachedMessages) {
-    // Short, as these stand in the very blocks that are seen on every platform.
+    // Short, so that they lie within the blocks that are seen on every platform.
     const std::string name = "kept name";
     const std::string message = "kept message";
     std::map<const void*, std::string> before;
@@ -138,7 +138,7 @@ TEST_F(UnloadSurvivors, AReloadStartsEmptyAndAcceptsTheSurvivorsAgain) {
         client.nextOf("counter");
         client.objectOf("object", Object::make);
         client.properties()->setProperty(property, property);
-        client.logTo("logger", "of the first life");
+        client.logTo("logger", "of the first load");
         client.installWatched(witness);
         client.logTo("logger", "live");
         client.uninstall();
@@ -155,10 +155,10 @@ TEST_F(UnloadSurvivors, AReloadStartsEmptyAndAcceptsTheSurvivorsAgain) {
     EXPECT_EQ(client.knownObject("object"), Object::theOne);
     EXPECT_EQ(Object::destroyed, 0);
 
-    client.logTo("logger", "of the second life");
-    EXPECT_EQ(calls, std::vector<std::string>()) << "the first life's back end is forgotten";
+    client.logTo("logger", "of the second load");
+    EXPECT_EQ(calls, std::vector<std::string>()) << "the first load's back end is forgotten";
     client.installWatched(witness);
-    EXPECT_EQ(calls, (std::vector<std::string>{"logger", "of the second life"}));
+    EXPECT_EQ(calls, (std::vector<std::string>{"logger", "of the second load"}));
     delete Object::theOne;
 }
 

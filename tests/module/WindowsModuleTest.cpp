@@ -1,4 +1,4 @@
-// What the module is on Windows alone: its version resource and its entry function.
+// The version resource and the entry function, which only Windows has.
 
 #include <string>
 #include <thread>
@@ -44,8 +44,8 @@ TEST(WindowsModule, CarriesItsVersionAsAResource) {
     EXPECT_STREQ(static_cast<const char*>(value), moduleFile);
 }
 
-// The framework itself keeps no thread-local data with Boost.Thread, so nothing of it can show
-// whether Boost.Thread was notified: ExitProbe has the same entry function and does.
+// The framework itself has no thread-local data of Boost.Thread, so it cannot show whether
+// Boost.Thread was notified: ExitProbe has the same entry function and does.
 
 TEST(WindowsModule, ItsEntryFunctionPassesThreadExitToBoostThread) {
     const DLLHolder holder("ExitProbe", "");

@@ -41,7 +41,7 @@ private:
     Channel channel_;
 };
 
-/// Keeps a back end installed as long as it lives.
+/// Keeps a back end installed during its lifetime.
 class Installed {
 public:
     explicit Installed(CountingBackend& backend) : backend_(backend) {

@@ -7,7 +7,7 @@
 namespace support {
 
 void withCrisisLog(const std::function<void()>& body) {
-    // The process that starts the other one has the place: it is there before and after.
+    // The parent process has the sandbox: it exists before and after the child.
     std::optional<CrisisLogSandbox> place;
     if (!isFreshProcess()) {
         place.emplace();

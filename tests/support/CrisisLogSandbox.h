@@ -5,9 +5,9 @@
 
 namespace support {
 
-/// The fixed place of the crisis log, made this test's own for the life of the object: natively in
-/// a mount namespace that the machine does not see, on Windows by taking turns and putting an
-/// existing file aside. The place starts empty. Started processes share it.
+/// During its lifetime the fixed path of the crisis log belongs to this test: on Linux in a private
+/// mount namespace, on Windows by a lock and by moving an existing file away. There is no file at
+/// first. Child processes share the path.
 class CrisisLogSandbox {
 public:
     CrisisLogSandbox();
@@ -21,12 +21,12 @@ public:
     /// An empty folder in which the processes of a test communicate.
     static std::string scratch();
 
-    /// Whether somebody else, be it one who only reads, would get the file now if it asked the way
-    /// the crisis logger does. A missing file is free.
+    /// Whether another open of the file as the crisis logger does it, even for reading, would
+    /// succeed now. A missing file is free.
     static bool isFree();
 };
 
-/// Runs the body of the running test in a process of its own, in a place of its own.
+/// Runs the body of the running test in a new process with its own sandbox.
 void withCrisisLog(const std::function<void()>& body);
 
 } // namespace support

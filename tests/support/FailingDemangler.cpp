@@ -1,4 +1,4 @@
-// The program's own definition comes before that of the C++ runtime.
+// Interposes abi::__cxa_demangle of the C++ runtime.
 
 #include "FailingDemangler.h"
 

@@ -3,7 +3,7 @@
 namespace support {
 
 /// From now on, abi::__cxa_demangle fails for lack of memory, or works again.
-/// It takes it from the C library's heap, past operator new.
+/// It allocates with malloc, not with operator new.
 void failDemangling(bool fails);
 
 } // namespace support

@@ -11,8 +11,8 @@ inline bool frameworkIsLoaded() {
     return isLoaded("ZOL_Framework", "2.0.8.129");
 }
 
-/// A module that brings the framework along, for a program that is not linked with it. Both are
-/// loaded as long as the object lives.
+/// A module that loads the framework, for a program that is not linked with it. Both are loaded
+/// during the object's lifetime.
 class ModuleClient {
 public:
     using Text = const char*;

@@ -4,7 +4,7 @@
 
 namespace support {
 
-/// What this process has of the machine at one moment.
+/// The resources of this process at one time.
 struct ProcessResources {
     std::size_t heapBytes = 0;     ///< in blocks that are not freed
     std::size_t openHandles = 0;   ///< files and other things of the system
@@ -13,9 +13,9 @@ struct ProcessResources {
 
     static ProcessResources now();
 
-    /// Whether the memory told is the program's alone. A sanitizer's books are among it, and grow
-    /// with every library that comes: with the address sanitizer by some 65 bytes of the heap for
-    /// each clean-up that the library registers, with the thread sanitizer by pages of its own.
+    /// Whether the memory is the program's alone. A sanitizer's records are included and grow with
+    /// every loaded library: with the address sanitizer by some 65 bytes of heap for each atexit
+    /// handler of the library, with the thread sanitizer by its own pages.
     static const bool memoryIsOurs;
 };
 

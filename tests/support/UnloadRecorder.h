@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-/// The book that UnloadTrace keeps, fed by the platform's part of it. Allocates nothing of its own.
+/// The records of UnloadTrace, filled by the platform's part. Allocates nothing.
 namespace support::UnloadRecorder {
 
 void allocated(void* block, std::size_t size);

@@ -19,7 +19,7 @@ extern const bool everyLockHasAResource;
 /// Whether the blocks of std::string are seen: on Windows the C++ runtime allocates them itself.
 extern const bool seesStrings;
 
-/// Gets between the module and its runtime; to be called after each load, before the first tag.
+/// Installs the hooks. Call after each load, before the first tag.
 void attach();
 
 /// Blocks that the module allocates from now on belong to tag; null for none of interest.
@@ -31,10 +31,10 @@ void start();
 /// What was freed, in order: "lock", or "<tag> <size>" for a block.
 std::vector<std::string> stop();
 
-/// Blocks of that tag that are still there.
+/// The number of remaining blocks of that tag.
 std::size_t alive(const char* tag);
 
-/// What the blocks of that tag that are still there hold now, byte for byte, by their addresses.
+/// The content of the remaining blocks of that tag, by address.
 std::map<const void*, std::string> contents(const char* tag);
 
 /// Frees the remaining blocks of that tag.

@@ -64,7 +64,7 @@ TEST(StringHolders, TakeTextUpToItsFirstZero) {
     StringHolder holder(text);
     EXPECT_STREQ(holder.c_str(), "ab");
     holder += "d";
-    EXPECT_STREQ(holder.c_str(), "abd") << "nothing stands behind the zero";
+    EXPECT_STREQ(holder.c_str(), "abd") << "nothing follows the zero";
 }
 
 TEST(StringHolders, TakeEveryByteAsItIs) {

@@ -15,8 +15,8 @@ namespace support {
 
 namespace {
 
-// Asked at the start: in another mount namespace, a program in a chroot is told a path that leads
-// nowhere from there.
+// Read at the start: after a change of the mount namespace, a program in a chroot gets a path that
+// does not exist there.
 const std::string startedProgram = std::filesystem::read_symlink("/proc/self/exe").string();
 
 } // namespace

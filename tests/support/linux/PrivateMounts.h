@@ -20,8 +20,8 @@ inline void requireMounts(bool done, const char* what) {
     }
 }
 
-/// Gives this process, and those that it starts, a view of its own of what is mounted where; throws
-/// std::system_error if the machine does not allow it.
+/// Moves this process and its children into a private mount namespace. Throws std::system_error if
+/// the system does not allow it.
 inline void leaveTheMachinesMounts() {
     const auto write = [](const char* file, const std::string& text) {
         std::ofstream stream(file);
@@ -44,7 +44,7 @@ inline void leaveTheMachinesMounts() {
                   "private mounts");
 }
 
-/// Mounts an empty file system in memory on a folder that is there.
+/// Mounts an empty tmpfs on an existing folder.
 inline void mountMemory(const char* folder, const char* options) {
     requireMounts(mount("tmpfs", folder, "tmpfs", 0, options) == 0, "mount of a tmpfs");
 }

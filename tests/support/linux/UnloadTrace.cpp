@@ -1,4 +1,4 @@
-// The program's own definitions come before those of any library it loads.
+// Interposes functions of the libraries: definitions in the program take precedence.
 
 #include <cstdlib>
 #include <new>

@@ -87,7 +87,7 @@ LONG onKey(const std::optional<LONG>& ordered, HKEY handle, Action action) {
     return key->deleted ? ERROR_KEY_DELETED : action(*key);
 }
 
-/// An empty path stands for the very handle that was handed in.
+/// An empty path opens the same handle that was passed.
 template <typename Lookup>
 LONG openKey(const char* function, HKEY parent, const char* path, HKEY* result, Lookup lookup) {
     SimulatedRegistry& registry = SimulatedRegistry::current();
@@ -203,8 +203,8 @@ LONG RegSetValueExA(HKEY key, const char* name, DWORD reserved, DWORD type, cons
         std::string bytes(reinterpret_cast<const char*>(data), size);
         if (isText(type) && size > 0) {
             // The terminator that callers forget to count: the byte after the data is read.
-            const BYTE behind = data[size];
-            if (bytes.back() != '\0' && behind == 0) {
+            const BYTE next = data[size];
+            if (bytes.back() != '\0' && next == 0) {
                 bytes.push_back('\0');
             }
         }

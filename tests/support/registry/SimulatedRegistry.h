@@ -61,7 +61,7 @@ public:
     // What was seen.
 
     /// The calls so far, or since they were last taken. A buffer shows as "zeros" if it had
-    /// nothing but zeros in it, else as "dirty"; where a result goes to, its name shows.
+    /// only zeros in it, else as "dirty"; output parameters are shown by their names.
     Lines takeCalls();
 
     /// How many calls there were since this was made.

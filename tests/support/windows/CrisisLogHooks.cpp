@@ -72,8 +72,8 @@ void attach() {
     hook("fclose", closeStream);
 }
 
-// Nobody else can open the file while it is open, so this looks through the very handle that the
-// stream has: beneath the stream, at what the system was given.
+// The file cannot be opened a second time, so this reads through the stream's own handle, without
+// the stream's buffer.
 std::string content() {
     const bool open = crisisStream != nullptr;
     HANDLE const file = open ? reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(crisisStream)))

@@ -51,7 +51,7 @@ std::size_t openHandles() {
     const auto count = std::count_if(table->entries, table->entries + table->count,
                                      [self](const Entry& entry) { return entry.process == self; });
     if (status != 0 || count == 0) {
-        throw std::runtime_error("the system does not tell its handles");
+        throw std::runtime_error("the system does not report its handles");
     }
     return static_cast<std::size_t>(count);
 }

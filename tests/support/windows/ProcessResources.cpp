@@ -25,7 +25,7 @@ std::size_t bytesOf(HANDLE heap) {
     const DWORD end = GetLastError();
     HeapUnlock(heap);
     if (end != ERROR_NO_MORE_ITEMS) {
-        throw std::runtime_error("the system does not tell the blocks of a heap");
+        throw std::runtime_error("the system does not report the blocks of a heap");
     }
     return bytes;
 }
@@ -53,7 +53,7 @@ std::size_t regionsInUse() {
 std::size_t bytesResident() {
     PROCESS_MEMORY_COUNTERS counters = {};
     if (!GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters))) {
-        throw std::runtime_error("the system does not tell the memory of the process");
+        throw std::runtime_error("the system does not report the memory of the process");
     }
     return counters.WorkingSetSize;
 }

@@ -1,5 +1,5 @@
-// Another process that has to do with the crisis log, as its arguments say. It ends with 0 if it
-// got the log, with 3 if the log was refused to it.
+// Another process that uses the crisis log as its arguments say. Exits with 0 if it got the log,
+// with 3 if it was refused.
 
 #include <chrono>
 #include <cstdlib>
@@ -47,7 +47,7 @@ int hold(const std::string& ready, const std::string& end) {
     return 0;
 }
 
-/// Is there, and has nothing to do with the crisis log.
+/// Runs without the crisis log.
 int idle(const std::string& ready, const std::string& end) {
     create(ready);
     waitFor(end);

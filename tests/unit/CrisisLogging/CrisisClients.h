@@ -8,7 +8,7 @@
 #include "ChildProcess.h"
 #include "CrisisLogSandbox.h"
 
-/// How a client ends that got the crisis log, and one that was refused.
+/// Exit codes of a client that got the crisis log, and of one that was refused.
 constexpr int gotTheLog = 0;
 constexpr int wasRefused = 3;
 
@@ -27,7 +27,8 @@ inline void waitForFile(const std::string& file) {
     }
 }
 
-/// A process that is there, holding the crisis log ("hold") or not ("idle"), for the object's life.
+/// A process that runs during the object's lifetime, with the crisis log ("hold") or without
+/// ("idle").
 class StayingClient {
 public:
     explicit StayingClient(const std::string& what)
@@ -39,7 +40,7 @@ public:
     StayingClient& operator=(const StayingClient&) = delete;
     ~StayingClient() { end(); }
 
-    /// Lets it end; the exit code.
+    /// Lets the process end. Returns its exit code.
     int end() {
         std::filesystem::create_directory(end_);
         return process_.wait();

@@ -1,4 +1,4 @@
-// The crisis log on Linux: what only a file system and a descriptor of it can show.
+// The crisis log on Linux: file systems and descriptors.
 
 #include <filesystem>
 #include <fstream>
@@ -29,7 +29,7 @@ thread_local int locksTaken = 0;
 
 } // namespace
 
-// Comes before the C library's own.
+// Interposes the C library's function.
 extern "C" int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
     using Function = int(pthread_mutex_t*);
     static auto* const next = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "pthread_mutex_lock"));
@@ -50,7 +50,7 @@ void fillTheDisk() {
 }
 
 CRISIS_LOG_TEST(CrisisLogOnLinux, AFullDiskDropsTheLineAndTheNextIsWritten) {
-    const std::string wholePage(4096, '-'); // no room left in what the file has already
+    const std::string wholePage(4096, '-'); // more than the file's allocated space
     {
         std::ofstream file(CrisisLogSandbox::path, std::ios_base::binary);
         file << wholePage;

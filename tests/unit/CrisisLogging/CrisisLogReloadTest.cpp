@@ -22,7 +22,7 @@ bool frameworkIsLoaded() {
     return support::isLoaded("ZOL_Framework", "2.0.8.129");
 }
 
-/// Why a module is refused the crisis log; empty if it is not.
+/// The message of the refusal; empty if the module gets the crisis log.
 std::string refusalBy(const DLLHolder& module) {
     std::array<char, 100> why = {};
     module.resolve<bool(char*, int)>("askForCrisisLog")(why.data(), static_cast<int>(why.size()));

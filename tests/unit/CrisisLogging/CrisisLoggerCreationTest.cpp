@@ -127,9 +127,9 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, IsTriedAgainUntilTheOtherProcessHasEnded) 
 CRISIS_LOG_TEST(CrisisLoggerCreation, LeavesItsLockFreeWhenItFails) {
     makePathUnusable();
     EXPECT_EQ(refusalOfInstance(), refusal);
-    std::string told;
-    std::thread([&] { told = refusalOfInstance(); }).join();
-    EXPECT_EQ(told, refusal);
+    std::string message;
+    std::thread([&] { message = refusalOfInstance(); }).join();
+    EXPECT_EQ(message, refusal);
     makePathUsable();
     CrisisLogger* fromThread = nullptr;
     std::thread([&] { fromThread = &CrisisLogger::instance(); }).join();
@@ -225,7 +225,7 @@ CRISIS_LOG_TEST(CrisisLoggerCreation, IsTheSameForTheHostAndTwoModulesBuiltApart
     EXPECT_NE(host, std::string::npos);
 }
 
-// Nothing in the framework destroys the crisis logger. As the last act of a process it may be.
+// The framework never destroys the crisis logger. A process may do so at its end.
 
 CRISIS_LOG_TEST(CrisisLoggerDestruction, ClosesTheFileOnceAndLetsTheNextOpenerIn) {
     CrisisLogHooks::attach();

@@ -1,4 +1,4 @@
-// What a line of the crisis log is, to the byte, and how it gets into the file.
+// The exact bytes of a line of the crisis log, and how it is written.
 
 #include <fstream>
 #include <string>
@@ -30,7 +30,7 @@ void makeFile(const std::string& content) {
     file << content;
 }
 
-/// What the file holds of one line that is logged at five past nine.
+/// The file's text of one line, logged at five past nine.
 std::string lineOf(const std::string& message) {
     CrisisLogHooks::attach();
     CrisisLogHooks::setTime(9, 5, 7, 12);

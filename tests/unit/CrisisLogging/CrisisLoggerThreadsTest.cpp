@@ -1,4 +1,4 @@
-// The crisis log used by many threads, and beside the ordinary logging.
+// The crisis log used by many threads, and during ordinary logging.
 
 #include <array>
 #include <atomic>
@@ -83,7 +83,7 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, LinesArriveWholeAndThoseOfOneThreadInItsOrd
 
 CRISIS_LOG_TEST(CrisisLoggerThreads, LinesAreOrderedByTime) {
     CrisisLogHooks::attach();
-    CrisisLogHooks::setTime(9, 0, 0, 0, 1); // each look at the clock sees another millisecond
+    CrisisLogHooks::setTime(9, 0, 0, 0, 1); // each read of the clock returns another millisecond
     CrisisLogHooks::observe([](const CrisisLogHooks::Call& call) {
         if (call.kind == Kind::Clock) {
             std::this_thread::yield();
@@ -125,7 +125,7 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, NoThreadLooksAtTheClockBeforeTheLineOfAnoth
     }
 }
 
-/// Holds the thread that makes a call of that kind, until it is let go.
+/// Blocks the thread that makes a call of that kind until it is released.
 class Gate {
 public:
     explicit Gate(Kind kind) {
@@ -198,7 +198,8 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, ALineDoesNotWaitForOrdinaryLogging) {
     CrisisLogHooks::setTime(9, 5, 7, 12);
     static support::Journal journal;
     static support::RecordingBackend backend("A", journal);
-    // The channel holds the one logging lock while another thread, and it itself, has a crisis.
+    // The channel holds the logging lock while another thread, and the channel itself, use the
+    // crisis log.
     backend.beforeLog = [](const std::string&, ZOL::Framework::GenericLogger::LoggingLevel,
                            const char*) {
         std::thread([] { CrisisLogger::instance().log("another thread's"); }).join();

@@ -145,8 +145,8 @@ TEST(FrameworkExceptions, AfterAnAssignmentTheOtherMayChangeAndBeDestroyed) {
 }
 
 TEST(FrameworkExceptions, AssignmentAllocatesTheNewStringBeforeItFreesTheOld) {
-    // Both are there at once, so they cannot be at the same place; in the opposite order a heap
-    // hands the very same place out again, at the latest after a few times.
+    // Both strings exist at the same time, so their addresses differ; in the opposite order the
+    // heap would reuse the address, at the latest after a few times.
     FrameworkException error("one");
     const FrameworkException other("two");
     for (int i = 0; i < 100; ++i) {

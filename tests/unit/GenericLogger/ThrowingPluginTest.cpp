@@ -49,7 +49,7 @@ TEST_F(ThrowingPlugin, AChannelsExceptionReachesTheCallerUnchangedAndEndsTheWalk
     }
 
     expectLockIsFree();
-    EXPECT_TRUE(journal.empty()) << "B stands behind the channel that threw";
+    EXPECT_TRUE(journal.empty()) << "B follows the channel that threw";
     doLog(log, LOG_LEVEL_INFO, "next");
     EXPECT_EQ(journal, (Journal{line("A", 30, "next"), line("B", 30, "next")}));
 }
@@ -174,7 +174,7 @@ TEST_F(ThrowingPlugin, ABackendThatThrowsInGetLoggerLeavesNoEntryAndTheNextCallS
     EXPECT_THROW(logger("new"), PluginFailure);
     expectLockIsFree();
     EXPECT_THROW(logger("new"), PluginFailure) << "an entry would be found without asking T";
-    EXPECT_EQ(first.releases, 0) << "an abandoned logger tells its channels nothing";
+    EXPECT_EQ(first.releases, 0) << "an abandoned logger does not release its channels";
 
     thrower.beforeCreate = nullptr;
     doLog(logger("new"), LOG_LEVEL_INFO, "text");

@@ -74,7 +74,7 @@ TEST_P(BackendInstallationOutOfMemory, ARefreshThatFailsLeavesTheBackEndInstalle
             } else {
                 EXPECT_EQ(delivered, loggerCount);
             }
-            // It is on the list; and the next installation of any back end makes all good.
+            // It is on the list, and the next installation of any back end completes the refresh.
             onAnotherThread(
                 [] { EXPECT_THROW(Logger::installBackend(&backend), LoggerBackendLoadError); });
             static CountingBackend other;

@@ -10,7 +10,7 @@ using ZOL::Gadgets::DLL::DLLHolder;
 
 namespace {
 
-/// The whole text of what the assertion raises.
+/// The whole text that the assertion raises.
 std::string raised(const AssertionStream& assertion) {
     try {
         assertion.raise();
@@ -57,7 +57,7 @@ TEST_P(DLLHolderOutOfMemory, AFailedDetailIsOmittedCompletely) {
     AssertionStream assertion(&condition, "failure");
     const std::string veryLong(2000, 'x');
     assertion << "before, ";
-    // What the details have got in room stays.
+    // The storage of the details remains allocated.
     EXPECT_GE(sweep([&] { assertion << veryLong; },
                     [&] { EXPECT_EQ(raised(assertion), "before, \nfailure"); }, anyNumber),
               2U);

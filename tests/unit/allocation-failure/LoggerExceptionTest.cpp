@@ -48,7 +48,7 @@ TEST_P(LoggerExceptionOutOfMemory, AFailedAssignmentLeavesEachTextEitherOldOrNew
                             const std::string& other) {
         return text == one || text == other;
     };
-    // Texts that got through keep their storage, so blocks are left on purpose.
+    // Texts that were assigned keep their storage, so blocks remain.
     EXPECT_EQ(sweep([&] { target = source; },
                     [&] {
                         EXPECT_TRUE(isOneOf(target.message(), "old", longText));
@@ -81,7 +81,8 @@ TEST_P(LoggerExceptionOutOfMemory, WhatIsEmptyThenAndCompleteAtALaterCall) {
     std::size_t failedAttempts = 0;
     for (bool failed = true; failed;) {
         const LoggerException exception(longText, longFile, 12);
-        std::string text(description.size() + 1, '\0'); // room for all, allocated before
+        std::string text(description.size() + 1,
+                         '\0'); // large enough, allocated before the failure
         const Outcome outcome = attempt(failedAttempts + 1, [&] { text.assign(exception.what()); });
         failed = outcome.failed;
         EXPECT_FALSE(outcome.threwBadAlloc) << "it never throws";

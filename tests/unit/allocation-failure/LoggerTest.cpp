@@ -18,8 +18,7 @@ namespace {
 
 class LoggerOutOfMemory : public support::OutOfMemory {
 protected:
-    /// What a logger has in its cache, as a back end sees it that is installed now. The cache is
-    /// empty then.
+    /// The content of a logger's cache, delivered to a new back end. The cache is empty afterwards.
     static std::vector<std::string> cached(const std::string& name) {
         static std::vector<std::unique_ptr<support::RecordingBackend>> backends; // never destroyed
         static support::Journal journal;
@@ -89,7 +88,7 @@ TEST_P(LoggerOutOfMemory, ACachedMessageThatFailsIsNotThereAndTheOthersAre) {
 TEST_P(LoggerOutOfMemory, AFirstMessageThatFailsIsNotThere) {
     const std::string name = uniqueName();
     Logger* const logger = Logger::getLogger(name.c_str());
-    // The storage of the cache may be there already, and stays.
+    // The storage of the cache may be allocated already, and remains.
     EXPECT_GE(sweep([&] { doLog(logger, LOG_LEVEL_INFO, longText); }, [] { expectLockFree(); },
                     anyNumber),
               1U);

@@ -1,4 +1,4 @@
-// Nodes without a key, nodes whose key is gone, and the errors as callers catch them.
+// Nodes without a key, nodes whose key is deleted, and the errors as callers catch them.
 
 #include <exception>
 #include <string>

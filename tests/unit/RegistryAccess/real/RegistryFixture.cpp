@@ -59,7 +59,7 @@ RegistryFixture::~RegistryFixture() {
     SHDeleteKeyA(HKEY_CURRENT_USER, path_.c_str());
     HKEY key = nullptr;
     const LONG result = RegOpenKeyA(HKEY_CURRENT_USER, path_.c_str(), &key);
-    EXPECT_EQ(result, ERROR_FILE_NOT_FOUND) << "the test left something behind";
+    EXPECT_EQ(result, ERROR_FILE_NOT_FOUND) << "the test left a key";
     if (result == ERROR_SUCCESS) {
         RegCloseKey(key);
     }

@@ -53,7 +53,7 @@ void setRawValue(const std::string& path, const std::string& name, const RawValu
 /// Text in the ANSI code page, as the library sees it. Throws if that code page lacks a character.
 std::string ansi(const std::wstring& text);
 
-/// Refuses rights on a key below HKEY_CURRENT_USER for as long as it lives.
+/// Refuses rights on a key below HKEY_CURRENT_USER during its lifetime.
 class Refusal {
 public:
     enum What {

@@ -78,9 +78,9 @@ TEST_F(GetStringValue, CutsTheNameToTheLengthThatThePlatformReports) {
 
 TEST_F(GetStringValue, CutsTheDataAtItsFirstZeroForEveryLengthThatThePlatformReports) {
     key.setValue("name", REG_SZ, std::string("text\0behind", 11));
-    for (const DWORD told : {0U, 1U, 4U, 11U, 261U, 100000U}) {
-        platform.misstateLengths(4, told);
-        EXPECT_EQ(get("name"), "text") << told;
+    for (const DWORD reported : {0U, 1U, 4U, 11U, 261U, 100000U}) {
+        platform.misstateLengths(4, reported);
+        EXPECT_EQ(get("name"), "text") << reported;
     }
 }
 

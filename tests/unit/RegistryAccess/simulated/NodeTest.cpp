@@ -1,4 +1,4 @@
-// Nodes from a root and from other nodes: what is called, and what the node is named.
+// Nodes from a root and from other nodes: the platform calls and the node's name.
 
 #include "NodeCell.h"
 #include "RegistryTest.h"

@@ -17,7 +17,7 @@ Thrown describe(const char* errorClass, const Registry::GenericRegistryError& er
 Thrown thrownBy(const std::function<void()>& action) {
     try {
         action();
-    } catch (const std::exception&) { // before the others, which it must not stand for
+    } catch (const std::exception&) { // first, as the others must not be of this class
         return {"another", 0, "", "", ""};
     } catch (const Registry::AccessDenied& error) {
         return describe("AccessDenied", error);

@@ -1,4 +1,4 @@
-// hasValue, getIntValue and deleteValue: what looks a value up by its name.
+// hasValue, getIntValue and deleteValue, which find a value by its name.
 
 #include "RegistryTest.h"
 
