@@ -4,7 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Finding.h"
+#include "Report.h"
 
 namespace backendcheck {
 

@@ -1,92 +1,76 @@
 #include "Report.h"
 
 #include <algorithm>
-#include <array>
 #include <iomanip>
+#include <regex>
 
 #include <nlohmann/json.hpp>
-
-#include "Finding.h"
 
 namespace backendcheck {
 
 namespace {
 
-// By the value of a Result.
-constexpr std::array resultNames = {"ok", "note", "wrong", "not-reached"};
-constexpr std::array resultMarks = {"ok", "note", "WRONG", "-"};
+struct ResultNames {
+    const char* line; // in the report for people
+    const char* json;
+};
 
-const char* textFor(const std::array<const char*, 4>& texts, Result result) {
-    return texts[static_cast<std::size_t>(result)];
-}
-
-constexpr int markWidth = 7;
-constexpr int checkWidth = 13;
-
-std::string indented(const std::string& text) {
-    std::string result;
-    for (const char c : text) {
-        result += c;
-        if (c == '\n') {
-            result.append(markWidth + checkWidth, ' ');
-        }
-    }
-    return result;
+const ResultNames& namesOf(Result result) {
+    static constexpr std::array<ResultNames, 4> names = {
+        {{"ok", "ok"}, {"note", "note"}, {"WRONG", "wrong"}, {"-", "not-reached"}}};
+    return names[static_cast<std::size_t>(result)];
 }
 
 } // namespace
 
-bool Report::hasResult(std::string_view check) const {
-    return std::any_of(findings_.begin(), findings_.end(),
-                       [&](const Finding& finding) { return finding.check == check; });
-}
-
-bool Report::isWrong() const {
-    return std::any_of(findings_.begin(), findings_.end(),
-                       [](const Finding& finding) { return finding.result == Result::Wrong; });
-}
-
-void Report::complete() {
+void Report::complete(bool strict) {
     std::vector<Finding> sorted;
     for (const char* const check : allChecks) {
-        for (const Finding& finding : findings_) {
-            if (finding.check == check) {
-                sorted.push_back(finding);
-            }
-        }
-        if (!hasResult(check)) {
+        const std::size_t before = sorted.size();
+        std::copy_if(findings_.begin(), findings_.end(), std::back_inserter(sorted),
+                     [check](const Finding& finding) { return finding.check == check; });
+        if (sorted.size() == before) {
             sorted.push_back({check, Result::NotReached, "not tried, because of the above"});
         }
     }
+    findings_ = std::move(sorted);
+    const Finding* wrong = nullptr;
+    for (Finding& finding : findings_) {
+        if (strict && finding.result == Result::Note) {
+            finding.result = Result::Wrong;
+        }
+        if (wrong == nullptr && finding.result == Result::Wrong) {
+            wrong = &finding;
+        }
+    }
     // A fault that was found late may be the reason for a check that was not tried.
-    const auto wrong = std::find_if(sorted.begin(), sorted.end(), [](const Finding& finding) {
-        return finding.result == Result::Wrong;
-    });
-    for (Finding& finding : sorted) {
-        if (finding.result == Result::NotReached && wrong != sorted.end()) {
+    for (Finding& finding : findings_) {
+        if (wrong != nullptr && finding.result == Result::NotReached) {
             finding.text = "not tried: mend " + wrong->check + " first";
         }
     }
-    findings_ = std::move(sorted);
 }
 
-void Report::beStrict() {
-    for (Finding& finding : findings_) {
-        if (finding.result == Result::Note) {
-            finding.result = Result::Wrong;
-        }
-    }
+bool Report::isWrong() const {
+    return count(Result::Wrong) != 0;
+}
+
+std::ptrdiff_t Report::count(Result result) const {
+    return std::count_if(findings_.begin(), findings_.end(),
+                         [result](const Finding& finding) { return finding.result == result; });
 }
 
 void Report::writeLines(std::ostream& out, const std::string& name) const {
-    std::size_t wrong = 0;
-    std::size_t notes = 0;
+    constexpr int resultWidth = 7;
+    constexpr int checkWidth = 13;
+    const std::string lineBreak = "\n" + std::string(resultWidth + checkWidth, ' ');
     for (const Finding& finding : findings_) {
-        out << std::left << std::setw(markWidth) << textFor(resultMarks, finding.result)
-            << std::setw(checkWidth) << finding.check << indented(finding.text) << '\n';
-        wrong += finding.result == Result::Wrong ? 1U : 0U;
-        notes += finding.result == Result::Note ? 1U : 0U;
+        out << std::left << std::setw(resultWidth) << namesOf(finding.result).line
+            << std::setw(checkWidth) << finding.check
+            << std::regex_replace(finding.text, std::regex("\n"), lineBreak) << '\n';
     }
+    const std::ptrdiff_t wrong = count(Result::Wrong);
+    const std::ptrdiff_t notes = count(Result::Note);
     out << '\n' << name << (wrong == 0 ? " is good" : " is WRONG") << ": ";
     if (wrong != 0) {
         out << wrong << (wrong == 1 ? " fault" : " faults") << ", ";
@@ -99,7 +83,7 @@ void Report::writeJson(std::ostream& out, const std::string& name,
     nlohmann::ordered_json checks = nlohmann::ordered_json::array();
     for (const Finding& finding : findings_) {
         checks.push_back({{"check", finding.check},
-                          {"result", textFor(resultNames, finding.result)},
+                          {"result", namesOf(finding.result).json},
                           {"text", finding.text}});
     }
     const nlohmann::ordered_json document = {{"tool", "zol-backend-check"},

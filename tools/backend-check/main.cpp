@@ -4,12 +4,9 @@
 #include <filesystem>
 #include <iostream>
 
-#include "Finding.h"
+#include "Checks.h"
 #include "Options.h"
 #include "Report.h"
-#include "file/FileChecks.h"
-#include "live/Supervisor.h"
-#include "steps/Steps.h"
 
 namespace {
 
@@ -21,10 +18,7 @@ int check(const Options& options) {
     if (!file.empty() && checkFile(file, report)) {
         checkLive(options, file, report);
     }
-    if (options.strict) {
-        report.beStrict();
-    }
-    report.complete();
+    report.complete(options.strict);
     if (options.json) {
         report.writeJson(std::cout, options.name, file);
     } else {

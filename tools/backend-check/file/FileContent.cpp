@@ -1,13 +1,13 @@
-#include "file/FileChecks.h"
+// Checks "file-format" to "runtime".
 
 #include <algorithm>
 #include <regex>
 #include <string>
 #include <vector>
 
+#include "Checks.h"
 #include "Text.h"
 #include "file/LibraryFile.h"
-#include "file/LibrarySearch.h"
 
 namespace backendcheck {
 

@@ -1,11 +1,12 @@
-#include "file/FileChecks.h"
+// Check "file-name".
 
 #include <algorithm>
 #include <regex>
 #include <vector>
 
+#include "Checks.h"
 #include "Text.h"
-#include "file/LibrarySearch.h"
+#include "file/LibraryFile.h"
 
 namespace backendcheck {
 
@@ -14,7 +15,7 @@ namespace fs = std::filesystem;
 namespace {
 
 std::string fileNameFor(const std::string& name) {
-    return name + "_r" + librarySuffix();
+    return name + "_r" ZOL_MODULE_SUFFIX;
 }
 
 /// The base name in a name with more: "Mine" of "some/Mine_r.dll". Empty if there is no more.
@@ -34,7 +35,7 @@ std::string bare(const std::string& fileName) {
 }
 
 /// Files in the folder with similar names.
-std::string nearMisses(const fs::path& folder, const std::string& name) {
+std::vector<std::string> nearMisses(const fs::path& folder, const std::string& name) {
     std::vector<std::string> names;
     std::error_code error;
     const std::string wanted = bare(fileNameFor(name));
@@ -48,7 +49,7 @@ std::string nearMisses(const fs::path& folder, const std::string& name) {
         }
     }
     std::sort(names.begin(), names.end());
-    return joined(names, names.size());
+    return names;
 }
 
 std::string rule(const std::string& name) {
@@ -102,9 +103,9 @@ fs::path findPlugin(const std::string& name, const fs::path& folder, Report& rep
         text += "\ngive the base name alone: " + meant;
     }
     for (const fs::path& searched : folders) {
-        const std::string others = nearMisses(searched, name);
+        const std::vector<std::string> others = nearMisses(searched, name);
         if (!others.empty()) {
-            text += "\n" + searched.string() + " has " + others + ": rename it to " +
+            text += "\n" + searched.string() + " has " + listed(others) + ": rename it to " +
                     fileNameFor(meant.empty() ? name : meant);
             break;
         }

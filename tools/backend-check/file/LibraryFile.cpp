@@ -1,8 +1,10 @@
 #include "file/LibraryFile.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string_view>
 
 namespace backendcheck {
@@ -41,6 +43,16 @@ LibraryFile readLibrary(const std::filesystem::path& file) {
     LibraryFile library = parseLibrary(content);
     library.hasOwnCppRuntime = content.find(runtimeTypeName) != std::string::npos;
     return library;
+}
+
+std::vector<std::filesystem::path> searchPath() {
+    std::vector<std::filesystem::path> folders;
+    const char* const value = std::getenv(searchVariable);
+    std::istringstream parts(value != nullptr ? value : "");
+    for (std::string part; std::getline(parts, part, searchSeparator);) {
+        folders.emplace_back(part.empty() ? "." : part);
+    }
+    return folders;
 }
 
 } // namespace backendcheck

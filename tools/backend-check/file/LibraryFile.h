@@ -39,4 +39,23 @@ LibraryFile readLibrary(const std::filesystem::path& file);
 /// The platform's part of it: the format of its libraries.
 LibraryFile parseLibrary(std::string& content);
 
+// Where the platform looks for libraries.
+
+/// The environment variable with the search path, and its separator.
+extern const char* const searchVariable;
+extern const char searchSeparator;
+
+/// The folders in that variable.
+std::vector<std::filesystem::path> searchPath();
+
+/// The folders that a host's loader searches, in its order; without the configured ones
+/// (/etc/ld.so.conf) on Linux.
+std::vector<std::filesystem::path> searchFolders();
+
+/// The file of the framework module that this program uses.
+std::filesystem::path frameworkFile();
+
+/// The running program.
+std::filesystem::path programFile();
+
 } // namespace backendcheck

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Finding.h"
+#include "Report.h"
 
 namespace backendcheck {
 

@@ -7,7 +7,6 @@
 #include "ZOL/Framework/GenericLogger/Logger.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
 
-#include "Finding.h"
 #include "Options.h"
 #include "live/CheckRecord.h"
 #include "live/ProbeBackend.h"

@@ -1,7 +1,4 @@
-#include "live/Supervisor.h"
-
 #include <chrono>
-#include <cstdlib>
 #include <fstream>
 #include <random>
 #include <regex>
@@ -9,9 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "Finding.h"
-#include "Text.h"
-#include "file/LibrarySearch.h"
+#include "Checks.h"
+#include "file/LibraryFile.h"
 #include "live/CheckRecord.h"
 #include "live/ChildProcess.h"
 #include "live/CrashHandler.h"
@@ -228,11 +224,12 @@ private:
 void checkLive(const Options& options, const fs::path& file, Report& report) {
     std::string folders = file.parent_path().string();
     // Made absolute: the child process has another current folder.
-    for (const std::string& folder : split(std::getenv(searchVariable()), searchSeparator())) {
-        folders += searchSeparator() + fs::absolute(folder).string();
+    for (const fs::path& folder : searchPath()) {
+        folders += searchSeparator + fs::absolute(folder).string();
     }
-    setVariable(searchVariable(), folders);
-    poisonFreedMemory();
+    setVariable(searchVariable, folders);
+    // glibc overwrites freed memory then, so that the use of a destroyed object crashes.
+    setVariable("MALLOC_PERTURB_", "165");
     Supervisor(options, file, report).run();
 }
 

@@ -2,9 +2,7 @@
 
 #include <array>
 
-#include "Text.h"
 #include "live/GuardedText.h"
-#include "live/ObjectFault.h"
 #include "steps/Steps.h"
 
 namespace backendcheck {
@@ -32,8 +30,9 @@ void tryChannels(CheckSession& session) {
     LoggingChannel* second = nullptr;
     // No logger has this name yet.
     const std::string name = session.loggerName(".new");
+    const std::string quoted = '"' + name + '"';
     const bool asked =
-        session.attemptUnderLock(check, "createChannel, for the name " + inQuotes(name),
+        session.attemptUnderLock(check, "createChannel, for the name " + quoted,
                                  [&] { first = session.backend->createChannel(name.c_str()); });
     if (!session.isWanted(check)) {
         return;
@@ -44,7 +43,7 @@ void tryChannels(CheckSession& session) {
     }
     if (first == nullptr) {
         session.report(check, Result::Note,
-                       "it declines the logger " + inQuotes(name) +
+                       "it declines the logger " + quoted +
                            "\nif it serves others, say with --logger how their names begin");
         return;
     }

@@ -3,7 +3,6 @@
 #include "Text.h"
 #include "live/CrashHandler.h"
 #include "live/Loader.h"
-#include "live/ObjectFault.h"
 #include "steps/Steps.h"
 
 namespace backendcheck {

@@ -96,7 +96,7 @@ void tryWaitingMessages(CheckSession& session) {
             // Cached, since the only back end that is left declines this logger.
             Logger::uninstallBackend(session.backend);
             for (int i = 0; i < count; ++i) {
-                session.logger(ProbeBackend::declinedEnd)->info() << "message " << i << " waits";
+                session.logger(ProbeBackend::declinedPart)->info() << "message " << i << " waits";
             }
             Logger::installBackend(session.backend);
         });

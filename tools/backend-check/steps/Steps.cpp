@@ -7,6 +7,7 @@
 #include "ZOL/Framework/Framework.h"
 #include "ZOL/Framework/Management/PropertyManager.h"
 
+#include "Checks.h"
 #include "live/CrashHandler.h"
 
 namespace backendcheck {

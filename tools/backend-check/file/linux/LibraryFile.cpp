@@ -2,7 +2,10 @@
 
 #include <memory>
 
+#include <dlfcn.h>
 #include <libelf.h>
+
+#include "ZOL/Framework/Framework.h"
 
 namespace backendcheck {
 
@@ -123,6 +126,27 @@ LibraryFile parseLibrary(std::string& content) {
         throw NotALibrary("is no library: it has nothing for the loader");
     }
     return library;
+}
+
+const char* const searchVariable = "LD_LIBRARY_PATH";
+const char searchSeparator = ':';
+
+std::vector<std::filesystem::path> searchFolders() {
+    std::vector<std::filesystem::path> folders = searchPath();
+    folders.push_back(frameworkFile().parent_path());
+    folders.insert(folders.end(), {"/lib/x86_64-linux-gnu", "/usr/lib/x86_64-linux-gnu", "/lib",
+                                   "/usr/lib", "/usr/local/lib"});
+    return folders;
+}
+
+std::filesystem::path frameworkFile() {
+    Dl_info info = {};
+    dladdr(reinterpret_cast<const void*>(&ZOL::Framework::Framework::propertyManager), &info);
+    return std::filesystem::canonical(info.dli_fname);
+}
+
+std::filesystem::path programFile() {
+    return std::filesystem::read_symlink("/proc/self/exe");
 }
 
 } // namespace backendcheck

@@ -156,6 +156,13 @@ void readImports(const Image& image, LibraryFile& library) {
     }
 }
 
+std::filesystem::path fileOf(HMODULE module) {
+    constexpr DWORD maxLength = 32768;
+    std::wstring file(maxLength, L'\0');
+    file.resize(GetModuleFileNameW(module, file.data(), maxLength));
+    return file;
+}
+
 } // namespace
 
 LibraryFile parseLibrary(std::string& content) {
@@ -164,6 +171,31 @@ LibraryFile parseLibrary(std::string& content) {
     readExports(image, library);
     readImports(image, library);
     return library;
+}
+
+const char* const searchVariable = "PATH";
+const char searchSeparator = ';';
+
+std::vector<std::filesystem::path> searchFolders() {
+    std::vector<std::filesystem::path> folders = {programFile().parent_path()};
+    std::wstring folder(MAX_PATH, L'\0');
+    for (const auto function : {&GetSystemDirectoryW, &GetWindowsDirectoryW}) {
+        folder.resize(MAX_PATH);
+        folder.resize(function(folder.data(), MAX_PATH));
+        folders.emplace_back(folder);
+    }
+    folders.push_back(std::filesystem::current_path());
+    const std::vector<std::filesystem::path> configured = searchPath();
+    folders.insert(folders.end(), configured.begin(), configured.end());
+    return folders;
+}
+
+std::filesystem::path frameworkFile() {
+    return fileOf(GetModuleHandleA(ZOL_MODULE_NAME ".dll"));
+}
+
+std::filesystem::path programFile() {
+    return fileOf(nullptr);
 }
 
 } // namespace backendcheck

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <stdexcept>
@@ -91,6 +92,10 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
     ChildEnd end = endOf(status);
     end.inTime = inTime;
     return end;
+}
+
+void setVariable(const char* name, const std::string& value) {
+    setenv(name, value.c_str(), 1);
 }
 
 } // namespace backendcheck

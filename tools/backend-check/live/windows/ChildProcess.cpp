@@ -1,5 +1,6 @@
 #include "live/ChildProcess.h"
 
+#include <cstdlib>
 #include <iomanip>
 #include <map>
 #include <sstream>
@@ -122,6 +123,10 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
     ChildEnd end = endOf(code);
     end.inTime = inTime;
     return end;
+}
+
+void setVariable(const char* name, const std::string& value) {
+    _putenv_s(name, value.c_str());
 }
 
 } // namespace backendcheck

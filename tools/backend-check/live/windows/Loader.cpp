@@ -6,7 +6,6 @@
 #include <windows.h>
 
 #include "file/LibraryFile.h"
-#include "file/LibrarySearch.h"
 
 namespace backendcheck {
 
