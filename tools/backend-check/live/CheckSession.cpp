@@ -40,17 +40,25 @@ void CheckSession::reportOk(const std::string& check, bool threw, const std::str
     report(check, threw ? Result::Note : Result::Ok, threw ? "it throws: see exceptions" : text);
 }
 
-bool CheckSession::attempt(const std::string& check, const std::string& action,
-                           const std::function<void()>& call) {
-    probe_->allow(maxCalls);
+std::string CheckSession::exceptionFrom(const std::string& check, const std::string& action,
+                                        const std::function<void()>& call) {
     beginStep(check, action);
     try {
         call();
-        return true;
+        return {};
     } catch (...) {
-        reportException(action);
-        return false;
+        return describeCurrentException();
     }
+}
+
+bool CheckSession::attempt(const std::string& check, const std::string& action,
+                           const std::function<void()>& call) {
+    probe_->allow(maxCalls);
+    const std::string exception = exceptionFrom(check, action, call);
+    if (!exception.empty()) {
+        reportException(exception, action);
+    }
+    return exception.empty();
 }
 
 bool CheckSession::attemptUnderLock(const std::string& check, const std::string& action,
@@ -61,12 +69,11 @@ bool CheckSession::attemptUnderLock(const std::string& check, const std::string&
     });
 }
 
-void CheckSession::reportException(const std::string& action) {
-    const std::string what = describeCurrentException();
+void CheckSession::reportException(const std::string& exception, const std::string& action) {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!std::exchange(hasThrown_, true)) {
         report("exceptions", Result::Wrong,
-               what + " came out of " + action +
+               exception + " came out of " + action +
                    "\nthe contract lets it, and it hits whoever logs or gets a logger: catch it in "
                    "the back end");
     }

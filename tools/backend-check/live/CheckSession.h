@@ -29,13 +29,19 @@ public:
     void beginStep(const std::string& check, const std::string& action) {
         record_.beginStep(check, action);
     }
-    void report(const std::string& check, Result result, const std::string& text) {
+    /// Returns false for a fault.
+    bool report(const std::string& check, Result result, const std::string& text) {
         record_.report({check, result, text});
+        return result != Result::Wrong;
     }
     /// @param threw whether the plug-in threw: then a note refers to the check "exceptions".
     void reportOk(const std::string& check, bool threw, const std::string& text);
     void done() { record_.done(); }
     bool isDone() const { return record_.isDone(); }
+
+    /// Runs a call as a step. Returns the exception that it threw, or an empty text.
+    std::string exceptionFrom(const std::string& check, const std::string& action,
+                              const std::function<void()>& call);
 
     /// Runs a call of the plug-in as a step. Returns false if it threw, which is reported under
     /// "exceptions".
@@ -46,8 +52,7 @@ public:
     bool attemptUnderLock(const std::string& check, const std::string& action,
                           const std::function<void()>& call);
 
-    /// Reports the exception that is being handled.
-    void reportException(const std::string& action);
+    void reportException(const std::string& exception, const std::string& action);
     bool hasThrown() const { return hasThrown_; }
 
     /// The name of a logger that the plug-in should serve.

@@ -10,18 +10,16 @@
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
 #include "ZOL/Framework/GenericLogger/LoggerException.h"
 
+#include "live/ThisProcess.h"
+
 namespace backendcheck {
 
-namespace {
-
 CheckRecord* crashRecord = nullptr;
-
-} // namespace
 
 void handleCrashes(CheckRecord& record) {
     crashRecord = &record;
     std::set_terminate(&onTerminate);
-    installCrashHandlers(record);
+    installCrashHandlers();
 }
 
 void onTerminate() {

@@ -10,8 +10,8 @@ namespace backendcheck {
 /// reason. To be called once.
 void handleCrashes(CheckRecord& record);
 
-/// The platform's part of it: signals or exceptions.
-void installCrashHandlers(CheckRecord& record);
+/// The record, for the handlers.
+extern CheckRecord* crashRecord;
 
 /// The handler of std::terminate, to see whether a plug-in has replaced it.
 void onTerminate();

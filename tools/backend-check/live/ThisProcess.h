@@ -11,6 +11,9 @@ namespace backendcheck {
 /// Limits what the process can take from the machine, and suppresses dialogs.
 void limitThisProcess();
 
+/// The platform's part of handleCrashes: signals or exceptions.
+void installCrashHandlers();
+
 /// Ends the process at once, without destructors and handlers.
 [[noreturn]] void endNow(int code);
 

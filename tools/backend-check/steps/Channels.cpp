@@ -16,10 +16,8 @@ namespace {
 bool isChannel(CheckSession& session, const std::string& check, LoggingChannel* channel) {
     session.beginStep(check, "the use of what createChannel returned");
     const std::string fault = objectFault(channel);
-    if (!fault.empty()) {
-        session.report(check, Result::Wrong, "what createChannel returned " + fault);
-    }
-    return fault.empty();
+    return fault.empty() ||
+           session.report(check, Result::Wrong, "what createChannel returned " + fault);
 }
 
 } // namespace

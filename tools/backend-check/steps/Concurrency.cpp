@@ -6,6 +6,7 @@
 
 #include "ZOL/Framework/GenericLogger/LoggerBackendLoadError.h"
 
+#include "live/CrashHandler.h"
 #include "steps/Steps.h"
 
 namespace backendcheck {
@@ -47,7 +48,8 @@ void logFromThread(CheckSession& session, int thread, Clock::time_point end) {
             }
         }
     } catch (...) {
-        session.reportException("log or createChannel, called from one of eight threads");
+        session.reportException(describeCurrentException(),
+                                "log or createChannel, called from one of eight threads");
     }
 }
 

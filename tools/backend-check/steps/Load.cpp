@@ -1,8 +1,6 @@
 // Checks "libraries" to "install": everything up to the installed back end.
 
 #include "Text.h"
-#include "live/CrashHandler.h"
-#include "live/Loader.h"
 #include "steps/Steps.h"
 
 namespace backendcheck {
@@ -55,50 +53,42 @@ void reportMissing(CheckSession& session, const LoadedLibrary& library) {
 
 bool loadsLibrary(CheckSession& session) {
     const std::filesystem::path file = session.options().file;
-    session.beginStep("load", "loading it, its static initialisers included");
     LoadedLibrary library;
-    try {
-        library = loadPlugin(file);
-    } catch (...) {
-        const std::string what = describeCurrentException();
-        reportMissing(session, library);
-        session.report("load", Result::Wrong, what + " came out of its static initialisers");
-        return false;
-    }
+    const std::string exception =
+        session.exceptionFrom("load", "loading it, its static initialisers included",
+                              [&] { library = loadPlugin(file); });
     reportMissing(session, library);
     if (!library.missingLibraries.empty() || !library.missingSymbols.empty()) {
         return false;
     }
+    if (!exception.empty()) {
+        return session.report("load", Result::Wrong,
+                              exception + " came out of its static initialisers");
+    }
     if (!library.error.empty()) {
-        session.report("load", Result::Wrong, "it cannot be loaded: " + library.error);
-        return false;
+        return session.report("load", Result::Wrong, "it cannot be loaded: " + library.error);
     }
     std::error_code ignored;
     if (!std::filesystem::equivalent(library.file, file, ignored)) {
-        session.report("load", Result::Wrong,
-                       "another file of that name comes first: " + library.file.string() +
-                           "\ngive the back end a name of its own");
-        return false;
+        return session.report("load", Result::Wrong,
+                              "another file of that name comes first: " + library.file.string() +
+                                  "\ngive the back end a name of its own");
     }
-    session.report("load", Result::Ok, "it can be loaded");
-    return true;
+    return session.report("load", Result::Ok, "it can be loaded");
 }
 
 bool createsBackend(CheckSession& session) {
-    session.beginStep("create", "createBackend");
-    try {
+    const std::string exception = session.exceptionFrom("create", "createBackend", [&] {
         session.backend = Logger::loadBackend(session.options().name.c_str());
-    } catch (...) {
-        session.report("create", Result::Wrong,
-                       describeCurrentException() +
-                           " came out of createBackend, and goes to the host");
-        return false;
+    });
+    if (!exception.empty()) {
+        return session.report("create", Result::Wrong,
+                              exception + " came out of createBackend, and goes to the host");
     }
     if (session.backend == nullptr) {
-        session.report("create", Result::Wrong,
-                       "createBackend returned null: it offers nothing, and nothing is "
-                       "installed\nif that depends on a property, give it with --set");
-        return false;
+        return session.report("create", Result::Wrong,
+                              "createBackend returned null: it offers nothing, and nothing is "
+                              "installed\nif that depends on a property, give it with --set");
     }
     session.report("create", Result::Ok, "createBackend returned an object");
     session.beginStep("object", "the use of what createBackend returned: it has no virtual table, "
@@ -106,32 +96,30 @@ bool createsBackend(CheckSession& session) {
     poisonFreedStack();
     const std::string fault = objectFault(session.backend);
     if (!fault.empty()) {
-        session.report("object", Result::Wrong,
-                       "what createBackend returned " + fault +
-                           "\nit must be a LoggerBackend that lives as long as the process");
-        return false;
+        return session.report("object", Result::Wrong,
+                              "what createBackend returned " + fault +
+                                  "\nit must be a LoggerBackend that lives as long as the process");
     }
-    session.report("object", Result::Ok, "the object is a LoggerBackend");
-    return true;
+    return session.report("object", Result::Ok, "the object is a LoggerBackend");
 }
 
 void tryTwice(CheckSession& session) {
-    session.beginStep("twice", "createBackend for the second time");
-    try {
-        const LoggerBackend* const second = Logger::loadBackend(session.options().name.c_str());
-        if (second == session.backend) {
-            session.report("twice", Result::Ok, "a second load gives the same object");
-        } else if (second == nullptr) {
-            session.report("twice", Result::Note, "a second load gives null");
-        } else {
-            session.report("twice", Result::Note,
-                           "a second load gives another object: nothing keeps a host from "
-                           "installing the back end twice, and each message would come out twice");
-        }
-    } catch (...) {
+    const LoggerBackend* second = nullptr;
+    const std::string exception =
+        session.exceptionFrom("twice", "createBackend for the second time", [&] {
+            second = Logger::loadBackend(session.options().name.c_str());
+        });
+    if (!exception.empty()) {
         session.report("twice", Result::Note,
-                       describeCurrentException() +
-                           " came out of the second call of createBackend");
+                       exception + " came out of the second call of createBackend");
+    } else if (second == nullptr) {
+        session.report("twice", Result::Note, "a second load gives null");
+    } else if (second == session.backend) {
+        session.report("twice", Result::Ok, "a second load gives the same object");
+    } else {
+        session.report("twice", Result::Note,
+                       "a second load gives another object: nothing keeps a host from installing "
+                       "the back end twice, and each message would come out twice");
     }
 }
 
@@ -139,19 +127,16 @@ bool installs(CheckSession& session) {
     session.beginStep("install", "installing the checker's own back end");
     Logger::installBackend(&session.probe());
     (void)session.logger();
-    session.beginStep("install",
-                      "being installed, with createChannel for each logger that there is");
-    try {
-        Logger::installBackend(session.backend);
-    } catch (...) {
-        session.report("install", Result::Wrong,
-                       describeCurrentException() +
-                           " came out of installBackend\nit comes from createChannel, or the back "
-                           "end has installed itself already");
-        return false;
+    const std::string exception = session.exceptionFrom(
+        "install", "being installed, with createChannel for each logger that there is",
+        [&] { Logger::installBackend(session.backend); });
+    if (!exception.empty()) {
+        return session.report("install", Result::Wrong,
+                              exception +
+                                  " came out of installBackend\nit comes from createChannel, or "
+                                  "the back end has installed itself already");
     }
-    session.report("install", Result::Ok, "it can be installed");
-    return true;
+    return session.report("install", Result::Ok, "it can be installed");
 }
 
 } // namespace backendcheck

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <typeinfo>
 #include <vector>
@@ -35,6 +36,18 @@ void tryWaitingMessages(CheckSession& session);
 
 std::vector<HostSetting> readHostSettings();
 void compareHostSettings(CheckSession& session, const std::vector<HostSetting>& before);
+
+/// A library that was loaded, or why it could not be.
+struct LoadedLibrary {
+    std::filesystem::path file; // where createBackend is; empty if it could not be loaded
+    std::vector<std::string> missingLibraries; // Linux: the first one
+    std::vector<std::string> missingSymbols;
+    std::string error; // any other reason, as the loader reports it
+};
+
+/// Loads a plug-in by its bare file name, as hosts do. Exceptions of its static initialisers come
+/// out, where the platform lets them.
+LoadedLibrary loadPlugin(const std::filesystem::path& file);
 
 /// Why an object that a plug-in returned is not derived from Base, or an empty text. Crashes if
 /// there is no object at that address, and belongs into a step of its own for that reason.

@@ -1,6 +1,6 @@
-#include "live/Loader.h"
-
 #include <dlfcn.h>
+
+#include "steps/Steps.h"
 
 namespace backendcheck {
 

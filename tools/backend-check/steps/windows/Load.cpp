@@ -1,11 +1,10 @@
-#include "live/Loader.h"
-
 #include <map>
 #include <set>
 
 #include <windows.h>
 
 #include "file/LibraryFile.h"
+#include "steps/Steps.h"
 
 namespace backendcheck {
 
