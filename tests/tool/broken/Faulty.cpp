@@ -124,64 +124,6 @@ private:
     LoggingChannel* volatile self_ = this;
 };
 
-const std::map<std::string, FunctionChannel::Function>& logFaults() {
-    static const auto& faults = *new const std::map<std::string, FunctionChannel::Function>{
-        {"unknown-level", &crashAtUnknownLevel},
-        {"small-buffer", &copyToSmallBuffer},
-        {"reads-too-far", &copyTooMuch},
-        {"writes-text", &writeIntoText},
-        {"keeps-text", &compareWithLastText},
-        {"one-thread", &countInThread},
-        {"exits-in-log",
-         [](LoggingLevel level, const char*) {
-             if (level == LOG_LEVEL_FATAL) {
-                 std::exit(0);
-             }
-         }},
-        {"throws-in-log",
-         [](LoggingLevel, const char* text) {
-             if (*text == '\0') {
-                 throw std::invalid_argument("nothing to write");
-             }
-         }},
-        {"logs-in-log",
-         [](LoggingLevel, const char*) {
-             Logger::getLogger("talking")->info("one message written");
-         }},
-        {"dead-lock",
-         [](LoggingLevel, const char*) {
-             std::thread([] { Logger::getLogger("worker")->info("written"); }).join();
-         }},
-        {"uninstalls-itself",
-         [](LoggingLevel, const char*) {
-             Logger::uninstallBackend(createBackend());
-         }},
-        {"slow",
-         [](LoggingLevel, const char*) {
-             static int count = 0;
-             constexpr int rarely = 20;
-             if (++count % rarely == 0) {
-                 sleepNoticeably();
-             }
-         }},
-        {"slow-at-fatal",
-         [](LoggingLevel level, const char*) {
-             if (level == LOG_LEVEL_FATAL) {
-                 sleepNoticeably();
-             }
-         }},
-        {"leaves-files-open",
-         [](LoggingLevel, const char*) {
-             (void)std::fopen("messages.log", "a");
-         }},
-        {"writes-to-output",
-         [](LoggingLevel, const char* text) {
-             std::puts(text);
-         }},
-    };
-    return faults;
-}
-
 // Faults of createChannel.
 
 /// Runs the function in place of createChannel.
@@ -205,40 +147,6 @@ private:
     const char* name_;
     volatile std::size_t length_ = 0;
 };
-
-LoggingChannel* channelOfStranger();
-
-const std::map<std::string, FunctionBackend::Function>& channelFaults() {
-    static Channel& good = *new Channel;
-    static const auto& faults = *new const std::map<std::string, FunctionBackend::Function>{
-        {"throws-at-installation",
-         [](const char*) -> LoggingChannel* {
-             throw std::runtime_error("the disk is gone");
-         }},
-        {"throws-number",
-         [](const char* name) -> LoggingChannel* {
-             return *name != '\0' ? &good : throw 42;
-         }},
-        {"silent-later",
-         [](const char* name) -> LoggingChannel* {
-             static auto& names = *new std::set<std::string>;
-             return names.insert(name).second ? &good : nullptr;
-         }},
-        {"keeps-name",
-         [](const char* name) {
-             return new NamedChannel(name);
-         }},
-        {"recursive",
-         [](const char*) {
-             return new RecursiveChannel;
-         }},
-        {"other-channel-class",
-         [](const char* name) {
-             return std::strstr(name, ".new") != nullptr ? channelOfStranger() : &good;
-         }},
-    };
-    return faults;
-}
 
 // Faults of what createBackend returns.
 
@@ -287,75 +195,6 @@ void* localObject() {
     return hidden(&local); // NOLINT(clang-analyzer-core.StackAddressEscape): the fault
 }
 
-const std::map<std::string, std::function<void*()>>& objectFaults() {
-    static const auto& faults = *new const std::map<std::string, std::function<void*()>>{
-        {"hangs-at-entry",
-         [] {
-             sleepForAnHour();
-             return nullptr;
-         }},
-        {"exits-at-entry",
-         []() -> void* {
-             std::exit(3);
-         }},
-        {"no-object",
-         []() -> void* {
-             return new Numbers;
-         }},
-        {"other-class",
-         []() -> void* {
-             return new Stranger;
-         }},
-        {"other-base",
-         []() -> void* {
-             return new SecondBase;
-         }},
-        {"local-object", &localObject},
-        {"another-each-time",
-         []() -> void* {
-             return new BackendWith<Channel>;
-         }},
-        {"ends-too-early",
-         []() -> void* {
-             static OwningBackend backend;
-             return &backend;
-         }},
-    };
-    return faults;
-}
-
-// Faults of a good back end's surroundings, when it is created and when the process ends.
-
-const std::map<std::string, std::function<void(LoggerBackend*)>>& processFaults() {
-    static const auto& faults =
-        *new const std::map<std::string, std::function<void(LoggerBackend*)>>{
-            {"installs-itself",
-             [](LoggerBackend* made) {
-                 Logger::installBackend(made);
-             }},
-            {"changes-folder",
-             [](LoggerBackend*) {
-                 std::filesystem::current_path(std::filesystem::temp_directory_path());
-             }},
-            {"changes-locale",
-             [](LoggerBackend*) {
-                 std::setlocale(LC_ALL, "C.UTF-8");
-             }},
-            {"cuts-exit-short",
-             [](LoggerBackend*) {
-                 std::atexit([] { std::_Exit(0); });
-             }},
-            // The destructor of the last object, below, is the fault.
-            {"crashes-at-exit",
-             [](LoggerBackend*) {
-             }},
-            {"hangs-at-exit",
-             [](LoggerBackend*) {
-             }},
-        };
-    return faults;
-}
-
 volatile int* volatile nowhere = nullptr;
 
 struct Ending {
@@ -370,30 +209,128 @@ struct Ending {
     }
 } ending;
 
-LoggerBackend* makeBackend(const std::string& fault) {
-    if (const auto found = logFaults().find(fault); found != logFaults().end()) {
-        static auto& channel = *new FunctionChannel(found->second);
-        return new FunctionBackend([](const char*) { return &channel; });
-    }
-    if (const auto found = channelFaults().find(fault); found != channelFaults().end()) {
-        return new FunctionBackend(found->second);
-    }
-    auto* const backend = new BackendWith<Channel>;
-    processFaults().at(fault)(backend);
-    ending.crashes = fault == "crashes-at-exit";
-    ending.hangs = fault == "hangs-at-exit";
-    return backend;
+using Maker = std::function<LoggerBackend*()>;
+
+Maker inLog(const FunctionChannel::Function& function) {
+    return [function] {
+        return new FunctionBackend(
+            [channel = new FunctionChannel(function)](const char*) { return channel; });
+    };
+}
+
+Maker inCreateChannel(const FunctionBackend::Function& function) {
+    return [function] {
+        return new FunctionBackend(function);
+    };
+}
+
+/// Runs the function in createBackend, with a good back end.
+Maker inCreateBackend(const std::function<void(LoggerBackend*)>& function) {
+    return [function] {
+        auto* const backend = new BackendWith<Channel>;
+        function(backend);
+        return backend;
+    };
+}
+
+/// Returns the object in place of a back end.
+Maker object(void* (*make)()) {
+    return [make] {
+        return static_cast<LoggerBackend*>(make());
+    };
+}
+
+const std::map<std::string, Maker>& faults() {
+    static Channel& good = *new Channel;
+    static const auto& faults = *new const std::map<std::string, Maker>{
+        {"unknown-level", inLog(&crashAtUnknownLevel)},
+        {"small-buffer", inLog(&copyToSmallBuffer)},
+        {"reads-too-far", inLog(&copyTooMuch)},
+        {"writes-text", inLog(&writeIntoText)},
+        {"keeps-text", inLog(&compareWithLastText)},
+        {"one-thread", inLog(&countInThread)},
+        {"exits-in-log", inLog([](LoggingLevel level, const char*) {
+             if (level == LOG_LEVEL_FATAL) {
+                 std::exit(0);
+             }
+         })},
+        {"throws-in-log", inLog([](LoggingLevel, const char* text) {
+             if (*text == '\0') {
+                 throw std::invalid_argument("nothing to write");
+             }
+         })},
+        {"logs-in-log", inLog([](LoggingLevel, const char*) {
+             Logger::getLogger("talking")->info("one message written");
+         })},
+        {"dead-lock", inLog([](LoggingLevel, const char*) {
+             std::thread([] { Logger::getLogger("worker")->info("written"); }).join();
+         })},
+        {"uninstalls-itself",
+         inLog([](LoggingLevel, const char*) { Logger::uninstallBackend(createBackend()); })},
+        {"slow", inLog([](LoggingLevel, const char*) {
+             static int count = 0;
+             constexpr int rarely = 20;
+             if (++count % rarely == 0) {
+                 sleepNoticeably();
+             }
+         })},
+        {"slow-at-fatal", inLog([](LoggingLevel level, const char*) {
+             if (level == LOG_LEVEL_FATAL) {
+                 sleepNoticeably();
+             }
+         })},
+        {"leaves-files-open",
+         inLog([](LoggingLevel, const char*) { (void)std::fopen("messages.log", "a"); })},
+        {"writes-to-output", inLog([](LoggingLevel, const char* text) { std::puts(text); })},
+        {"throws-at-installation", inCreateChannel([](const char*) -> LoggingChannel* {
+             throw std::runtime_error("the disk is gone");
+         })},
+        {"throws-number", inCreateChannel([](const char* name) -> LoggingChannel* {
+             return *name != '\0' ? &good : throw 42;
+         })},
+        {"silent-later", inCreateChannel([](const char* name) -> LoggingChannel* {
+             static auto& names = *new std::set<std::string>;
+             return names.insert(name).second ? &good : nullptr;
+         })},
+        {"keeps-name", inCreateChannel([](const char* name) { return new NamedChannel(name); })},
+        {"recursive", inCreateChannel([](const char*) { return new RecursiveChannel; })},
+        {"other-channel-class", inCreateChannel([](const char* name) {
+             return std::strstr(name, ".new") != nullptr ? channelOfStranger() : &good;
+         })},
+        {"hangs-at-entry", inCreateBackend([](LoggerBackend*) { sleepForAnHour(); })},
+        {"exits-at-entry", inCreateBackend([](LoggerBackend*) { std::exit(3); })},
+        {"no-object", object([]() -> void* { return new Numbers; })},
+        {"other-class", object([]() -> void* { return new Stranger; })},
+        {"other-base", object([]() -> void* { return new SecondBase; })},
+        {"local-object", object(&localObject)},
+        {"ends-too-early", object([]() -> void* {
+             static OwningBackend backend;
+             return &backend;
+         })},
+        {"installs-itself",
+         inCreateBackend([](LoggerBackend* made) { Logger::installBackend(made); })},
+        {"changes-folder", inCreateBackend([](LoggerBackend*) {
+             std::filesystem::current_path(std::filesystem::temp_directory_path());
+         })},
+        {"changes-locale",
+         inCreateBackend([](LoggerBackend*) { std::setlocale(LC_ALL, "C.UTF-8"); })},
+        {"cuts-exit-short",
+         inCreateBackend([](LoggerBackend*) { std::atexit([] { std::_Exit(0); }); })},
+        {"crashes-at-exit", inCreateBackend([](LoggerBackend*) { ending.crashes = true; })},
+        {"hangs-at-exit", inCreateBackend([](LoggerBackend*) { ending.hangs = true; })},
+    };
+    return faults;
 }
 
 } // namespace
 
 extern "C" LoggerBackend* createBackend() {
     static const std::string& fault = *new std::string(chosenFault());
-    if (const auto found = objectFaults().find(fault); found != objectFaults().end()) {
-        return static_cast<LoggerBackend*>(found->second());
+    if (fault == "another-each-time") {
+        return new BackendWith<Channel>;
     }
     static volatile int count = 0;
     messageCount = &count;
-    static LoggerBackend* const backend = makeBackend(fault);
+    static LoggerBackend* const backend = faults().at(fault)();
     return backend;
 }
