@@ -36,13 +36,13 @@ bool CheckSession::isWanted(const std::string& check) const {
            options_.skipped.end();
 }
 
-void CheckSession::reportOk(const std::string& check, bool threw, const std::string& text) {
-    report(check, threw ? Result::Note : Result::Ok, threw ? "it throws: see exceptions" : text);
+void CheckSession::reportOk(const std::string& text) {
+    report(threw_ ? Result::Note : Result::Ok, threw_ ? "it throws: see exceptions" : text);
 }
 
-std::string CheckSession::exceptionFrom(const std::string& check, const std::string& action,
+std::string CheckSession::exceptionFrom(const std::string& action,
                                         const std::function<void()>& call) {
-    beginStep(check, action);
+    beginStep(action);
     try {
         call();
         return {};
@@ -51,19 +51,19 @@ std::string CheckSession::exceptionFrom(const std::string& check, const std::str
     }
 }
 
-bool CheckSession::attempt(const std::string& check, const std::string& action,
-                           const std::function<void()>& call) {
+bool CheckSession::attempt(const std::string& action, const std::function<void()>& call) {
     probe_->allow(maxCalls);
-    const std::string exception = exceptionFrom(check, action, call);
-    if (!exception.empty()) {
-        reportException(exception, action);
+    const std::string exception = exceptionFrom(action, call);
+    if (exception.empty()) {
+        return true;
     }
-    return exception.empty();
+    reportException(exception, action);
+    threw_ = true;
+    return false;
 }
 
-bool CheckSession::attemptUnderLock(const std::string& check, const std::string& action,
-                                    const std::function<void()>& call) {
-    return attempt(check, action, [&] {
+bool CheckSession::attemptUnderLock(const std::string& action, const std::function<void()>& call) {
+    return attempt(action, [&] {
         probe_->runInNextMessage(call);
         logger(".lock")->info("with the lock");
     });
@@ -72,6 +72,7 @@ bool CheckSession::attemptUnderLock(const std::string& check, const std::string&
 void CheckSession::reportException(const std::string& exception, const std::string& action) {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!std::exchange(hasThrown_, true)) {
+        threw_ = true;
         report("exceptions", Result::Wrong,
                exception + " came out of " + action +
                    "\nthe contract lets it, and it hits whoever logs or gets a logger: catch it in "

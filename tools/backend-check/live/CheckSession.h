@@ -26,34 +26,38 @@ public:
     /// False if an earlier process has a result of that check.
     bool isWanted(const std::string& check) const;
 
-    void beginStep(const std::string& check, const std::string& action) {
-        record_.beginStep(check, action);
+    /// The next steps and reports belong to that check.
+    void beginCheck(const std::string& check) {
+        check_ = check;
+        threw_ = false;
     }
+    /// What the process does from now on.
+    void beginStep(const std::string& action) { record_.beginStep(check_, action); }
+
     /// Returns false for a fault.
     bool report(const std::string& check, Result result, const std::string& text) {
         record_.report({check, result, text});
         return result != Result::Wrong;
     }
-    /// @param threw whether the plug-in threw: then a note refers to the check "exceptions".
-    void reportOk(const std::string& check, bool threw, const std::string& text);
+    bool report(Result result, const std::string& text) { return report(check_, result, text); }
+    /// If the plug-in threw, a note refers to the check "exceptions" instead.
+    void reportOk(const std::string& text);
     void done() { record_.done(); }
     bool isDone() const { return record_.isDone(); }
 
     /// Runs a call as a step. Returns the exception that it threw, or an empty text.
-    std::string exceptionFrom(const std::string& check, const std::string& action,
-                              const std::function<void()>& call);
+    std::string exceptionFrom(const std::string& action, const std::function<void()>& call);
 
     /// Runs a call of the plug-in as a step. Returns false if it threw, which is reported under
     /// "exceptions".
-    bool attempt(const std::string& check, const std::string& action,
-                 const std::function<void()>& call);
+    bool attempt(const std::string& action, const std::function<void()>& call);
 
     /// The same, under the logging lock, as the framework calls a plug-in.
-    bool attemptUnderLock(const std::string& check, const std::string& action,
-                          const std::function<void()>& call);
+    bool attemptUnderLock(const std::string& action, const std::function<void()>& call);
 
     void reportException(const std::string& exception, const std::string& action);
     bool hasThrown() const { return hasThrown_; }
+    bool hasThrownInCheck() const { return threw_; }
 
     /// The name of a logger that the plug-in should serve.
     std::string loggerName(const std::string& end = "") const { return options_.logger + end; }
@@ -68,6 +72,8 @@ private:
     Options options_; // a copy: used after main has returned
     CheckRecord& record_;
     ProbeBackend* probe_;
+    std::string check_;
+    bool threw_ = false; // in this check
     bool hasThrown_ = false;
     std::mutex mutex_;
 };

@@ -13,54 +13,53 @@ using ZOL::Framework::GenericLogger::LoggingChannel;
 namespace {
 
 /// False if the channel cannot be used, which is then reported.
-bool isChannel(CheckSession& session, const std::string& check, LoggingChannel* channel) {
-    session.beginStep(check, "the use of what createChannel returned");
+bool isChannel(CheckSession& session, LoggingChannel* channel) {
+    session.beginStep("the use of what createChannel returned");
     const std::string fault = objectFault(channel);
-    return fault.empty() ||
-           session.report(check, Result::Wrong, "what createChannel returned " + fault);
+    return fault.empty() || session.report(Result::Wrong, "what createChannel returned " + fault);
 }
 
 } // namespace
 
 void tryChannels(CheckSession& session) {
-    constexpr const char* check = "channels";
+    session.beginCheck("channels");
     LoggingChannel* first = nullptr;
     LoggingChannel* second = nullptr;
     // No logger has this name yet.
     const std::string name = session.loggerName(".new");
     const std::string quoted = '"' + name + '"';
-    const bool asked =
-        session.attemptUnderLock(check, "createChannel, for the name " + quoted,
-                                 [&] { first = session.backend->createChannel(name.c_str()); });
-    if (!session.isWanted(check)) {
+    const bool asked = session.attemptUnderLock("createChannel, for the name " + quoted, [&] {
+        first = session.backend->createChannel(name.c_str());
+    });
+    if (!session.isWanted("channels")) {
         return;
     }
     if (!asked) {
-        session.reportOk(check, true, {});
+        session.reportOk({});
         return;
     }
     if (first == nullptr) {
-        session.report(check, Result::Note,
+        session.report(Result::Note,
                        "it declines the logger " + quoted +
                            "\nif it serves others, say with --logger how their names begin");
         return;
     }
-    if (!isChannel(session, check, first)) {
+    if (!isChannel(session, first)) {
         return;
     }
-    if (!session.attemptUnderLock(check, "createChannel, for the second time for one name",
+    if (!session.attemptUnderLock("createChannel, for the second time for one name",
                                   [&] { second = session.backend->createChannel(name.c_str()); })) {
-        session.reportOk(check, true, {});
+        session.reportOk({});
     } else if (second == nullptr) {
-        session.report(check, Result::Wrong,
+        session.report(Result::Wrong,
                        "asked for the second time for one name, it returned null: every logger "
                        "falls silent at the next installation of any back end");
-    } else if (isChannel(session, check, second) &&
-               session.attemptUnderLock(check, "log to a channel that was asked for again", [&] {
+    } else if (isChannel(session, second) &&
+               session.attemptUnderLock("log to a channel that was asked for again", [&] {
                    second->log(LOG_LEVEL_ERROR, std::string("asked for again").c_str());
                })) {
-        session.report(check, Result::Ok,
-                       first == second ? "asked twice for one name, it gives the same channel"
+        session.report(Result::Ok, first == second
+                                       ? "asked twice for one name, it gives the same channel"
                                        : "asked twice for one name, it gives another channel");
     }
 }
@@ -78,29 +77,24 @@ void tryNames(CheckSession& session) {
         {"a name with the characters of paths", base + "/../\\a:b*c?\"<>|"},
         {"a name that is no UTF-8", base + " \xFF\xFE\xC3"},
     }};
-    bool threw = false;
     for (const auto& [kind, name] : names) {
         LoggingChannel* channel = nullptr;
         {
             const GuardedText text(name);
-            threw |=
-                !session.attemptUnderLock("names", std::string("createChannel with ") + kind, [&] {
-                    channel = session.backend->createChannel(text.get());
-                });
+            session.attemptUnderLock(std::string("createChannel with ") + kind,
+                                     [&] { channel = session.backend->createChannel(text.get()); });
         }
         if (channel == nullptr) {
             continue;
         }
-        if (!isChannel(session, "names", channel)) {
+        if (!isChannel(session, channel)) {
             return;
         }
-        threw |=
-            !session.attemptUnderLock("names", std::string("log, for a logger with ") + kind, [&] {
-                channel->log(LOG_LEVEL_ERROR, std::string("the name is gone").c_str());
-            });
+        session.attemptUnderLock(std::string("log, for a logger with ") + kind, [&] {
+            channel->log(LOG_LEVEL_ERROR, std::string("the name is gone").c_str());
+        });
     }
-    session.reportOk("names", threw,
-                     "it takes names that are empty, long, of several lines or strange");
+    session.reportOk("it takes names that are empty, long, of several lines or strange");
 }
 
 } // namespace backendcheck

@@ -38,7 +38,6 @@ void measureTime(CheckSession& session) {
     constexpr std::chrono::milliseconds slowWorst{100};
     constexpr std::chrono::milliseconds slowMedian{10};
     std::vector<Clock::duration> times;
-    bool threw = false;
     // A slow back end need not be called that often.
     const Clock::time_point end = Clock::now() + std::chrono::seconds(3);
     for (std::size_t i = 0; i < messageCount && Clock::now() < end; ++i) {
@@ -46,7 +45,7 @@ void measureTime(CheckSession& session) {
         const LoggingLevel level =
             session.isWanted("levels") ? namedLevels[i % namedLevels.size()] : LOG_LEVEL_INFO;
         Clock::time_point start;
-        threw |= !session.attempt("time", "log with a short text", [&] {
+        session.attempt("log with a short text", [&] {
             start = Clock::now();
             session.logger()->log(level, "how long does it take?");
         });
@@ -58,12 +57,12 @@ void measureTime(CheckSession& session) {
     session.isSlow = median > slowMedian;
     const std::string text = "a message takes " + inMilliseconds(median) + " as a rule, " +
                              inMilliseconds(worst) + " at worst";
-    if (!threw && (median > slowMedian || worst > slowWorst)) {
-        session.report("time", Result::Note,
+    if (!session.hasThrownInCheck() && (median > slowMedian || worst > slowWorst)) {
+        session.report(Result::Note,
                        text +
                            "\nall loggers of the process wait for as long; is the machine busy?");
     } else {
-        session.reportOk("time", threw, text);
+        session.reportOk(text);
     }
 }
 
@@ -75,7 +74,7 @@ void lookForLeaks(CheckSession& session) {
     const std::size_t memory = usedMemory();
     const Clock::time_point end = Clock::now() + std::chrono::seconds(2);
     for (int i = 0; i < messageCount && Clock::now() < end; ++i) {
-        session.attempt("leaks", "log with many messages",
+        session.attempt("log with many messages",
                         [&] { session.logger()->info("does it keep something?"); });
     }
     const std::size_t moreHandles =
@@ -85,26 +84,23 @@ void lookForLeaks(CheckSession& session) {
     const Clock::time_point bigEnd = Clock::now() + std::chrono::seconds(2);
     // A crash over long texts is reported already.
     for (int i = 0; session.isWanted("texts") && i < bigCount && Clock::now() < bigEnd; ++i) {
-        session.attempt("leaks", "log with many long messages",
+        session.attempt("log with many long messages",
                         [&] { session.logger()->info(bigText.c_str()); });
     }
     const std::size_t moreMemory = std::max(usedMemory(), memory) - memory;
 
     if (moreThreads > tooManyHandles) {
-        session.report("leaks", Result::Wrong,
-                       "the messages so far left " + std::to_string(moreThreads) +
-                           " threads behind");
+        session.report(Result::Wrong, "the messages so far left " + std::to_string(moreThreads) +
+                                          " threads behind");
     } else if (moreHandles > tooManyHandles) {
-        session.report("leaks", Result::Wrong,
-                       "the messages so far left " + std::to_string(moreHandles) +
-                           " files or other handles open");
+        session.report(Result::Wrong, "the messages so far left " + std::to_string(moreHandles) +
+                                          " files or other handles open");
     } else if (moreMemory > tooMuchMemory) {
-        session.report("leaks", Result::Note,
+        session.report(Result::Note,
                        "75 MiB of messages left " + std::to_string(moreMemory >> 20U) +
                            " MiB of memory in use: a host that runs for long runs out of it");
     } else {
-        session.report("leaks", Result::Ok,
-                       "it keeps no files, threads or memory for each message");
+        session.report(Result::Ok, "it keeps no files, threads or memory for each message");
     }
 }
 

@@ -33,7 +33,8 @@ std::vector<HostSetting> readHostSettings() {
 }
 
 void compareHostSettings(CheckSession& session, const std::vector<HostSetting>& before) {
-    session.beginStep("host", "looking at what it changed");
+    session.beginCheck("host");
+    session.beginStep("looking at what it changed");
     const std::vector<HostSetting> after = readHostSettings();
     Result result = Result::Ok;
     std::string text;
@@ -48,10 +49,9 @@ void compareHostSettings(CheckSession& session, const std::vector<HostSetting>& 
         }
         result = before[i].isFatal || result == Result::Wrong ? Result::Wrong : Result::Note;
     }
-    session.report("host", result,
-                   result == Result::Ok
-                       ? "it leaves locale, folder, streams, signals and the like alone"
-                       : text + "\nthat belongs to the host");
+    session.report(result, result == Result::Ok
+                               ? "it leaves locale, folder, streams, signals and the like alone"
+                               : text + "\nthat belongs to the host");
 }
 
 } // namespace backendcheck

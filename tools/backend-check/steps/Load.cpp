@@ -54,89 +54,90 @@ void reportMissing(CheckSession& session, const LoadedLibrary& library) {
 bool loadsLibrary(CheckSession& session) {
     const std::filesystem::path file = session.options().file;
     LoadedLibrary library;
-    const std::string exception =
-        session.exceptionFrom("load", "loading it, its static initialisers included",
-                              [&] { library = loadPlugin(file); });
+    session.beginCheck("load");
+    const std::string exception = session.exceptionFrom(
+        "loading it, its static initialisers included", [&] { library = loadPlugin(file); });
     reportMissing(session, library);
     if (!library.missingLibraries.empty() || !library.missingSymbols.empty()) {
         return false;
     }
     if (!exception.empty()) {
-        return session.report("load", Result::Wrong,
-                              exception + " came out of its static initialisers");
+        return session.report(Result::Wrong, exception + " came out of its static initialisers");
     }
     if (!library.error.empty()) {
-        return session.report("load", Result::Wrong, "it cannot be loaded: " + library.error);
+        return session.report(Result::Wrong, "it cannot be loaded: " + library.error);
     }
     std::error_code ignored;
     if (!std::filesystem::equivalent(library.file, file, ignored)) {
-        return session.report("load", Result::Wrong,
+        return session.report(Result::Wrong,
                               "another file of that name comes first: " + library.file.string() +
                                   "\ngive the back end a name of its own");
     }
-    return session.report("load", Result::Ok, "it can be loaded");
+    return session.report(Result::Ok, "it can be loaded");
 }
 
 bool createsBackend(CheckSession& session) {
-    const std::string exception = session.exceptionFrom("create", "createBackend", [&] {
+    session.beginCheck("create");
+    const std::string exception = session.exceptionFrom("createBackend", [&] {
         session.backend = Logger::loadBackend(session.options().name.c_str());
     });
     if (!exception.empty()) {
-        return session.report("create", Result::Wrong,
+        return session.report(Result::Wrong,
                               exception + " came out of createBackend, and goes to the host");
     }
     if (session.backend == nullptr) {
-        return session.report("create", Result::Wrong,
+        return session.report(Result::Wrong,
                               "createBackend returned null: it offers nothing, and nothing is "
                               "installed\nif that depends on a property, give it with --set");
     }
-    session.report("create", Result::Ok, "createBackend returned an object");
-    session.beginStep("object", "the use of what createBackend returned: it has no virtual table, "
-                                "was destroyed, or is a local variable");
+    session.report(Result::Ok, "createBackend returned an object");
+    session.beginCheck("object");
+    session.beginStep("the use of what createBackend returned: it has no virtual table, "
+                      "was destroyed, or is a local variable");
     poisonFreedStack();
     const std::string fault = objectFault(session.backend);
     if (!fault.empty()) {
-        return session.report("object", Result::Wrong,
+        return session.report(Result::Wrong,
                               "what createBackend returned " + fault +
                                   "\nit must be a LoggerBackend that lives as long as the process");
     }
-    return session.report("object", Result::Ok, "the object is a LoggerBackend");
+    return session.report(Result::Ok, "the object is a LoggerBackend");
 }
 
 void tryTwice(CheckSession& session) {
     const LoggerBackend* second = nullptr;
-    const std::string exception =
-        session.exceptionFrom("twice", "createBackend for the second time", [&] {
-            second = Logger::loadBackend(session.options().name.c_str());
-        });
+    session.beginCheck("twice");
+    const std::string exception = session.exceptionFrom("createBackend for the second time", [&] {
+        second = Logger::loadBackend(session.options().name.c_str());
+    });
     if (!exception.empty()) {
-        session.report("twice", Result::Note,
-                       exception + " came out of the second call of createBackend");
+        session.report(Result::Note, exception + " came out of the second call of createBackend");
     } else if (second == nullptr) {
-        session.report("twice", Result::Note, "a second load gives null");
+        session.report(Result::Note, "a second load gives null");
     } else if (second == session.backend) {
-        session.report("twice", Result::Ok, "a second load gives the same object");
+        session.report(Result::Ok, "a second load gives the same object");
     } else {
-        session.report("twice", Result::Note,
+        session.report(Result::Note,
                        "a second load gives another object: nothing keeps a host from installing "
                        "the back end twice, and each message would come out twice");
     }
 }
 
 bool installs(CheckSession& session) {
-    session.beginStep("install", "installing the checker's own back end");
+    session.beginCheck("install");
+    session.beginStep("installing the checker's own back end");
     Logger::installBackend(&session.probe());
     (void)session.logger();
-    const std::string exception = session.exceptionFrom(
-        "install", "being installed, with createChannel for each logger that there is",
-        [&] { Logger::installBackend(session.backend); });
+    const std::string exception =
+        session.exceptionFrom("being installed, with createChannel for each logger that there is",
+                              [&] { Logger::installBackend(session.backend); });
     if (!exception.empty()) {
-        return session.report("install", Result::Wrong,
+        return session.report(Result::Wrong,
                               exception +
                                   " came out of installBackend\nit comes from createChannel, or "
                                   "the back end has installed itself already");
     }
-    return session.report("install", Result::Ok, "it can be installed");
+    return session.report(Result::Ok, "it can be installed");
 }
 
 } // namespace backendcheck

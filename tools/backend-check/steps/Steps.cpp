@@ -24,18 +24,17 @@ void logAtExit() {
     if (!session.isDone()) {
         return; // the plug-in has called exit
     }
-    session.beginStep("exit",
-                      "log while the process ends: the plug-in's static objects are destroyed by "
+    session.beginCheck("exit");
+    session.beginStep("log while the process ends: the plug-in's static objects are destroyed by "
                       "then, and what loggers use must not be among them");
     try {
         session.logger()->error("while the process ends");
-        session.beginStep("exit",
-                          "createChannel while the process ends: the plug-in's static objects are "
+        session.beginStep("createChannel while the process ends: the plug-in's static objects are "
                           "destroyed by then, and the back end must not be among them");
         session.logger(".at.exit")->error("a new logger while the process ends");
-        session.beginStep("exit", "the rest of the process's end");
+        session.beginStep("the rest of the process's end");
     } catch (...) {
-        session.report("exit", Result::Wrong,
+        session.report(Result::Wrong,
                        describeCurrentException() + " came out of log while the process ends");
     }
 }
@@ -60,6 +59,7 @@ void tryMessages(CheckSession& session) {
          {"waiting", &tryWaitingMessages}}};
     for (const auto& [check, step] : steps) {
         if (session.isWanted(check)) {
+            session.beginCheck(check);
             step(session);
         }
     }
@@ -98,7 +98,8 @@ int tryPlugin(const Options& options) {
         session.report("exceptions", Result::Ok, "no exception came out of it");
     }
     session.done();
-    session.beginStep("exit", endOfProcess);
+    session.beginCheck("exit");
+    session.beginStep(endOfProcess);
     return exitGood;
 }
 
