@@ -10,9 +10,8 @@ namespace backendcheck {
 /// How a process ended.
 struct ChildEnd {
     bool inTime = true;
-    bool crashed = false;
-    int code = 0;     // its exit code, if it did not crash
-    std::string what; // "crashed (segmentation fault)", "ended with exit code 3"
+    int code = 0;      // its exit code, if it did not crash
+    std::string crash; // such as "segmentation fault"; empty if it did not crash
     bool stackOverflow = false;
 };
 

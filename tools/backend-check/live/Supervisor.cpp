@@ -93,14 +93,16 @@ std::string describe(const ChildEnd& end, const RecordContent& record, int timeo
                "held meanwhile, and on Windows it is gone at the end of the process\nif it has a "
                "lock of its own: it must not hold that while it logs";
     }
-    if (end.crashed || !record.crashReason.empty()) {
-        return "the process " + end.what + " in " + record.action;
+    const bool crashed = !end.crash.empty();
+    const std::string what = crashed ? "crashed (" + end.crash + ")"
+                                     : "ended with exit code " + std::to_string(end.code);
+    const std::string where = " in " + record.action;
+    if (crashed || !record.crashReason.empty()) {
+        return "the process " + what + where;
     }
-    if (record.isDone) {
-        return "the process " + end.what + " in place of 0, in " + record.action;
-    }
-    return "it ended the process with exit code " + std::to_string(end.code) + " in " +
-           record.action;
+    return record.isDone
+               ? "the process " + what + " in place of 0," + where
+               : "it ended the process with exit code " + std::to_string(end.code) + where;
 }
 
 class Supervisor {
@@ -167,7 +169,7 @@ private:
             }
         }
         made_.insert(found.begin(), found.end());
-        if (end.inTime && !end.crashed && record.isDone && end.code == exitGood) {
+        if (end.inTime && end.crash.empty() && record.isDone && end.code == exitGood) {
             takeGoodEnd(record);
             return false;
         }

@@ -34,18 +34,6 @@ const char* describe(int signal) {
     return text != texts.end() ? text->second : strsignal(signal);
 }
 
-ChildEnd endOf(int status) {
-    ChildEnd end;
-    if (WIFSIGNALED(status)) {
-        end.crashed = true;
-        end.what = std::string("crashed (") + describe(WTERMSIG(status)) + ")";
-    } else {
-        end.code = WEXITSTATUS(status);
-        end.what = "ended with exit code " + std::to_string(end.code);
-    }
-    return end;
-}
-
 } // namespace
 
 ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem::path& output,
@@ -77,11 +65,11 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
         throw std::runtime_error("cannot start " + command.front());
     }
 
+    ChildEnd end;
     int status = 0;
-    bool inTime = true;
     while (waitpid(id, &status, WNOHANG) == 0) {
         if (isOverdue()) {
-            inTime = false;
+            end.inTime = false;
             kill(-id, SIGKILL);
             waitpid(id, &status, 0);
             break;
@@ -89,8 +77,11 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
         std::this_thread::sleep_for(pollInterval);
     }
     kill(-id, SIGKILL); // processes that it started
-    ChildEnd end = endOf(status);
-    end.inTime = inTime;
+    if (WIFSIGNALED(status)) {
+        end.crash = describe(WTERMSIG(status));
+    } else {
+        end.code = WEXITSTATUS(status);
+    }
     return end;
 }
 

@@ -1,7 +1,6 @@
 #include "live/ChildProcess.h"
 
 #include <cstdlib>
-#include <iomanip>
 #include <map>
 #include <sstream>
 #include <stdexcept>
@@ -49,7 +48,7 @@ HANDLE makeJob() {
     return job;
 }
 
-const char* describe(DWORD code) {
+std::string describe(DWORD code) {
     static const std::map<DWORD, const char*> texts = {
         {EXCEPTION_ACCESS_VIOLATION, "access violation, "},
         {EXCEPTION_STACK_OVERFLOW, "stack overflow, "},
@@ -57,25 +56,11 @@ const char* describe(DWORD code) {
         {EXCEPTION_INT_DIVIDE_BY_ZERO, "division by zero, "},
         {0xC0000374, "damaged heap, "},
         {0xC0000409, "damaged stack or invalid call, "}};
-    const auto text = texts.find(code);
-    return text != texts.end() ? text->second : "";
-}
-
-ChildEnd endOf(DWORD code) {
-    ChildEnd end;
-    constexpr DWORD firstError = 0xC0000000;
-    if (code >= firstError) {
-        end.crashed = true;
-        end.stackOverflow = code == static_cast<DWORD>(EXCEPTION_STACK_OVERFLOW);
-        std::ostringstream text;
-        text << "crashed (" << describe(code) << "0x" << std::hex << std::uppercase
-             << std::setfill('0') << code << ")";
-        end.what = text.str();
-    } else {
-        end.code = static_cast<int>(code);
-        end.what = "ended with exit code " + std::to_string(end.code);
-    }
-    return end;
+    const auto known = texts.find(code);
+    std::ostringstream text;
+    text << (known != texts.end() ? known->second : "") << "0x" << std::hex << std::uppercase
+         << code;
+    return text.str();
 }
 
 } // namespace
@@ -107,10 +92,10 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
     ResumeThread(information.hThread);
     CloseHandle(information.hThread);
 
-    bool inTime = true;
+    ChildEnd end;
     while (WaitForSingleObject(information.hProcess, pollInterval) == WAIT_TIMEOUT) {
         if (isOverdue()) {
-            inTime = false;
+            end.inTime = false;
             TerminateProcess(information.hProcess, killedForTimeout);
             WaitForSingleObject(information.hProcess, INFINITE);
             break;
@@ -120,8 +105,13 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
     GetExitCodeProcess(information.hProcess, &code);
     CloseHandle(information.hProcess);
     CloseHandle(job);
-    ChildEnd end = endOf(code);
-    end.inTime = inTime;
+    constexpr DWORD firstError = 0xC0000000;
+    if (code >= firstError) {
+        end.crash = describe(code);
+        end.stackOverflow = code == static_cast<DWORD>(EXCEPTION_STACK_OVERFLOW);
+    } else {
+        end.code = static_cast<int>(code);
+    }
     return end;
 }
 
