@@ -77,7 +77,7 @@ private:
     std::unique_ptr<Module> module_;
 };
 
-void useLifeClient() {
+void useModuleClient() {
     const Loaded<ModuleClient> loaded;
     const ModuleClient& client = *loaded;
     for (int message = 0; message < messages; ++message) {
@@ -154,12 +154,12 @@ void expectAFreshStart() {
 }
 
 TEST(ModuleTwoLoaders, OfTheSameModuleEachFindTheServicesAndLeaveNothingLoaded) {
-    runAtOnce(useLifeClient, useLifeClient);
+    runAtOnce(useModuleClient, useModuleClient);
     expectAFreshStart();
 }
 
 TEST(ModuleTwoLoaders, OfTwoModulesEachFindTheServicesAndLeaveNothingLoaded) {
-    runAtOnce(useLifeClient, useModuleA);
+    runAtOnce(useModuleClient, useModuleA);
     expectAFreshStart();
 }
 
