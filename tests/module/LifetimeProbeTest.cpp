@@ -1,5 +1,6 @@
 // Every service of the framework works whenever code of a module or a program can run. The child
-// programs exit with 0 only if all services worked, and write one line per moment to the crisis log.
+// programs exit with 0 only if all services worked, and write one line per moment to the crisis
+// log.
 
 #include <algorithm>
 #include <fstream>
