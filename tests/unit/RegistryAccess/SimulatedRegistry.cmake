@@ -46,16 +46,16 @@ zol_add_tests(zol_registry_tests)
 # Compares random sequences of operations with a model.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NOT ZOL_SANITIZE MATCHES "thread")
     add_executable(zol_registry_fuzzer
-        ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/corpus
-        RegistryFuzzer.EveryOperationDoesWhatTheModelDoes
         fuzz/Model.cpp
         fuzz/OperationInput.cpp
         fuzz/RegistryFuzzer.cpp
         fuzz/Run.cpp
         simulated/NodeCell.cpp
         simulated/Thrown.cpp)
+    target_sources(zol_registry_fuzzer PRIVATE ${ZOL_REGISTRY_ACCESS_SOURCES} ${registry_simulation})
     target_include_directories(zol_registry_fuzzer PRIVATE ${registry_includes} simulated)
     target_link_libraries(zol_registry_fuzzer PRIVATE zol_settings zol_boost_thread)
-    target_sources(zol_registry_fuzzer PRIVATE ${ZOL_REGISTRY_ACCESS_SOURCES} ${registry_simulation})
-    zol_add_fuzzer(zol_registry_fuzzer 60000)
+    zol_add_fuzzer(zol_registry_fuzzer 60000
+        RegistryFuzzer.EveryOperationDoesWhatTheModelDoes
+        ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/corpus)
 endif()
