@@ -2,7 +2,7 @@
 # test.sh [all] [windows|linux] [-R REGEX]: sets up the machine, then builds and tests for Windows under
 # Wine and for Linux, and checks format and lint of what changed. With all, what CI runs: also the
 # sanitizers, every mixed build, packages, documents, and lint of everything. With -R, builds only what
-# the tests need whose names match, and runs those. Continues after a failure, and ends with a line and
+# the tests need whose names match (of a test program, the names of its suites), and runs those. Continues after a failure, and ends with a line and
 # a time for each part.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -60,13 +60,13 @@ run_logged() {
     "$@" >"$log" 2>&1 || { tail -n 200 "$log"; return 1; }
 }
 
-# What -R needs: the programs with a source that has a test of such a name, or everything if the tests
-# are scripts.
+# What -R needs: the programs with a source that has a test suite of such a name, or everything if the
+# tests are scripts.
 targets_for_pattern() { # PRESET
     local targets
     targets=$(
         grep -zorE 'TEST(_[FP])?\([A-Za-z0-9_]+,[[:space:]]*[A-Za-z0-9_]+' tests --include='*.cpp' |
-            tr -d ' \n' | tr '\0' '\n' | sed -E 's/^([^:]*):TEST(_[FP])?\(([^,]*),(.*)/\3.\4 \1/' |
+            tr -d ' \n' | tr '\0' '\n' | sed -E 's/^([^:]*):TEST(_[FP])?\(([^,]*),(.*)/\3 \1/' |
             awk -v pattern="$pattern" '$1 ~ pattern { print $2 }' | sort -u |
             while read -r source; do
                 sed -nE "s#.* -o [^ ]*/CMakeFiles/([^/]*)\\.dir/[^ ]* -c $PWD/$source\".*#\\1#p" \
