@@ -13,7 +13,8 @@ set(CMAKE_C_COMPILER clang)
 set(CMAKE_CXX_COMPILER clang++)
 set(CMAKE_C_COMPILER_TARGET x86_64-w64-windows-gnu)
 set(CMAKE_CXX_COMPILER_TARGET x86_64-w64-windows-gnu)
-set(CMAKE_CXX_FLAGS_INIT "-nostdlibinc -pthread")
+# The headers of newer versions of clang warn of each other.
+set(CMAKE_CXX_FLAGS_INIT "-nostdlibinc -pthread -Wno-#warnings")
 foreach(folder ${gcc}/include/c++ ${gcc}/include/c++/x86_64-w64-mingw32
         ${gcc}/include/c++/backward ${root}/include)
     string(APPEND CMAKE_CXX_FLAGS_INIT " -isystem ${folder}")

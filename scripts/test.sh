@@ -2,8 +2,8 @@
 # test.sh [all] [windows|linux] [-R REGEX]: sets up the machine, then builds and tests for Windows under
 # Wine and for Linux, and checks format and lint of what changed. With all, what CI runs: also the
 # sanitizers, every mixed build, packages, documents, and lint of everything. With -R, builds only what
-# the tests need whose names match (of a test program, the names of its suites), and runs those. Continues after a failure, and ends with a line and
-# a time for each part.
+# the tests need whose names match (of a test program, the names of its suites), and runs those.
+# Continues after a failure, and ends with a line and a time for each part.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "CrisisLogSandbox.h"
+#include "LoaderGrowth.h"
 #include "ModuleClient.h"
 #include "ProcessResources.h"
 
@@ -43,6 +44,8 @@ TEST(CrisisLogLeak, NothingGrowsOverManyLoadsThatAreRefusedTheCrisisLog) {
     const std::string refusal =
         std::string("Error opening log file: '") + CrisisLogSandbox::path + "'";
     ASSERT_EQ(askOnce(), "");
+    // A load of the framework also loads the libraries that it is linked with.
+    const std::size_t ofTheLoader = 3 * loaderGrowth(rounds);
     ProcessResources before;
     for (int round = 1; round <= rounds; ++round) {
         ASSERT_EQ(askOnce(), refusal) << "in round " << round;
@@ -53,7 +56,7 @@ TEST(CrisisLogLeak, NothingGrowsOverManyLoadsThatAreRefusedTheCrisisLog) {
     const ProcessResources after = ProcessResources::now();
     EXPECT_EQ(after.openHandles, before.openHandles);
     if (ProcessResources::memoryIsOurs) {
-        EXPECT_LE(after.heapBytes, before.heapBytes + heapReserve);
+        EXPECT_LE(after.heapBytes, before.heapBytes + heapReserve + ofTheLoader);
         EXPECT_LE(after.mappings, before.mappings + regionReserve);
     }
 }
