@@ -34,7 +34,7 @@ changed_since() {
     fi
     {
         grep -E '\.cpp$' <<<"$changed" || true
-        grep -E '\.h$' <<<"$changed" | while read -r header; do
+        { grep -E '\.h$' <<<"$changed" || true; } | while read -r header; do
             git grep -lE "#include \"([^\"]*/)?${header##*/}\"" -- '*.cpp' || true
         done
     } | sort -u | sed 's|[.+]|\\&|g; s|^|^|; s|$|$|' | paste -s -d '|'
