@@ -1,6 +1,6 @@
 # The cross build of mingw-w64.cmake with clang++ in place of g++: the same headers and runtime
 # libraries, so that what either builds runs in one process. Clang does not know Debian's names for
-# the folders of a threading model, so they are told to it.
+# the folders of a threading model, so they are passed to it.
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake)
 
 execute_process(

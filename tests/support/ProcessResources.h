@@ -7,9 +7,9 @@ namespace support {
 /// The resources of this process at one time.
 struct ProcessResources {
     std::size_t heapBytes = 0;     ///< in blocks that are not freed
-    std::size_t openHandles = 0;   ///< files and other things of the system
+    std::size_t openHandles = 0;   ///< files and other handles of the system
     std::size_t mappings = 0;      ///< regions of the address space that are in use
-    std::size_t residentBytes = 0; ///< of memory that is really there
+    std::size_t residentBytes = 0; ///< of physical memory
 
     static ProcessResources now();
 
