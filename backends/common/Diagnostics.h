@@ -40,6 +40,7 @@ public:
     ScopedSignalBlock() noexcept;
     ScopedSignalBlock(const ScopedSignalBlock&) = delete;
     ScopedSignalBlock& operator=(const ScopedSignalBlock&) = delete;
+    // NOLINTNEXTLINE(performance-trivially-destructible): empty on Windows only
     ~ScopedSignalBlock();
 
 private:

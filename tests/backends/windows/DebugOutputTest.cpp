@@ -22,10 +22,10 @@ struct Output {
 
 TEST(DebugOutput, WritesALineToAViewerOfDebuggerOutput) {
     support::inFreshProcess([] {
-        HANDLE const ready = CreateEventA(nullptr, FALSE, FALSE, "DBWIN_BUFFER_READY");
-        HANDLE const filled = CreateEventA(nullptr, FALSE, FALSE, "DBWIN_DATA_READY");
-        HANDLE const mapping = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
-                                                  sizeof(Output), "DBWIN_BUFFER");
+        auto* const ready = CreateEventA(nullptr, FALSE, FALSE, "DBWIN_BUFFER_READY");
+        auto* const filled = CreateEventA(nullptr, FALSE, FALSE, "DBWIN_DATA_READY");
+        auto* const mapping = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                                 sizeof(Output), "DBWIN_BUFFER");
         const auto* const output =
             static_cast<const Output*>(MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, sizeof(Output)));
         ASSERT_NE(output, nullptr);

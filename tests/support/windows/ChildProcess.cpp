@@ -11,12 +11,13 @@ namespace support {
 namespace {
 
 HANDLE handleOf(std::intptr_t process) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the C runtime has handles as integers
     return reinterpret_cast<HANDLE>(process);
 }
 
 /// Ends its processes when its last handle is closed, at the latest when this process ends.
 HANDLE makeJob() {
-    HANDLE const job = CreateJobObjectA(nullptr, nullptr);
+    auto* const job = CreateJobObjectA(nullptr, nullptr);
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
     limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
     SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof(limits));
@@ -37,7 +38,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command) {
                         nullptr, &startup, &information)) {
         throw std::runtime_error("cannot start " + command.front());
     }
-    static HANDLE const job = makeJob();
+    static auto* const job = makeJob();
     AssignProcessToJobObject(job, information.hProcess);
     CloseHandle(information.hThread);
     process_ = reinterpret_cast<std::intptr_t>(information.hProcess);

@@ -76,9 +76,10 @@ void attach() {
 // the stream's buffer.
 std::string content() {
     const bool open = crisisStream != nullptr;
-    HANDLE const file = open ? reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(crisisStream)))
-                             : CreateFileA(CrisisLogSandbox::path, GENERIC_READ, FILE_SHARE_READ,
-                                           nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the C runtime has handles as integers
+    auto* const file = open ? reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(crisisStream)))
+                            : CreateFileA(CrisisLogSandbox::path, GENERIC_READ, FILE_SHARE_READ,
+                                          nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         return "";
     }

@@ -53,7 +53,7 @@ std::string CrisisLogSandbox::scratch() {
 }
 
 bool CrisisLogSandbox::isFree() {
-    HANDLE const file =
+    auto* const file =
         CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {

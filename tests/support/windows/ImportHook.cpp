@@ -34,6 +34,7 @@ void* hookImport(HMODULE module, const char* name, void* replacement) {
             }
             DWORD protection = 0;
             VirtualProtect(slots, sizeof(*slots), PAGE_READWRITE, &protection);
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): import tables hold addresses as integers
             void* const before = reinterpret_cast<void*>(slots->u1.Function);
             slots->u1.Function = reinterpret_cast<ULONGLONG>(replacement);
             VirtualProtect(slots, sizeof(*slots), protection, &protection);

@@ -34,7 +34,7 @@ std::size_t bytesOnTheHeap() {
     std::vector<HANDLE> heaps(GetProcessHeaps(0, nullptr) + 1);
     heaps.resize(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
     std::size_t bytes = 0;
-    for (HANDLE const heap : heaps) {
+    for (auto* const heap : heaps) {
         bytes += bytesOf(heap);
     }
     return bytes;

@@ -119,8 +119,8 @@ const std::regex& runtimeNames() {
 void checkRuntime(const LibraryFile& library, Report& report) {
     std::vector<std::string> expected = readLibrary(frameworkFile()).needed;
     expected.emplace_back("libgcc_s.so.1");
-    // Has no C++ types, and libstdc++-6.dll needs it: whether a module imports it as well depends on the
-    // version of the compiler.
+    // Has no C++ types, and libstdc++-6.dll needs it: whether a module imports it as well depends
+    // on the version of the compiler.
     expected.emplace_back("libwinpthread-1.dll");
     std::vector<std::string> shared;
     std::vector<std::string> foreign;

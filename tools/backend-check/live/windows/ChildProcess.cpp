@@ -39,7 +39,7 @@ HANDLE openInherited(const std::filesystem::path& file, DWORD access, DWORD disp
 
 /// Its processes end when its handle is closed.
 HANDLE makeJob() {
-    HANDLE const job = CreateJobObjectW(nullptr, nullptr);
+    auto* const job = CreateJobObjectW(nullptr, nullptr);
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
     limits.BasicLimitInformation.LimitFlags =
         JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE | JOB_OBJECT_LIMIT_PROCESS_MEMORY;
@@ -81,13 +81,13 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
     const BOOL started =
         CreateProcessA(command.front().c_str(), line.data(), nullptr, nullptr, TRUE,
                        CREATE_SUSPENDED, nullptr, nullptr, &startup, &information);
-    for (HANDLE const handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError}) {
+    for (auto* const handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError}) {
         CloseHandle(handle);
     }
     if (!started) {
         throw std::runtime_error("cannot start " + command.front());
     }
-    HANDLE const job = makeJob();
+    auto* const job = makeJob();
     AssignProcessToJobObject(job, information.hProcess);
     ResumeThread(information.hThread);
     CloseHandle(information.hThread);

@@ -23,6 +23,7 @@ namespace {
 LONG WINAPI onCrash(EXCEPTION_POINTERS* pointers) {
     const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
     if (record.ExceptionCode == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION)) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the system reports addresses as integers
         const auto* const address = reinterpret_cast<const void*>(record.ExceptionInformation[1]);
         if (const char* const fault = faultAt(address, record.ExceptionInformation[0] == 1)) {
             crashRecord->crashed(fault);
@@ -84,14 +85,14 @@ std::size_t openHandles() {
         probe = CreateEventA(nullptr, FALSE, FALSE, nullptr);
         highest = std::max(highest, reinterpret_cast<std::uintptr_t>(probe));
     }
-    for (HANDLE const probe : probes) {
+    for (auto* const probe : probes) {
         CloseHandle(probe);
     }
     return highest / step;
 }
 
 std::size_t runningThreads() {
-    HANDLE const snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    auto* const snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
     THREADENTRY32 entry = {};
     entry.dwSize = sizeof(entry);
     std::size_t count = 0;
@@ -109,7 +110,7 @@ std::vector<HostSetting> platformSettings() {
          {STD_OUTPUT_HANDLE, "standard output"},
          {STD_ERROR_HANDLE, "standard error"}}};
     for (const auto& [which, name] : streams) {
-        HANDLE const handle = GetStdHandle(which);
+        auto* const handle = GetStdHandle(which);
         DWORD flags = 0;
         const bool isOpen = handle != INVALID_HANDLE_VALUE && GetHandleInformation(handle, &flags);
         settings.push_back({name, isOpen ? "open" : "closed", true});

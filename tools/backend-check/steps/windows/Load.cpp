@@ -47,7 +47,7 @@ void findMissing(const std::filesystem::path& file, std::set<std::string>& seen,
         }
         for (const std::string& symbol : symbols) {
             if (GetProcAddress(module, symbol.c_str()) == nullptr) {
-                library.missingSymbols.push_back(symbol + " of " + name);
+                library.missingSymbols.push_back(std::string(symbol).append(" of ").append(name));
             }
         }
     }
