@@ -44,8 +44,7 @@ TEST(CrisisLogLeak, NothingGrowsOverManyLoadsThatAreRefusedTheCrisisLog) {
     const std::string refusal =
         std::string("Error opening log file: '") + CrisisLogSandbox::path + "'";
     ASSERT_EQ(askOnce(), "");
-    // A load of the framework also loads the libraries that it is linked with.
-    const std::size_t ofTheLoader = 3 * loaderGrowth(rounds);
+    const std::size_t ofTheLoader = 2 * loaderGrowth(loadsToCompare * rounds);
     ProcessResources before;
     for (int round = 1; round <= rounds; ++round) {
         ASSERT_EQ(askOnce(), refusal) << "in round " << round;

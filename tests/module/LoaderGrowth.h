@@ -6,6 +6,9 @@
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
+/// More than the modules that one round of a leak test loads: Wine's leaks come in portions.
+constexpr int loadsToCompare = 5;
+
 /// How many bytes of heap the platform's loader leaks by itself when an empty module is loaded and
 /// unloaded that often: none on Linux and in Wine 8, some 10 bytes per load in Wine 10.
 inline std::size_t loaderGrowth(int loads) {

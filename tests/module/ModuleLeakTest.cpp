@@ -125,8 +125,7 @@ TEST(ModuleLeak, NothingGrowsOverManyLoadsThatUseEveryService) {
     constexpr std::size_t regionReserve = 16;
     constexpr std::size_t residentReserve = 1048576;
 
-    // A load of the framework also loads the libraries that it is linked with.
-    const std::size_t ofTheLoader = 3 * loaderGrowth(rounds);
+    const std::size_t ofTheLoader = 2 * loaderGrowth(loadsToCompare * rounds);
     ProcessResources before;
     for (int round = 1; round <= rounds; ++round) {
         loadAndUnload(round % roundsPerContention == 1);
