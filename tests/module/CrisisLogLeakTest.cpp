@@ -44,7 +44,7 @@ TEST(CrisisLogLeak, NothingGrowsOverManyLoadsThatAreRefusedTheCrisisLog) {
     const std::string refusal =
         std::string("Error opening log file: '") + CrisisLogSandbox::path + "'";
     ASSERT_EQ(askOnce(), "");
-    const std::size_t ofTheLoader = 2 * loaderGrowth(loadsToCompare * rounds);
+    const std::size_t ofTheLoader = 2 * loaderGrowth(loadsToCompare(rounds));
     ProcessResources before;
     for (int round = 1; round <= rounds; ++round) {
         ASSERT_EQ(askOnce(), refusal) << "in round " << round;

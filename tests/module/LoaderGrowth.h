@@ -1,13 +1,17 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 
 #include "ProcessResources.h"
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
-/// More than the modules that one round of a leak test loads: Wine's leaks come in portions.
-constexpr int loadsToCompare = 5;
+/// How many loads to compare with so many rounds of a leak test: at least 5000, because the leaks of
+/// Wine come in portions.
+constexpr int loadsToCompare(int rounds) {
+    return std::max(5000, 2 * rounds);
+}
 
 /// How many bytes of heap the platform's loader leaks by itself when an empty module is loaded and
 /// unloaded that often: none on Linux and in Wine 8, some 10 bytes per load in Wine 10.

@@ -125,7 +125,7 @@ TEST(ModuleLeak, NothingGrowsOverManyLoadsThatUseEveryService) {
     constexpr std::size_t regionReserve = 16;
     constexpr std::size_t residentReserve = 1048576;
 
-    const std::size_t ofTheLoader = 2 * loaderGrowth(loadsToCompare * rounds);
+    const std::size_t ofTheLoader = 2 * loaderGrowth(loadsToCompare(rounds));
     ProcessResources before;
     for (int round = 1; round <= rounds; ++round) {
         loadAndUnload(round % roundsPerContention == 1);
