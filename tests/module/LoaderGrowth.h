@@ -7,8 +7,8 @@
 
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
-/// How many loads to compare with so many rounds of a leak test: at least 5000, because the leaks of
-/// Wine come in portions.
+/// How many loads to compare with so many rounds of a leak test: at least 5000, because the leaks
+/// of Wine come in portions.
 constexpr int loadsToCompare(int rounds) {
     return std::max(5000, 2 * rounds);
 }
