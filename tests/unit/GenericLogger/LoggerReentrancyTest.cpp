@@ -1,5 +1,7 @@
 // Channels and back ends that call the logger on the thread that called them.
 
+#include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -84,6 +86,136 @@ TEST_F(LoggerReentrancy, AChannelThatInstallsABackendMakesTheLiveWalkGoOnOverThe
     doLog(log, LOG_LEVEL_INFO, "text");
 
     EXPECT_EQ(journal, (Journal{line("A", 30, "text"), line("B", 30, "text")}));
+}
+
+// Longer than what a std::string stores in itself.
+std::string longText(const std::string& start) {
+    return start + std::string(60, '.');
+}
+
+TEST_F(LoggerReentrancy, AChannelThatInstallsABackendDuringAFlushCausesAnInnerFlushToAllChannels) {
+    Logger* const log = logger();
+    doLog(log, LOG_LEVEL_INFO, longText("first").c_str());
+    doLog(log, LOG_LEVEL_INFO, longText("second").c_str());
+    RecordingBackend& outer = makeBackend("A");
+    RecordingBackend& late = makeBackend("B");
+    bool installed = false;
+    outer.beforeLog = [&](const std::string&, LoggingLevel, const char*) {
+        if (!installed) {
+            installed = true;
+            install(late);
+        }
+    };
+
+    install(outer);
+
+    // The inner flush delivers everything and ends first; then A writes down the text of the outer
+    // call, which must still be readable.
+    EXPECT_EQ(journal,
+              (Journal{line("A", 30, longText("first")), line("B", 30, longText("first")),
+                       line("A", 30, longText("second")), line("B", 30, longText("second")),
+                       line("A", 30, longText("first"))}));
+}
+
+TEST_F(LoggerReentrancy, AMessageCachedAfterAnInnerFlushReachesEveryChannelOnce) {
+    Logger* const log = logger();
+    doLog(log, LOG_LEVEL_INFO, longText("first").c_str());
+    RecordingBackend& outer = makeBackend("A");
+    RecordingBackend& late = makeBackend("B");
+    bool installed = false;
+    outer.beforeLog = [&](const std::string&, LoggingLevel, const char*) {
+        if (!installed) {
+            installed = true;
+            install(late);
+            doLog(log, LOG_LEVEL_NONE, longText("added").c_str());
+        }
+    };
+
+    install(outer);
+    install(makeBackend("C")); // finds nothing left
+
+    EXPECT_EQ(journal, (Journal{line("A", 30, longText("first")), line("B", 30, longText("first")),
+                                line("A", 30, longText("first")), line("A", 0, longText("added")),
+                                line("B", 0, longText("added"))}));
+}
+
+TEST_F(LoggerReentrancy, InnerFlushesOfSeveralDepthsLeaveEveryTextReadable) {
+    Logger* const log = logger();
+    doLog(log, LOG_LEVEL_INFO, longText("first").c_str());
+    RecordingBackend& outer = makeBackend("A");
+    int depth = 0;
+    outer.beforeLog = [&](const std::string&, LoggingLevel, const char*) {
+        if (depth < 3) {
+            const std::string number = std::to_string(++depth);
+            install(makeBackend("B" + number));
+            doLog(log, LOG_LEVEL_NONE, longText("added " + number).c_str());
+        }
+    };
+
+    install(outer);
+
+    const auto received = [&](const std::string& backend, int level, const std::string& text) {
+        return std::count(journal.begin(), journal.end(), line(backend, level, longText(text)));
+    };
+    // Calls of A that installed a back end, one inside the other, and the innermost flush.
+    EXPECT_EQ(received("A", 30, "first"), 4);
+    EXPECT_EQ(received("B1", 30, "first"), 1);
+    EXPECT_EQ(received("B3", 30, "first"), 1);
+    for (const char* const text : {"added 1", "added 2", "added 3"}) {
+        for (const char* const backend : {"A", "B1", "B2", "B3"}) {
+            EXPECT_EQ(received(backend, 0, text), 1) << backend << " " << text;
+        }
+    }
+    EXPECT_EQ(journal.size(), 4 + 3 + 12U);
+}
+
+TEST_F(LoggerReentrancy, AnInnerFlushOfOtherLoggersDeliversTheirCachesOnce) {
+    for (const char* const name : {"a", "b", "c"}) {
+        doLog(logger(name), LOG_LEVEL_INFO, longText(name).c_str());
+    }
+    RecordingBackend& outer = makeBackend("A");
+    bool installed = false;
+    outer.beforeLog = [&](const std::string& name, LoggingLevel, const char*) {
+        if (name == named("b") && !installed) {
+            installed = true;
+            install(makeBackend("B"));
+        }
+    };
+
+    install(outer);
+
+    EXPECT_EQ(journal,
+              (Journal{line("A", 30, longText("a"), "a"), line("A", 30, longText("b"), "b"),
+                       line("B", 30, longText("b"), "b"), line("A", 30, longText("c"), "c"),
+                       line("B", 30, longText("c"), "c"), line("A", 30, longText("b"), "b")}));
+}
+
+TEST_F(LoggerReentrancy, AnInnerFlushThatThrowsKeepsTheEntriesForTheNextFlush) {
+    Logger* const log = logger();
+    doLog(log, LOG_LEVEL_INFO, longText("first").c_str());
+    RecordingBackend& outer = makeBackend("A");
+    RecordingBackend& failing = makeBackend("B");
+    bool broken = true;
+    failing.beforeLog = [&](const std::string&, LoggingLevel, const char*) {
+        if (broken) {
+            throw std::runtime_error("broken");
+        }
+    };
+    bool installed = false;
+    outer.beforeLog = [&](const std::string&, LoggingLevel, const char*) {
+        if (!installed) {
+            installed = true;
+            EXPECT_THROW(install(failing), std::runtime_error);
+        }
+    };
+
+    EXPECT_THROW(install(outer), std::runtime_error); // the outer flush goes on to B
+    journal.clear();
+    broken = false;
+    install(makeBackend("C"));
+
+    EXPECT_EQ(journal, (Journal{line("A", 30, longText("first")), line("B", 30, longText("first")),
+                                line("C", 30, longText("first"))}));
 }
 
 TEST_F(LoggerReentrancy, AChannelThatUninstallsItsBackendIsNotCalledForTheNextMessage) {

@@ -35,8 +35,7 @@ public:
     ///
     /// @param text the message only, zero-terminated; never null if a LogStream sent it. The
     ///     channel adds time stamp, names and line end. The buffer belongs to the caller or to the
-    ///     cache and is valid only during the call. If the channel installs a back end during the
-    ///     call, the buffer is not valid afterwards.
+    ///     cache and is valid only during the call.
     ///
     /// An exception is passed through the logger to the caller that logged. If it is thrown while a
     /// cache is delivered, all messages stay cached and the next installation delivers them again.

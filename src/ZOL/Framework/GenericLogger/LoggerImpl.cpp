@@ -45,14 +45,48 @@ void LoggerImpl::cacheMessage(LoggingLevel level, const char* text) {
     cache_.push_back({level, text});
 }
 
-void LoggerImpl::flushCache() {
-    for (std::size_t entry = 0; entry < cache_.size(); ++entry) {
-        for (std::size_t i = 0; i < channels_.size(); ++i) {
-            channels_[i]->log(cache_[entry].level, cache_[entry].text.c_str());
+// A channel may flush the same cache again, by installing a back end. The entries that such an
+// inner flush removes stay in memory until the outermost flush ends: the channel is still reading
+// one.
+class LoggerImpl::FlushScope {
+public:
+    explicit FlushScope(LoggerImpl& logger) : logger_(logger) { ++logger_.flushDepth_; }
+    FlushScope(const FlushScope&) = delete;
+    FlushScope& operator=(const FlushScope&) = delete;
+    ~FlushScope() {
+        if (--logger_.flushDepth_ == 0) {
+            logger_.flushed_.clear();
         }
+    }
+
+    bool isInner() const { return logger_.flushDepth_ > 1; }
+
+private:
+    LoggerImpl& logger_;
+};
+
+void LoggerImpl::flushCache() {
+    const FlushScope flush(*this);
+    for (std::size_t entry = 0; entry < cache_.size();) {
+        // After an inner flush, the cache contains only what was cached since.
+        entry = deliverEntry(entry) ? entry + 1 : 0;
+    }
+    if (flush.isInner() && !cache_.empty()) {
+        flushed_.push_back(std::move(cache_));
     }
     cache_.clear();
     cacheOverflowed_ = 0;
+}
+
+bool LoggerImpl::deliverEntry(std::size_t entry) {
+    const std::size_t innerFlushes = flushed_.size();
+    for (std::size_t i = 0; i < channels_.size(); ++i) {
+        channels_[i]->log(cache_[entry].level, cache_[entry].text.c_str());
+        if (flushed_.size() != innerFlushes) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void LoggerImpl::updateChannels(std::vector<LoggerBackend*> backends) {

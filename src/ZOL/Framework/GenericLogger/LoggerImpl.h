@@ -57,8 +57,14 @@ public:
     void enable(bool enable) { enabled_.store(enable, std::memory_order_relaxed); }
 
 private:
+    class FlushScope;
+
     void updateChannels(std::vector<LoggerBackend*> backends);
     void flushCache();
+
+    /// Returns whether every channel received the entry. False means that an inner flush delivered
+    /// and removed it.
+    bool deliverEntry(std::size_t entry);
 
     std::vector<LoggingChannel*> channels_;
     std::string name_;
@@ -66,6 +72,8 @@ private:
     int cacheOverflowed_ = 0;
     std::atomic<LoggingLevel> minLevel_{LOG_LEVEL_DEFAULT};
     std::atomic<bool> enabled_{true};
+    int flushDepth_ = 0;                              // flushes in progress on this logger
+    std::vector<std::vector<CachedMessage>> flushed_; // removed from the cache by inner flushes
 };
 
 } // namespace ZOL::Framework::GenericLogger
