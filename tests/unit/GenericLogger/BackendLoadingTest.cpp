@@ -12,11 +12,23 @@
 
 #include "ZOL/Framework/Counting/Counter.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackendLoadError.h"
+#include "ZOL/Gadgets/DLL/DLLHolder.h"
 
 using namespace ZOL::Framework::GenericLogger;
 using support::doLog;
 using support::Journal;
 using ZOL::Framework::Counting::Counter;
+
+// This program exports an entry point of its own, as a host does that contains a back end. A load
+// by name must not find it.
+extern "C" ZOL_BACKEND_EXPORT LoggerBackend* createBackend();
+
+static int hostEntryPointCalls = 0;
+
+LoggerBackend* createBackend() {
+    ++hostEntryPointCalls;
+    return nullptr;
+}
 
 namespace {
 
@@ -112,6 +124,20 @@ TEST_F(BackendLoading, AMissingLibraryIsAStandardRuntimeError) {
 
 TEST_F(BackendLoading, ALibraryWithoutTheEntryPointEndsInTheSameReport) {
     EXPECT_EQ(failure("NoEntryPoint"), unresolved);
+}
+
+TEST_F(BackendLoading, AFailedLoadDoesNotCallTheEntryPointOfTheProgram) {
+    // The program itself can be found: the same call with its own handle resolves.
+#if defined(_WIN32)
+    ASSERT_NE(::GetProcAddress(::GetModuleHandleA(nullptr), "createBackend"), nullptr);
+#else
+    ASSERT_NE(::dlsym(RTLD_DEFAULT, "createBackend"), nullptr);
+#endif
+    for (const char* const name : {"There_is_no_such_back_end", "NoEntryPoint"}) {
+        EXPECT_THROW(Logger::loadBackend(name), std::runtime_error) << name;
+        EXPECT_THROW(Logger::installBackend(name), std::runtime_error) << name;
+    }
+    EXPECT_EQ(hostEntryPointCalls, 0);
 }
 
 TEST_F(BackendLoading, AFailedLoadIsNoLoggerException) {

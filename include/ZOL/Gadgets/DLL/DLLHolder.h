@@ -18,6 +18,8 @@
 #include <dlfcn.h>
 #endif
 
+#include "ZOL/Requirements.h"
+
 namespace ZOL::Gadgets::DLL {
 
 /// An assertion that is active in every build. Details are added as to a stream, and are formatted
@@ -114,6 +116,8 @@ public:
     }
 
 private:
+    // A null handle is not a library. The system's functions do not reject it in every case: with
+    // it, the search for a symbol covers the program itself.
 #if defined(_WIN32)
     using Handle = HMODULE;
     static constexpr const char* extension = ".dll";
@@ -123,12 +127,13 @@ private:
         return ::LoadLibraryA(fileName);
     }
     static void unload(Handle handle) {
-        // Null is not a library: the call fails without an effect.
-        ::FreeLibrary(handle);
+        if (handle != nullptr) {
+            ::FreeLibrary(handle);
+        }
     }
     static void* address(Handle handle, const char* name) {
-        // A null handle means the program.
-        return reinterpret_cast<void*>(::GetProcAddress(handle, name));
+        return handle != nullptr ? reinterpret_cast<void*>(::GetProcAddress(handle, name))
+                                 : nullptr;
     }
 #else
     using Handle = void*;
@@ -138,8 +143,6 @@ private:
         // Undefined symbols fail here, not at the first call.
         return ::dlopen(fileName, RTLD_NOW | RTLD_LOCAL);
     }
-
-    // Null is not a library: dlclose must not get it, and dlsym would search the whole process.
     static void unload(Handle handle) {
         if (handle != nullptr) {
             ::dlclose(handle);
