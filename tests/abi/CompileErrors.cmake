@@ -21,6 +21,21 @@ test_compile_error(OldStringAbi "properties need _GLIBCXX_USE_CXX11_ABI=1"
     ${CMAKE_CXX_COMPILER} -D_GLIBCXX_USE_CXX11_ABI=0)
 test_compile_error(NoRunTimeTypeInformation "LoggerException needs run-time type information"
     ${CMAKE_CXX_COMPILER} -fno-rtti)
+# The reason is the first error. Each header that can be included alone gives it.
+set(headers GenericLogger/Logger.h ../Gadgets/DLL/DLLHolder.h)
+if(WIN32)
+    list(APPEND headers ../RegistryAccess/Registry.h)
+endif()
+foreach(header IN LISTS headers)
+    get_filename_component(name ${header} NAME_WE)
+    test_compile_error(OldStandard.${name} "needs C[+][+]17 or later"
+        ${CMAKE_CXX_COMPILER} -std=c++14 -Wfatal-errors -include ZOL/Framework/${header})
+    test_compile_error(NoExceptions.${name} "needs exceptions"
+        ${CMAKE_CXX_COMPILER} -fno-exceptions -Wfatal-errors -include ZOL/Framework/${header})
+endforeach()
+foreach(standard 20 23)
+    test_compile(Standard${standard}Compiles 0 "" ${CMAKE_CXX_COMPILER} -std=c++${standard})
+endforeach()
 # The macros are enough: the check does not need Visual C++'s own library.
 test_compile_error(CheckedIteratorsOfVisualCxx "properties need _ITERATOR_DEBUG_LEVEL=0"
     ${CMAKE_CXX_COMPILER} -D_MSVC_STL_VERSION=143 -D_ITERATOR_DEBUG_LEVEL=2)

@@ -2,6 +2,8 @@
 
 #include <type_traits>
 
+#include "ZOL/Requirements.h"
+
 // ZOL_FRAMEWORK_API marks what the module exports; nothing else is exported. ZOL_BACKEND_EXPORT
 // marks createBackend, the only function that a back-end plug-in exports.
 #if defined(_WIN32)

@@ -9,6 +9,8 @@
 #endif
 #include <windows.h>
 
+#include "ZOL/Requirements.h"
+
 namespace ZOL::RegistryAccess {
 
 /// One open key of the Windows registry. The class is compiled into its user; no part of it crosses

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZOL/Requirements.h"
+
 namespace ZOL::Framework::GenericLogger {
 
 /// The importance of a message; a larger number is more important. Levels are compared as signed
