@@ -2,10 +2,16 @@
 
 #include <cmath>
 #include <cstdint>
+#include <iomanip>
+#include <ios>
 #include <limits>
 #include <locale>
+#include <new>
+#include <ostream>
 #include <random>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -215,18 +221,100 @@ TEST(TextStreams, WriteAThirdOfAMillionRandomLinesAsAStreamDoes) {
     }
 }
 
-TEST(TextStreams, FailAtANullTextAsAStreamDoes) {
-    TextStream stream;
-    EXPECT_THROW(stream << static_cast<const char*>(nullptr), std::ios_base::failure);
-    EXPECT_TRUE(stream.bad());
+TEST(TextStreams, WriteANullTextAsNull) {
+    const auto insertNulls = [](auto& stream) {
+        stream << static_cast<const char*>(nullptr) << static_cast<char*>(nullptr)
+               << static_cast<const signed char*>(nullptr) << static_cast<signed char*>(nullptr)
+               << static_cast<const unsigned char*>(nullptr)
+               << static_cast<unsigned char*>(nullptr);
+    };
+    std::string nulls;
+    for (int i = 0; i < 6; ++i) {
+        nulls += "(null)";
+    }
+    EXPECT_EQ(text::textOf(insertNulls), nulls);
+    EXPECT_EQ(TextStream(static_cast<const char*>(nullptr)).view(), "(null)");
+    EXPECT_EQ(text::textOf([](auto& stream) {
+                  stream << std::setw(8) << static_cast<const char*>(nullptr) << "."
+                         << static_cast<const unsigned char*>(nullptr);
+              }),
+              "  (null).(null)");
 }
 
-TEST(TextStreams, ReportAFailedInsertion) {
+TEST(TextStreams, AcceptAnEmptyViewWithoutCharacters) {
+    EXPECT_EQ(text::textOf([](auto& stream) {
+                  stream << std::string_view() << "a" << std::hex << std::string_view() << "b";
+                  stream.stream().write(nullptr, 0);
+              }),
+              "ab");
+    EXPECT_EQ(TextStream(std::string_view()).view(), "");
+}
+
+// Writes "<", fails, and would write ">".
+struct Failing {
+    std::ios_base::iostate state;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Failing& failing) {
+    stream << "<";
+    stream.setstate(failing.state);
+    return stream << ">";
+}
+
+struct Throwing {};
+
+std::ostream& operator<<(std::ostream& stream, const Throwing&) {
+    stream << "<";
+    throw std::runtime_error("no text");
+}
+
+struct OutOfMemory {};
+
+std::ostream& operator<<(std::ostream& stream, const OutOfMemory&) {
+    stream << "<";
+    throw std::bad_alloc();
+}
+
+TEST(TextStreams, GoOnAfterAFailedInsertion) {
+    for (const std::ios_base::iostate state :
+         {std::ios_base::badbit, std::ios_base::failbit, std::ios_base::eofbit,
+          std::ios_base::badbit | std::ios_base::failbit}) {
+        EXPECT_EQ(text::textOf([&](auto& stream) {
+                      stream << "a" << Failing{state} << 1 << Failing{state} << "b" << std::hex
+                             << 255;
+                  }),
+                  "a<1<bff");
+    }
+}
+
+TEST(TextStreams, GoOnAfterAnInsertionThatThrew) {
+    const auto throwingManipulator = [](std::ostream& stream) -> std::ostream& {
+        stream << "m";
+        throw 7;
+    };
+    EXPECT_EQ(text::textOf([&](auto& stream) {
+                  stream << "a" << Throwing() << 1 << +throwingManipulator << "b";
+              }),
+              "a<1mb");
+}
+
+TEST(TextStreams, GoOnAfterAFailureInTheirStdOstream) {
     TextStream stream;
-    stream << "fine " << 1 << std::hex;
-    EXPECT_FALSE(stream.bad());
-    EXPECT_THROW(stream.stream().setstate(std::ios_base::badbit), std::ios_base::failure);
-    EXPECT_TRUE(stream.bad());
+    stream << "a";
+    stream.stream().setstate(std::ios_base::badbit);
+    stream << "b";
+    stream.stream() << Failing{std::ios_base::failbit};
+    stream.stream() << "c";
+    EXPECT_EQ(stream.view(), "ab<c");
+    EXPECT_FALSE(stream.isIncomplete());
+}
+
+TEST(TextStreams, PassOnTheLackOfMemoryOfAnInsertion) {
+    TextStream stream;
+    stream << "a";
+    EXPECT_THROW(stream << OutOfMemory(), std::bad_alloc);
+    stream << "b";
+    EXPECT_EQ(stream.view(), "a<b");
 }
 
 } // namespace

@@ -20,8 +20,13 @@ class Logger;
 ///
 /// The class is compiled into its user; the module exports nothing of it. One object belongs to one
 /// thread. The logged text ends at its first zero character.
+///
+/// An insertion throws only std::bad_alloc. A null C string is logged as "(null)". If an insertion
+/// fails or its operator throws something else, the line contains what was written until then and
+/// what later insertions append.
 class LogStream {
 public:
+    /// @param text the beginning of the line; null is logged as "(null)".
     LogStream(Logger* logger, LoggingLevel level, const char* text)
         : logger_(logger), level_(level), stream_(text) {}
 

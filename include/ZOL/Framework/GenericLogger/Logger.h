@@ -21,8 +21,8 @@ class LoggerImpl;
 /// Any thread may call any operation. All operations except isLevelActive, minLogLevel and
 /// enableLogging take the logging lock of the process. It is recursive, has no timeout and is held
 /// during every call into a plug-in. These operations may throw boost::thread_resource_error if the
-/// lock cannot be acquired, std::bad_alloc, and any exception from a plug-in. Passing a null text
-/// is undefined.
+/// lock cannot be acquired, std::bad_alloc, and any exception from a plug-in. A null name is
+/// undefined; a null text is logged as "(null)".
 class Logger {
 public:
     Logger(const Logger&) = delete;
@@ -101,7 +101,7 @@ private:
 static_assert(sizeof(Logger) == sizeof(void*), "the size is part of the binary contract");
 
 LogStream::~LogStream() noexcept(false) {
-    if (level_ != LOG_LEVEL_NONE && !stream_.bad()) {
+    if (level_ != LOG_LEVEL_NONE && !stream_.isIncomplete()) {
         try {
             logger_->do_log(level_, stream_.c_str());
         } catch (...) {
@@ -135,6 +135,13 @@ private:
 ///
 ///     ZOL_LOG(logger, LOG_LEVEL_DEBUG) << "state " << expensiveDump();
 #define ZOL_LOG(logger, level)                                                                     \
-    for (::ZOL::Framework::GenericLogger::LogGate zolLogGate((logger), (level));                   \
-         zolLogGate.isOpen(); zolLogGate.close())                                                  \
-    zolLogGate.line()
+    ZOL_DETAIL_LOG(logger, level, ZOL_DETAIL_JOIN(zolLogGate, __COUNTER__))
+
+// Every statement has a gate of its own name: a line may contain another ZOL_LOG, in a lambda, and
+// -Wshadow would report two gates of one name.
+#define ZOL_DETAIL_LOG(logger, level, gate)                                                        \
+    for (::ZOL::Framework::GenericLogger::LogGate gate((logger), (level)); gate.isOpen();          \
+         gate.close())                                                                             \
+    gate.line()
+#define ZOL_DETAIL_JOIN(left, right) ZOL_DETAIL_JOIN_EXPANDED(left, right)
+#define ZOL_DETAIL_JOIN_EXPANDED(left, right) left##right

@@ -21,8 +21,10 @@ public:
     }
 
     void append(const char* text, std::size_t size) {
-        std::memcpy(prepare(size), text, size);
-        size_ += size;
+        if (size != 0) { // an empty text may be null, which memcpy does not accept
+            std::memcpy(prepare(size), text, size);
+            size_ += size;
+        }
     }
 
     /// Returns the end of the text, with space for size more characters. commit appends those that

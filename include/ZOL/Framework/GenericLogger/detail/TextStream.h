@@ -10,6 +10,10 @@
 #include <type_traits>
 #include <utility>
 
+#if defined(__GLIBCXX__)
+#include <cxxabi.h>
+#endif
+
 #include "ZOL/Framework/Export.h"
 #include "ZOL/Framework/GenericLogger/detail/LineBuffer.h"
 #include "ZOL/Framework/GenericLogger/detail/LineFormatter.h"
@@ -19,6 +23,11 @@ namespace ZOL::Framework::GenericLogger::detail {
 /// Accepts everything that can be written to a std::ostream, and produces the same text as a
 /// std::ostringstream in the classic locale. Texts, characters, numbers and addresses are appended
 /// directly until the std::ostream is needed: for a manipulator, a user-defined type or stream().
+///
+/// The exceptions from a std::ostringstream: a null C string is written as "(null)". An insertion
+/// that fails leaves what it has written, and later insertions are appended to that. It fails
+/// quietly, whether it sets the state of the std::ostream or throws; only std::bad_alloc is passed
+/// on.
 class TextStream {
 public:
     /// Types that an insertion takes by value, so that bit-fields and constants without a
@@ -28,6 +37,7 @@ public:
 
     TextStream() noexcept {}
     explicit TextStream(std::string_view text) { line_.append(text.data(), text.size()); }
+    explicit TextStream(const char* text) : TextStream(viewOf(text)) {}
     TextStream(const TextStream&) = delete;
     TextStream& operator=(const TextStream&) = delete;
     ~TextStream() {
@@ -65,43 +75,38 @@ public:
     ZOL_FRAMEWORK_NOINLINE inline TextStream& operator<<(double value);
     TextStream& operator<<(const void* address);
     TextStream& operator<<(void* address) { return *this << static_cast<const void*>(address); }
-    TextStream& operator<<(const char* text);
+    TextStream& operator<<(const char* text) { return *this << viewOf(text); }
     TextStream& operator<<(char* text) { return *this << static_cast<const char*>(text); }
     TextStream& operator<<(std::string_view text) { return append(text.data(), text.size()); }
 
     template <typename Value, std::enable_if_t<isPassedByValue<Value>, int> = 0>
     TextStream& operator<<(Value value) {
-        stream() << value;
-        return *this;
+        return insert(value);
     }
 
     template <typename Value, std::enable_if_t<!isPassedByValue<std::decay_t<Value>>, int> = 0>
     TextStream& operator<<(Value&& value) {
-        if constexpr (std::is_same_v<std::decay_t<Value>, std::string>) {
+        using Type = std::decay_t<Value>;
+        if constexpr (std::is_same_v<Type, std::string>) {
             return append(value.data(), value.size());
+        } else if constexpr (isText<Type, signed char> || isText<Type, unsigned char>) {
+            const auto* const text = static_cast<std::remove_pointer_t<Type> const*>(value);
+            return *this << reinterpret_cast<const char*>(text);
         } else {
-            stream() << std::forward<Value>(value);
-            return *this;
+            return insert(std::forward<Value>(value));
         }
     }
 
     TextStream& operator<<(std::ostream& (*manipulator)(std::ostream&)) {
-        stream() << manipulator;
-        return *this;
+        return insert(manipulator);
     }
-
-    TextStream& operator<<(std::ios& (*manipulator)(std::ios&)) {
-        stream() << manipulator;
-        return *this;
-    }
-
+    TextStream& operator<<(std::ios& (*manipulator)(std::ios&)) { return insert(manipulator); }
     TextStream& operator<<(std::ios_base& (*manipulator)(std::ios_base&)) {
-        stream() << manipulator;
-        return *this;
+        return insert(manipulator);
     }
 
-    /// Returns the std::ostream that appends to this text. Its flags apply to all later insertions.
-    /// A failure that sets badbit throws.
+    /// Returns the std::ostream that appends to this text, in a good state. Its flags apply to all
+    /// later insertions.
     ZOL_FRAMEWORK_NOINLINE std::ostream& stream() {
         if (formatter_ == nullptr) {
             formatter_ = new (formatterStorage_) LineFormatter(line_);
@@ -110,10 +115,8 @@ public:
     }
     operator std::ostream&() { return stream(); }
 
-    /// Returns whether an insertion failed, so that a part of its text is missing.
-    bool bad() const {
-        return line_.isIncomplete() || (formatter_ != nullptr && formatter_->isBad());
-    }
+    /// Returns whether a part of the text is missing because there was no memory for it.
+    bool isIncomplete() const { return line_.isIncomplete(); }
 
     std::string_view view() const { return line_.view(); }
     std::string str() const { return std::string(view()); }
@@ -122,8 +125,40 @@ public:
     const char* c_str() { return line_.c_str(); }
 
 private:
+    template <typename Type, typename Character>
+    static constexpr bool isText =
+        std::is_same_v<Type, Character*> || std::is_same_v<Type, const Character*>;
+
+    static std::string_view viewOf(const char* text) {
+        return text != nullptr ? std::string_view(text) : std::string_view("(null)");
+    }
+
     // If true, every insertion uses the std::ostream, because its flags may be set.
     bool isFormatted() const { return formatter_ != nullptr; }
+
+    template <typename Value>
+    TextStream& insert(Value&& value) {
+        try {
+            stream() << std::forward<Value>(value);
+        } catch (...) {
+            ignoreFailedInsertion();
+        }
+        return *this;
+    }
+
+    // Called by a handler. Rethrows what is not the failure of an insertion.
+    ZOL_FRAMEWORK_NOINLINE static void ignoreFailedInsertion() {
+        try {
+            throw;
+        } catch (const std::bad_alloc&) {
+            throw;
+#if defined(__GLIBCXX__)
+        } catch (const abi::__forced_unwind&) {
+            throw; // the thread ends: it was cancelled or called pthread_exit
+#endif
+        } catch (...) { // NOLINT(bugprone-empty-catch): the line keeps what was written
+        }
+    }
 
     template <typename Value>
     TextStream& format(Value value) {
@@ -170,14 +205,6 @@ private:
     LineFormatter* formatter_ = nullptr;
     alignas(LineFormatter) unsigned char formatterStorage_[sizeof(LineFormatter)];
 };
-
-inline TextStream& TextStream::operator<<(const char* text) {
-    if (text == nullptr) {
-        stream().setstate(std::ios_base::badbit); // as a std::ostream does; throws here
-        return *this;
-    }
-    return append(text, std::char_traits<char>::length(text));
-}
 
 TextStream& TextStream::operator<<(double value) {
     // Standard libraries differ in the sign of infinities and NaNs.
