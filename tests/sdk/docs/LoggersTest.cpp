@@ -46,6 +46,7 @@ TEST(Loggers, Levels) {
 #include "loggers_levels.inc"
     EXPECT_EQ(backend.lines, (std::vector<std::string>{"50 sold out", "20 goes out"}));
     EXPECT_EQ(calls, 0);
+    logger->minLogLevel(LOG_LEVEL_DEFAULT); // for a repeated run
     Logger::uninstallBackend(&backend);
 }
 

@@ -4,11 +4,12 @@
 # cmake -DDOCUMENT=... -DWORK=... -DPACKAGE=<the installed SDK> -DPLATFORM=linux|windows
 #       -DWINE=<runs Windows programs> [-DGIVEN=<file>...] [-DTHEN=<command>] -P RunDocument.cmake
 #
-# PREFIX in a command stands for PACKAGE. GIVEN are files that are copied to the folder first. THEN is
+# PREFIX in a command stands for PACKAGE, SOURCE for the sources of the framework. GIVEN are files that are copied to the folder first. THEN is
 # one more command at the end. Dates and times are not compared.
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/Blocks.cmake)
+cmake_path(SET SOURCE NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../../..)
 
 # plain(<variable>): removes what differs from run to run.
 function(plain variable)
@@ -32,6 +33,7 @@ endfunction()
 # run_commands(<text>): sets <output>.
 function(run_commands text)
     string(REGEX REPLACE "([^_])PREFIX" "\\1${PACKAGE}" commands "\n${text}")
+    string(REGEX REPLACE "([^_])SOURCE([^_])" "\\1${SOURCE}\\2" commands "${commands}")
     file(WRITE "${WORK}/commands" "set -euo pipefail${commands}")
     # Standard output and standard error in one stream, as at a terminal.
     execute_process(COMMAND bash "${WORK}/commands" WORKING_DIRECTORY "${WORK}/home"
