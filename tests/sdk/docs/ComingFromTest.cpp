@@ -27,8 +27,8 @@ TEST(ComingFrom, TheFirstStepsAndASinkOfOnesOwn) {
 #include "coming_from.inc"
     const std::string written = testing::internal::GetCapturedStderr();
     EXPECT_NE(written.find(" INFO [shop.orders] order 17: 3.50\n"), std::string::npos) << written;
-    EXPECT_EQ(collector->lines, (std::vector<std::string>{"30 order 17: 3.50", "40 stock is low",
-                                                          "60 no paper"}));
+    EXPECT_EQ(collector->lines,
+              (std::vector<std::string>{"30 order 17: 3.50", "40 stock is low", "60 no paper"}));
     EXPECT_EQ(calls, 0);
 }
 

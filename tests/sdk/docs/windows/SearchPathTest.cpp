@@ -20,7 +20,7 @@ std::filesystem::path programFolder() {
     return std::filesystem::path(program).parent_path();
 }
 
-TEST(SearchPath, TheAdviceExcludesTheCurrentFolder) {
+TEST(LibrarySearchPath, TheAdviceExcludesTheCurrentFolder) {
     inFreshFolder([] {
         // A library that is loaded already is found anywhere, so each load needs another name.
         const std::filesystem::path backEnd = programFolder() / "Console_r.dll";
