@@ -4,6 +4,7 @@
 #include "ZOL/Framework/Counting/CounterReaper.h"
 #include "ZOL/Framework/Management/ObjectRegistry.h"
 #include "ZOL/Framework/RandomSeeder.h"
+#include "ZOL/Platform/Fork.h"
 
 // All static objects of the module, in the order of their construction. They are destroyed in
 // reverse order when the module unloads: the object registry before the logging state, and the
@@ -31,6 +32,10 @@ namespace GenericLogger {
 LoggerTable loggers;
 
 boost::recursive_mutex loggerMutex;
+
+static const struct ForkGuard {
+    ForkGuard() { Platform::keepUsableAfterFork(loggerMutex); }
+} forkGuard;
 
 std::vector<LoggerBackend*> installedBackends;
 

@@ -3,8 +3,12 @@
 #include <cstdint>
 #include <thread>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
+#include "LoadedModule.h"
 #include "MsvcrtRand.h"
 #include "TestClock.h"
 
@@ -59,6 +63,21 @@ TEST(LinuxModule, ReadsTheClockForItsSeedAtTheLoadAlone) {
         first = drawn();
     }).join();
     EXPECT_EQ(first, 41);
+}
+
+TEST(LinuxModule, AForkAfterTheUnloadCallsNothingOfTheModule) {
+    {
+        const DLLHolder client("ModuleClient", "");
+        client.resolve<int()>("drawn")();
+    }
+    ASSERT_FALSE(support::isLoaded("ModuleClient", ""));
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(0);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
 }
 
 } // namespace
