@@ -193,6 +193,24 @@ CRISIS_LOG_TEST(CrisisLoggerThreads, ALineWaitsWhileAnotherIsFlushed) {
     secondLineWaitsWhileTheFirstIsAt(Kind::Flush, 3);
 }
 
+// The thread sanitizer reports a race if the singleton is published without release.
+CRISIS_LOG_TEST(CrisisLoggerThreads, AThreadMayUseTheLogThatAnotherOneOpenedWithoutMoreOrder) {
+    CrisisLogHooks::attach();
+    CrisisLogHooks::setTime(9, 5, 7, 12);
+    std::atomic<bool> opened = false;
+    std::thread user([&] {
+        while (!opened.load(std::memory_order_relaxed)) {
+            std::this_thread::yield();
+        }
+        CrisisLogger::instance().log("line");
+    });
+    CrisisLogger::instance();
+    opened.store(true, std::memory_order_relaxed);
+    user.join();
+    EXPECT_EQ(CrisisLogHooks::content(),
+              std::string("09:5:7.012 - line") + CrisisLogSandbox::lineEnd);
+}
+
 CRISIS_LOG_TEST(CrisisLoggerThreads, ALineDoesNotWaitForOrdinaryLogging) {
     CrisisLogHooks::attach();
     CrisisLogHooks::setTime(9, 5, 7, 12);

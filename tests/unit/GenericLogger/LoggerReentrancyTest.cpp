@@ -281,4 +281,88 @@ TEST_F(LoggerReentrancy, ABackendThatGetsTheLoggerBeingCreatedLeavesOneLogger) {
     EXPECT_EQ(journal, Journal{line("A", 30, "text", "same")});
 }
 
+TEST_F(LoggerReentrancy, ABackendThatInstallsAnotherFromCreateChannelAddsItsOwnChannelAfterThose) {
+    Logger* const log = logger();
+    doLog(log, LOG_LEVEL_INFO, longText("cached").c_str());
+    RecordingBackend& outer = makeBackend("A");
+    RecordingBackend& inner = makeBackend("B");
+    bool installed = false;
+    outer.beforeCreate = [&](const std::string& name) {
+        if (name == named("logger") && !installed) {
+            installed = true;
+            install(inner);
+        }
+    };
+
+    install(outer);
+
+    // The inner installation made channels of both and flushed. The outer one then appended the
+    // channel that it was waiting for, and found the cache empty.
+    EXPECT_EQ(asked(outer), (std::vector<std::string>{"logger", "logger"}));
+    EXPECT_EQ(asked(inner), (std::vector<std::string>{"logger"}));
+    EXPECT_EQ(journal,
+              (Journal{line("A", 30, longText("cached")), line("B", 30, longText("cached"))}));
+    journal.clear();
+    doLog(log, LOG_LEVEL_INFO, "live");
+    EXPECT_EQ(journal,
+              (Journal{line("A", 30, "live"), line("B", 30, "live"), line("A", 30, "live")}));
+}
+
+TEST_F(LoggerReentrancy, ABackendThatInstallsAnotherForANewLoggerLeavesItToTheNextOne) {
+    RecordingBackend& outer = installBackend("A");
+    RecordingBackend& inner = makeBackend("B");
+    bool installed = false;
+    outer.beforeCreate = [&](const std::string&) {
+        if (!installed) {
+            installed = true;
+            install(inner); // the new logger is not in the table yet, and has its copy of the list
+        }
+    };
+
+    doLog(logger("first"), LOG_LEVEL_INFO, "text");
+    doLog(logger("second"), LOG_LEVEL_INFO, "text");
+
+    EXPECT_EQ(journal, (Journal{line("A", 30, "text", "first"), line("A", 30, "text", "second"),
+                                line("B", 30, "text", "second")}));
+}
+
+TEST_F(LoggerReentrancy, ABackendThatIsUninstalledFromCreateChannelIsStillAskedInThatRound) {
+    RecordingBackend& first = installBackend("A");
+    RecordingBackend& second = installBackend("B");
+    first.beforeCreate = [&](const std::string&) {
+        Logger::uninstallBackend(&second);
+        Logger::uninstallBackend(&first);
+    };
+
+    Logger* const log = logger();
+    EXPECT_EQ(asked(first), std::vector<std::string>{"logger"});
+    EXPECT_EQ(asked(second), std::vector<std::string>{"logger"});
+
+    doLog(log, LOG_LEVEL_INFO, "cached"); // no back end is installed
+    EXPECT_TRUE(journal.empty());
+    logger("other");
+    EXPECT_EQ(asked(second), std::vector<std::string>{"logger"});
+    installBackend("C");
+    EXPECT_EQ(journal, Journal{line("C", 30, "cached")});
+}
+
+TEST_F(LoggerReentrancy, ABackendThatUninstallsItselfDuringItsInstallationStaysOutOfTheList) {
+    doLog(logger("a"), LOG_LEVEL_INFO, "a");
+    doLog(logger("b"), LOG_LEVEL_INFO, "b");
+    RecordingBackend& backend = makeBackend("A");
+    backend.beforeCreate = [&](const std::string& name) {
+        if (name == named("a")) {
+            Logger::uninstallBackend(&backend);
+        }
+    };
+
+    install(backend);
+
+    // The list was empty when the walk reached b, whose cache therefore reached no channel.
+    EXPECT_EQ(asked(backend), std::vector<std::string>{"a"});
+    EXPECT_EQ(journal, Journal{line("A", 30, "a", "a")});
+    backend.beforeCreate = nullptr;
+    EXPECT_NO_THROW(install(backend));
+}
+
 } // namespace

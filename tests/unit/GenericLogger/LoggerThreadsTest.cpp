@@ -1,5 +1,6 @@
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -106,40 +107,70 @@ TEST_F(LoggerThreads, EveryThreadGetsTheSameLoggerForAName) {
     EXPECT_EQ(seen, std::vector<Logger*>(threadCount, logger("raced for")));
 }
 
-TEST_F(LoggerThreads, AMessageWaitsWhileAnotherThreadIsInsideAChannel) {
-    std::atomic<bool> entered = false;
-    std::atomic<bool> leave = false;
-    std::atomic<bool> secondDone = false;
-    installBackend("A").beforeLog = [&](const std::string&, LoggingLevel, const char* text) {
-        if (std::string(text) == "slow") {
-            entered = true;
-            while (!leave) {
-                std::this_thread::yield();
+/// A thread that is inside a channel, with the logging lock, until release is called.
+class ThreadInChannel {
+public:
+    ThreadInChannel(support::RecordingBackend& backend, Logger* log) {
+        backend.beforeLog = [this](const std::string&, LoggingLevel, const char* text) {
+            if (std::string(text) == "slow") {
+                entered_ = true;
+                while (!leave_) {
+                    std::this_thread::yield();
+                }
             }
+        };
+        thread_ = std::thread([log] { doLog(log, LOG_LEVEL_INFO, "slow"); });
+        while (!entered_) {
+            std::this_thread::yield();
         }
-    };
-    Logger* const slow = logger("slow");
-    Logger* const other = logger("other");
-
-    std::thread first([&] { doLog(slow, LOG_LEVEL_INFO, "slow"); });
-    while (!entered) {
-        std::this_thread::yield();
     }
-    std::thread second([&] {
-        doLog(other, LOG_LEVEL_INFO, "waits, although it is another logger");
-        secondDone = true;
-    });
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_FALSE(secondDone);
-    // The level test takes no lock.
-    EXPECT_TRUE(other->isLevelActive(LOG_LEVEL_FATAL));
-    other->minLogLevel(LOG_LEVEL_INFO);
-    other->enableLogging(true);
+    ThreadInChannel(const ThreadInChannel&) = delete;
+    ThreadInChannel& operator=(const ThreadInChannel&) = delete;
+    ~ThreadInChannel() {
+        if (thread_.joinable()) {
+            release();
+        }
+    }
 
-    leave = true;
-    first.join();
-    second.join();
-    EXPECT_TRUE(secondDone);
+    void release() {
+        leave_ = true;
+        thread_.join();
+    }
+
+private:
+    std::atomic<bool> entered_ = false;
+    std::atomic<bool> leave_ = false;
+    std::thread thread_;
+};
+
+TEST_F(LoggerThreads, EveryOperationWithTheLockWaitsWhileAnotherThreadIsInsideAChannel) {
+    support::RecordingBackend& backend = installBackend("A");
+    support::RecordingBackend& late = makeBackend("B");
+    Logger* const other = logger("other");
+    const std::function<void()> operations[] = {
+        [&] { doLog(other, LOG_LEVEL_INFO, "waits, although it is another logger"); },
+        [&] { logger("other"); },
+        [&] { install(late); },
+        [&] { Logger::uninstallBackend(&late); },
+        [&] { Logger::uninstallBackend(nullptr); },
+    };
+    for (const auto& operation : operations) {
+        ThreadInChannel slow(backend, logger("slow"));
+        std::atomic<bool> done = false;
+        std::thread second([&] {
+            operation();
+            done = true;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        EXPECT_FALSE(done) << "operation " << &operation - operations;
+        // The level test takes no lock.
+        EXPECT_TRUE(other->isLevelActive(LOG_LEVEL_FATAL));
+        other->minLogLevel(LOG_LEVEL_INFO);
+        other->enableLogging(true);
+        slow.release();
+        second.join();
+        EXPECT_TRUE(done);
+    }
 }
 
 } // namespace

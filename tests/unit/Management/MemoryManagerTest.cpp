@@ -107,7 +107,9 @@ TEST(Blocks, ReallocatedToNoBytesAreFreed) {
         void* const block = MemoryManager::allocate(1000);
         ASSERT_NE(block, nullptr);
         std::memset(block, 0x5A, 1000);
+        errno = notAnError;
         EXPECT_EQ(MemoryManager::reallocate(block, 0), nullptr);
+        EXPECT_EQ(errno, notAnError) << "nothing has failed";
     }
 }
 
