@@ -1,4 +1,6 @@
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "CountingBackend.h"
@@ -139,6 +141,80 @@ TEST_P(LoggerOutOfMemory, AKnownLoggerAndItsLevelAndSwitchNeedNone) {
               0U);
     EXPECT_EQ(found, logger);
     EXPECT_FALSE(active);
+}
+
+/// Installs another back end when its channel receives a message, once for each arm.
+class InstallingBackend final : public LoggerBackend {
+public:
+    explicit InstallingBackend(LoggerBackend& other) : channel_(other) {}
+
+    LoggingChannel* createChannel(const char* name) override {
+        return name == prefix ? &channel_ : nullptr;
+    }
+    void arm() { channel_.armed = true; }
+
+    std::string prefix;
+
+private:
+    class Channel final : public LoggingChannel {
+    public:
+        explicit Channel(LoggerBackend& other) : other_(other) {}
+        void release() override {}
+        void log(LoggingLevel, const char*) override {
+            if (std::exchange(armed, false)) {
+                Logger::installBackend(&other_);
+            }
+        }
+
+        bool armed = false;
+
+    private:
+        LoggerBackend& other_;
+    };
+
+    Channel channel_;
+};
+
+TEST_P(LoggerOutOfMemory, AnInnerFlushThatFailsLosesNoMessageAndOneThatSucceedsKeepsNoMemory) {
+    static CountingBackend inner;
+    static InstallingBackend outer(inner);
+    const std::string name = uniqueName();
+    outer.prefix = name;
+    inner.prefix = outer.prefix.c_str();
+    Logger* const logger = Logger::getLogger(name.c_str());
+    const auto flushTwice = [&] {
+        outer.arm();
+        Logger::installBackend(&outer);
+    };
+    const auto uninstall = [&] {
+        Logger::uninstallBackend(&inner);
+        Logger::uninstallBackend(&outer);
+    };
+
+    doLog(logger, LOG_LEVEL_INFO, longText);
+    int received = inner.logged();
+    EXPECT_GE(sweep(
+                  flushTwice,
+                  [&] {
+                      uninstall();
+                      expectLockFree();
+                      EXPECT_TRUE(!cached(name).empty() || inner.logged() != received);
+                      doLog(logger, LOG_LEVEL_INFO, longText);
+                      received = inner.logged();
+                  },
+                  anyNumber),
+              3U)
+        << "at least the list, a channel and the entries that are kept";
+    EXPECT_EQ(inner.logged(), received + 1);
+    EXPECT_STREQ(inner.lastText(), longText);
+    uninstall();
+
+    const Outcome again = attempt(0, [&] {
+        doLog(logger, LOG_LEVEL_INFO, longText);
+        flushTwice();
+        uninstall();
+    });
+    EXPECT_EQ(again.blocksLeft, 0);
 }
 
 } // namespace
