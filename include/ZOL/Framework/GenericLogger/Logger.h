@@ -139,9 +139,11 @@ private:
 
 // Every statement has a gate of its own name: a line may contain another ZOL_LOG, in a lambda, and
 // -Wshadow would report two gates of one name.
+// NOLINTBEGIN(bugprone-macro-parentheses): gate is a name
 #define ZOL_DETAIL_LOG(logger, level, gate)                                                        \
     for (::ZOL::Framework::GenericLogger::LogGate gate((logger), (level)); gate.isOpen();          \
          gate.close())                                                                             \
     gate.line()
+// NOLINTEND(bugprone-macro-parentheses)
 #define ZOL_DETAIL_JOIN(left, right) ZOL_DETAIL_JOIN_EXPANDED(left, right)
 #define ZOL_DETAIL_JOIN_EXPANDED(left, right) left##right
