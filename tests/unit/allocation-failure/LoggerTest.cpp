@@ -217,4 +217,32 @@ TEST_P(LoggerOutOfMemory, AnInnerFlushThatFailsLosesNoMessageAndOneThatSucceedsK
     EXPECT_EQ(again.blocksLeft, 0);
 }
 
+/// Gets the logger that is being made when it is asked for a channel of the name.
+class GettingBackend final : public LoggerBackend {
+public:
+    LoggingChannel* createChannel(const char* logger) override {
+        if (name == logger) {
+            name.clear();
+            Logger::getLogger(logger);
+        }
+        return nullptr;
+    }
+
+    std::string name;
+};
+
+TEST_P(LoggerOutOfMemory, ALoggerThatABackEndGetsWhileItIsMadeIsMadeOnce) {
+    static GettingBackend getting;
+    Logger::installBackend(&getting);
+    const std::string plain = uniqueName();
+    const std::string nested = uniqueName();
+    const Outcome once = attempt(0, [&] { Logger::getLogger(plain.c_str()); });
+    getting.name = nested;
+    const Outcome twice = attempt(0, [&] { Logger::getLogger(nested.c_str()); });
+    Logger::uninstallBackend(&getting);
+    EXPECT_TRUE(getting.name.empty());
+    EXPECT_GT(once.blocksLeft, 0);
+    EXPECT_EQ(twice.blocksLeft, once.blocksLeft);
+}
+
 } // namespace
