@@ -1,8 +1,7 @@
 # The SDK: bin/ lib/ include/ lib/cmake/ZOL_Framework/, in four components: Runtime, Backends,
-# Development and Debug. The rules of backends/ are in Backends by default, see CMakeLists.txt.
+# Development and Debug.
 
 include(CMakePackageConfigHelpers)
-include(${CMAKE_CURRENT_LIST_DIR}/ShippedTargets.cmake)
 
 set(ZOL_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/ZOL_Framework)
 if(WIN32)
@@ -20,6 +19,13 @@ install(TARGETS ${zolLibraries}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
+install(TARGETS ${zolBackends}
+    LIBRARY DESTINATION ${ZOL_INSTALL_MODULEDIR} COMPONENT Backends)
+if(ZOL_BUILD_TOOLS)
+    install(TARGETS zol_backend_check EXPORT ZOL_FrameworkTargets
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Development)
+endif()
+install(FILES ${ZOL_RUNTIME_LIBRARIES} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ZOL DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     COMPONENT Development
     PATTERN RegistryAccess EXCLUDE)
@@ -61,25 +67,6 @@ if(ZOL_BUILD_TOOLS)
 endif()
 
 include(${CMAKE_CURRENT_LIST_DIR}/PkgConfig.cmake)
-
-# The runtime libraries of mingw-w64. They are never linked statically: a module with its own copy
-# cannot handle exceptions that another module throws.
-set(ZOL_RUNTIME_LIBRARIES "")
-if(MINGW)
-    separate_arguments(zolLinkFlags UNIX_COMMAND "${CMAKE_SHARED_LINKER_FLAGS}")
-    foreach(dll libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
-        execute_process(
-            COMMAND ${CMAKE_CXX_COMPILER} ${zolLinkFlags} -print-file-name=${dll}
-            OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-        if(NOT IS_ABSOLUTE "${path}")
-            message(FATAL_ERROR "${CMAKE_CXX_COMPILER} cannot find its ${dll}")
-        endif()
-        file(REAL_PATH ${path} path)
-        list(APPEND ZOL_RUNTIME_LIBRARIES ${path})
-    endforeach()
-    file(COPY ${ZOL_RUNTIME_LIBRARIES} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-    install(FILES ${ZOL_RUNTIME_LIBRARIES} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime)
-endif()
 
 include(${CMAKE_CURRENT_LIST_DIR}/DebugFiles.cmake)
 

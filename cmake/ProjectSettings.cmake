@@ -8,6 +8,11 @@ string(TOLOWER ${CMAKE_SYSTEM_NAME} ZOL_PLATFORM)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+# The file names are part of the binary contract in every configuration.
+foreach(config IN LISTS CMAKE_CONFIGURATION_TYPES ITEMS ${CMAKE_BUILD_TYPE})
+    string(TOUPPER ${config} config)
+    set(CMAKE_${config}_POSTFIX "")
+endforeach()
 
 if(MSVC)
     target_compile_options(zol_settings INTERFACE /W4 /WX /permissive- /utf-8)

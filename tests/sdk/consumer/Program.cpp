@@ -11,6 +11,7 @@ int main() {
         Logger* const logger = Logger::getLogger("consumer");
         logger->warning("from the program");
         Logger::installBackend("ConsumerBackend");
+        Logger::installBackend("OtherConsumerBackend");
         const ZOL::Gadgets::DLL::DLLHolder module("ConsumerModule", "");
         module.resolve<void()>("logFromModule")();
         ZOL_LOG(logger, LOG_LEVEL_FATAL) << "x=" << 1;

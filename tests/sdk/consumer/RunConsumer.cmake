@@ -1,7 +1,8 @@
-# Configures, builds and runs the consumer project against the installed package.
+# Configures, builds and runs the consumer project against the installed package, or with the sources
+# as a part of it.
 #
-# cmake -DPACKAGE=<the installed SDK> -DWORK=... -DGENERATOR=... -DTOOLCHAIN=... -DCOMPILER=...
-#       -DEMULATOR=... -P RunConsumer.cmake
+# cmake -DPACKAGE=<the installed SDK>|-DFETCHED=<the sources> -DWORK=... -DGENERATOR=... -DTOOLCHAIN=...
+#       -DCOMPILER=... -DEMULATOR=... -P RunConsumer.cmake
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/../../support/Run.cmake)
@@ -14,30 +15,64 @@ if(TOOLCHAIN)
 else()
     set(compiler -DCMAKE_CXX_COMPILER=${COMPILER})
 endif()
-run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${build} -G ${GENERATOR} ${compiler}
-    -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${PACKAGE})
+if(FETCHED)
+    set(source -DFETCHED=${FETCHED} -DCMAKE_BUILD_TYPE=Debug)
+else()
+    set(source -DCMAKE_PREFIX_PATH=${PACKAGE} -DCMAKE_BUILD_TYPE=Release)
+endif()
+run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${build} -G ${GENERATOR} ${compiler} ${source})
 run(${CMAKE_COMMAND} --build ${build})
 
-# expect_output(<program> <text>): runs a program of the consumer project.
-function(expect_output name expected)
+# run_program(<name>): runs a program of the consumer project and sets <output>.
+function(run_program name)
     if(EMULATOR)
         run(${EMULATOR} ${build}/${name}.exe)
     else()
         run(${build}/${name})
     endif()
     string(REPLACE "\r\n" "\n" output "${output}")
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+# expect_output(<program> <text>)
+function(expect_output name expected)
+    run_program(${name})
     if(NOT output STREQUAL expected)
         message(FATAL_ERROR "${name} wrote\n${output}instead of\n${expected}")
     endif()
 endfunction()
 
-# The plug-in and the modules are beside the programs, the framework is in the package.
+unset(ENV{LD_LIBRARY_PATH})
+if(FETCHED)
+    # Everything is in one folder.
+    expect_output(consumer "40 from the program\n30 from the module\n30 from the module\n60 x=1\n60 x=1\n")
+
+    file(GLOB modules RELATIVE ${build} ${build}/ZOL_Framework_*.so ${build}/ZOL_Framework_*.dll)
+    if(NOT modules MATCHES "^ZOL_Framework_r\\.[0-9.]+\\.(so|dll)$")
+        message(FATAL_ERROR "the framework is built as '${modules}'")
+    endif()
+
+    # Installing the project installs nothing of the framework, unless asked for.
+    run(${CMAKE_COMMAND} --install ${build} --prefix ${WORK}/without)
+    file(GLOB_RECURSE installed RELATIVE ${WORK}/without ${WORK}/without/*)
+    if(NOT installed MATCHES "^bin/consumer(.exe)?$")
+        message(FATAL_ERROR "installing the project installs ${installed}")
+    endif()
+    run(${CMAKE_COMMAND} -DZOL_INSTALL=ON ${build})
+    run(${CMAKE_COMMAND} --install ${build} --component Development --prefix ${WORK}/with)
+    if(NOT EXISTS ${WORK}/with/lib/cmake/ZOL_Framework/ZOL_FrameworkConfig.cmake)
+        message(FATAL_ERROR "ZOL_INSTALL does not install the SDK")
+    endif()
+    return()
+endif()
+
+# The plug-ins and the modules are beside the programs, the framework is in the package.
 if(EMULATOR)
     set(ENV{WINEPATH} "Z:${PACKAGE}/bin")
 else()
     set(ENV{LD_LIBRARY_PATH} ${build})
 endif()
-expect_output(consumer "40 from the program\n30 from the module\n60 x=1\n")
+expect_output(consumer "40 from the program\n30 from the module\n30 from the module\n60 x=1\n60 x=1\n")
 if(EMULATOR)
     expect_output(registry_consumer "42\n")
 endif()
