@@ -52,6 +52,7 @@ install(FILES
     ${PROJECT_BINARY_DIR}/ZOL_FrameworkConfig.cmake
     ${PROJECT_BINARY_DIR}/ZOL_FrameworkConfigVersion.cmake
     ${PROJECT_SOURCE_DIR}/cmake/ZOLBackend.cmake
+    ${PROJECT_SOURCE_DIR}/cmake/CheckBackendExports.cmake
     ${PROJECT_SOURCE_DIR}/cmake/backend-exports.def
     ${PROJECT_SOURCE_DIR}/cmake/backend-exports.map
     DESTINATION ${ZOL_INSTALL_CMAKEDIR} COMPONENT Development)

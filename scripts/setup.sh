@@ -109,6 +109,9 @@ if [ "$profile" = all ]; then
         gdb libxml2-utils pkgconf # what the tests of the packages look with
         doxygen furo python3-breathe python3-myst-parser python3-sphinx python3-sphinx-copybutton # the site
         libwine-dev)              # the C headers for Visual C++'s ABI
+    if has linux "${platforms[@]}"; then
+        packages+=(lld) # zol_add_backend is tested with each linker
+    fi
 fi
 if [ "$profile" = benchmarks ]; then
     packages+=(pkgconf python3)
@@ -119,6 +122,9 @@ fi
 install "${packages[@]}"
 
 if [ "$profile" = all ]; then
+    if has linux "${platforms[@]}" && ! command -v ld.gold >/dev/null; then
+        install binutils-gold # Debian 12 has it in binutils
+    fi
     # The sanitizers and the fuzzer of the release's own clang, whose version is found.
     version=$(clang -dumpversion)
     install "libclang-rt-${version%%.*}-dev"

@@ -12,7 +12,7 @@ set(package lib/cmake/ZOL_Framework)
 set(expected
     ${package}/ZOL_FrameworkConfig.cmake ${package}/ZOL_FrameworkConfigVersion.cmake
     ${package}/ZOL_FrameworkTargets.cmake ${package}/ZOL_FrameworkTargets-release.cmake
-    ${package}/ZOLBackend.cmake ${package}/backend-exports.def ${package}/backend-exports.map
+    ${package}/CheckBackendExports.cmake ${package}/ZOLBackend.cmake ${package}/backend-exports.def ${package}/backend-exports.map
     lib/pkgconfig/ZOL_Framework.pc share/zol-framework/ZOL_Framework.spdx.json)
 if(WINDOWS)
     set(module bin/${MODULE}.dll)

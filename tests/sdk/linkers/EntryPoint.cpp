@@ -1,0 +1,3 @@
+extern "C" void* createBackend() {
+    return nullptr;
+}

@@ -1,0 +1,4 @@
+// A usual mistake: the name is mangled.
+void* createBackend() {
+    return nullptr;
+}

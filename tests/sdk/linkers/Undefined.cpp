@@ -1,0 +1,6 @@
+// Used and not defined.
+extern "C" void* createBackend();
+
+void* use() {
+    return createBackend();
+}
