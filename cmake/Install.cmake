@@ -46,8 +46,12 @@ configure_package_config_file(
     INSTALL_DESTINATION ${ZOL_INSTALL_CMAKEDIR}
     PATH_VARS ZOL_INSTALL_MODULEDIR)
 write_basic_package_version_file(
-    ${PROJECT_BINARY_DIR}/ZOL_FrameworkConfigVersion.cmake
+    ${PROJECT_BINARY_DIR}/VersionRule.cmake
     COMPATIBILITY SameMajorVersion)
+file(READ ${PROJECT_BINARY_DIR}/VersionRule.cmake ZOL_VERSION_RULE)
+configure_file(
+    ${PROJECT_SOURCE_DIR}/cmake/ZOL_FrameworkConfigVersion.cmake.in
+    ${PROJECT_BINARY_DIR}/ZOL_FrameworkConfigVersion.cmake @ONLY)
 install(FILES
     ${PROJECT_BINARY_DIR}/ZOL_FrameworkConfig.cmake
     ${PROJECT_BINARY_DIR}/ZOL_FrameworkConfigVersion.cmake

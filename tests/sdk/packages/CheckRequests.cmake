@@ -5,12 +5,14 @@
 
 cmake_minimum_required(VERSION 3.25)
 
+set(target -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
+
 # ask(<request> <targets>): sets <result> and <output>, which is one line.
 macro(ask request targets)
     file(REMOVE_RECURSE ${WORK})
     execute_process(
         COMMAND ${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/finder -B ${WORK} -G ${GENERATOR}
-            -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} "-DCMAKE_PREFIX_PATH=${PACKAGE}"
+            ${target} "-DCMAKE_PREFIX_PATH=${PACKAGE}"
             "-DREQUEST=${request}" "-DEXPECTED_TARGETS=${targets}"
         RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
     string(REGEX REPLACE "[ \n]+" " " output "${output}")
@@ -50,15 +52,45 @@ else()
     expect_rejected("COMPONENTS;RegistryAccess" "ZOL_Framework has no component RegistryAccess here")
 endif()
 
-# A later release of the same major version satisfies a request for this one.
+# The error of a project for the other platform gives the reason, also if it asks for no version.
+if(WINDOWS)
+    set(here Windows)
+    set(there Linux)
+    set(targetThere "")
+else()
+    set(here Linux)
+    set(there Windows)
+    set(targetThere -DCMAKE_SYSTEM_NAME=Windows)
+endif()
+set(targetHere ${target})
+set(target ${targetThere})
+set(reason "version: ${VERSION}. This is the SDK for ${here} x64, but the project is built for ${there}.")
+expect_rejected(2.0.8 "${reason}")
+expect_rejected("" "${reason}")
+set(target ${targetHere})
+
+# copy_with_rule(<folder> <text> <replacement>): a copy of the package with another version file.
 set(package lib/cmake/ZOL_Framework)
-file(READ "${PACKAGE}/${package}/ZOL_FrameworkConfigVersion.cmake" rule)
-string(REPLACE "${VERSION}" 2.3.1.5 rule "${rule}")
-set(later ${WORK}-later)
-file(REMOVE_RECURSE ${later})
-file(COPY "${PACKAGE}/" DESTINATION ${later})
-file(WRITE ${later}/${package}/ZOL_FrameworkConfigVersion.cmake "${rule}")
-set(PACKAGE ${later})
+function(copy_with_rule folder text replacement)
+    file(READ "${PACKAGE}/${package}/ZOL_FrameworkConfigVersion.cmake" rule)
+    string(REPLACE "${text}" "${replacement}" rule "${rule}")
+    file(REMOVE_RECURSE ${folder})
+    file(COPY "${PACKAGE}/" DESTINATION ${folder})
+    file(WRITE ${folder}/${package}/ZOL_FrameworkConfigVersion.cmake "${rule}")
+endfunction()
+
+# The search continues after the SDK of the other platform.
+set(unpacked "${PACKAGE}")
+copy_with_rule(${WORK}-there ${here} ${there})
+set(PACKAGE "${WORK}-there")
+expect_rejected("" "This is the SDK for ${there} x64, but the project is built for ${here}.")
+set(PACKAGE "${WORK}-there;${unpacked}")
+expect_found(2.0.8 ${accepted})
+set(PACKAGE "${unpacked}")
+
+# A later release of the same major version satisfies a request for this one.
+copy_with_rule(${WORK}-later ${VERSION} 2.3.1.5)
+set(PACKAGE ${WORK}-later)
 foreach(request IN ITEMS 2.0 ${VERSION} 2.3)
     expect_found("${request}" ${accepted})
 endforeach()
