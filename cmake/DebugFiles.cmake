@@ -58,7 +58,7 @@ if(NOT ZOL_SANITIZE)
             "strip_only(\"${file}\" --strip-unneeded)")
     endforeach()
     foreach(target IN LISTS zolBackends)
-        zol_install_split(Backends ${ZOL_INSTALL_MODULEDIR}
+        zol_install_split(Backends ${ZOL_INSTALL_BACKENDDIR}
             "strip_installed(\"$<TARGET_FILE:${target}>\")")
     endforeach()
     if(ZOL_BUILD_TOOLS)
@@ -71,8 +71,10 @@ if(NOT ZOL_SANITIZE)
         zol_install_split(Development ${CMAKE_INSTALL_LIBDIR}
             "strip_only(\"$<TARGET_FILE:ZOL_RegistryAccess>\" --strip-debug)")
     endif()
-    foreach(target IN ITEMS ZOL_Framework LISTS zolBackends)
-        zol_install_split(Debug ${ZOL_INSTALL_MODULEDIR}
+    zol_install_split(Debug ${ZOL_INSTALL_MODULEDIR}
+        "install_debug_file(\"$<TARGET_FILE:ZOL_Framework>\")")
+    foreach(target IN LISTS zolBackends)
+        zol_install_split(Debug ${ZOL_INSTALL_BACKENDDIR}
             "install_debug_file(\"$<TARGET_FILE:${target}>\")")
     endforeach()
 endif()

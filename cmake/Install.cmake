@@ -6,8 +6,16 @@ include(CMakePackageConfigHelpers)
 set(ZOL_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/ZOL_Framework)
 if(WIN32)
     set(ZOL_INSTALL_MODULEDIR ${CMAKE_INSTALL_BINDIR})
+    set(ZOL_INSTALL_BACKENDDIR ${CMAKE_INSTALL_BINDIR})
 else()
     set(ZOL_INSTALL_MODULEDIR ${CMAKE_INSTALL_LIBDIR})
+    # Not among the libraries of the system. The run paths lead from the module to the back ends, also
+    # beside it, and back.
+    set(ZOL_INSTALL_BACKENDDIR ${CMAKE_INSTALL_LIBDIR}/${ZOL_BACKEND_FOLDER})
+    set_property(TARGET ZOL_Framework PROPERTY INSTALL_RPATH "$ORIGIN" "$ORIGIN/${ZOL_BACKEND_FOLDER}")
+    foreach(target IN LISTS zolBackends)
+        set_property(TARGET ${target} PROPERTY INSTALL_RPATH "$ORIGIN" "$ORIGIN/..")
+    endforeach()
 endif()
 
 set(zolLibraries ZOL_Framework ZOL_Gadgets)
@@ -20,7 +28,7 @@ install(TARGETS ${zolLibraries}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
 install(TARGETS ${zolBackends}
-    LIBRARY DESTINATION ${ZOL_INSTALL_MODULEDIR} COMPONENT Backends)
+    LIBRARY DESTINATION ${ZOL_INSTALL_BACKENDDIR} COMPONENT Backends)
 if(ZOL_BUILD_TOOLS)
     install(TARGETS zol_backend_check EXPORT ZOL_FrameworkTargets
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Development)
@@ -44,7 +52,7 @@ configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/ZOL_FrameworkConfig.cmake.in
     ${PROJECT_BINARY_DIR}/ZOL_FrameworkConfig.cmake
     INSTALL_DESTINATION ${ZOL_INSTALL_CMAKEDIR}
-    PATH_VARS ZOL_INSTALL_MODULEDIR)
+    PATH_VARS ZOL_INSTALL_BACKENDDIR)
 write_basic_package_version_file(
     ${PROJECT_BINARY_DIR}/VersionRule.cmake
     COMPATIBILITY SameMajorVersion)

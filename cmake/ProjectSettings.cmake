@@ -38,9 +38,9 @@ if(ZOL_SANITIZE)
     endif()
 endif()
 
-# Modules find what lies beside them, the framework its back ends too.
+# Modules find what lies beside them, the framework its back ends too. Install.cmake sets the run paths
+# of what is installed.
 if(NOT WIN32)
     set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
     set(CMAKE_BUILD_RPATH "$ORIGIN")
-    set(CMAKE_INSTALL_RPATH "$ORIGIN")
 endif()

@@ -66,10 +66,17 @@ if(FETCHED)
     return()
 endif()
 
-# The plug-ins and the modules are beside the programs, the framework is in the package.
+# The framework is in the package, and finds the ready-made back ends there.
 if(EMULATOR)
     set(ENV{WINEPATH} "Z:${PACKAGE}/bin")
-else()
+endif()
+run_program(console_consumer)
+if(NOT output MATCHES " ERROR .consumer. from the program\n$")
+    message(FATAL_ERROR "Console wrote '${output}'")
+endif()
+
+# The plug-ins and the modules are beside the programs.
+if(NOT EMULATOR)
     set(ENV{LD_LIBRARY_PATH} ${build})
 endif()
 expect_output(consumer "40 from the program\n30 from the module\n30 from the module\n60 x=1\n60 x=1\n")

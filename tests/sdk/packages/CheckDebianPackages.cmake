@@ -33,7 +33,7 @@ foreach(package IN ITEMS zol-framework zol-framework-dev zol-framework-dbg)
     list(APPEND known ${files})
     file(COPY ${ROOT}/${package}/usr DESTINATION ${ROOT})
 endforeach()
-foreach(file IN ITEMS usr/lib/Console_r.so usr/lib/Console_r.so.debug
+foreach(file IN ITEMS usr/lib/zol/Console_r.so usr/lib/zol/Console_r.so.debug
         usr/include/ZOL/Framework/Framework.h)
     if(NOT file IN_LIST known)
         message(FATAL_ERROR "no package has ${file}")

@@ -133,7 +133,8 @@ const char searchSeparator = ':';
 
 std::vector<std::filesystem::path> searchFolders() {
     std::vector<std::filesystem::path> folders = searchPath();
-    folders.push_back(frameworkFile().parent_path());
+    const std::filesystem::path frameworkFolder = frameworkFile().parent_path();
+    folders.insert(folders.end(), {frameworkFolder, frameworkFolder / ZOL_BACKEND_FOLDER});
     folders.insert(folders.end(), {"/lib/x86_64-linux-gnu", "/usr/lib/x86_64-linux-gnu", "/lib",
                                    "/usr/lib", "/usr/local/lib"});
     return folders;
