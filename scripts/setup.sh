@@ -110,7 +110,7 @@ if [ "$profile" = all ]; then
         doxygen furo python3-breathe python3-myst-parser python3-sphinx python3-sphinx-copybutton # the site
         libwine-dev)              # the C headers for Visual C++'s ABI
     if has linux "${platforms[@]}"; then
-        packages+=(lld) # zol_add_backend is tested with each linker
+        packages+=(fakeroot lintian lld) # what the tests of the Debian packages and of other linkers use
     fi
 fi
 if [ "$profile" = benchmarks ]; then
