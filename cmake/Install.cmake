@@ -10,8 +10,10 @@ if(WIN32)
 else()
     set(ZOL_INSTALL_MODULEDIR ${CMAKE_INSTALL_LIBDIR})
     # Not among the libraries of the system. The run paths lead from the module to the back ends, also
-    # beside it, and back.
+    # beside it, and back. They also fit the build tree. With run paths of its own, CMake would fill
+    # these up with empty elements, and the loader would search the current folder.
     set(ZOL_INSTALL_BACKENDDIR ${CMAKE_INSTALL_LIBDIR}/${ZOL_BACKEND_FOLDER})
+    set_target_properties(ZOL_Framework ${zolBackends} PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
     set_property(TARGET ZOL_Framework PROPERTY INSTALL_RPATH "$ORIGIN" "$ORIGIN/${ZOL_BACKEND_FOLDER}")
     foreach(target IN LISTS zolBackends)
         set_property(TARGET ${target} PROPERTY INSTALL_RPATH "$ORIGIN" "$ORIGIN/..")
