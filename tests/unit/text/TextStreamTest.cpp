@@ -161,6 +161,25 @@ TEST(TextStreams, WorkWithAFunctionThatTakesAStreamAndKeepItsSettings) {
     EXPECT_EQ(text::textOf(insertions), text::classicTextOf(insertions));
 }
 
+TEST(TextStreams, DestroyTheirStreamOnceSoThatItReleasesWhatItStores) {
+    int erased = 0;
+    {
+        TextStream stream;
+        const int index = std::ios_base::xalloc();
+        stream.stream().pword(index) = &erased;
+        stream.stream().register_callback(
+            [](std::ios_base::event event, std::ios_base& base, int place) {
+                if (event == std::ios_base::erase_event) {
+                    ++*static_cast<int*>(base.pword(place));
+                }
+            },
+            index);
+        stream << 1;
+        EXPECT_EQ(erased, 0);
+    }
+    EXPECT_EQ(erased, 1);
+}
+
 TEST(TextStreams, KeepTheFlagsThatAManipulatorSet) {
     EXPECT_EQ(text::textOf([](auto& stream) {
                   stream << 255 << std::hex << 255 << true << std::boolalpha << true << ' '

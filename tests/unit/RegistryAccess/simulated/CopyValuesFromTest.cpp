@@ -1,7 +1,11 @@
+#include <new>
+
 #include "RegistryTest.h"
+#include "ZOL/RegistryAccess/ValueEnumeration.h"
 
 using support::Lines;
 using support::RegistryKey;
+using ZOL::RegistryAccess::EnumeratedValue;
 using ZOL::RegistryAccess::Registry;
 
 namespace {
@@ -53,11 +57,20 @@ TEST_F(CopyValuesFrom, PassesTheSizeOfDataThatHasNoTerminator) {
     EXPECT_EQ(calls.at(1), "RegSetValueExA(k1, \"text\", 0, 1, \"abc\", 3)");
 }
 
-TEST_F(CopyValuesFrom, ReadsNothingPastItsBufferAfter261BytesOfText) {
+TEST_F(CopyValuesFrom, AddsNoTerminatorTo261BytesOfText) {
     source.setValue("text", REG_SZ, std::string(261, 'x'));
     copy();
     EXPECT_EQ(calls.at(1),
               "RegSetValueExA(k1, \"text\", 0, 1, \"" + std::string(261, 'x') + "\", 261)");
+    EXPECT_EQ(key.listing(), source.listing());
+}
+
+TEST(EnumeratedValues, HaveAByteThatIsNotZeroAfterTheirData) {
+    // Zeros, so that padding in this place would be zero too.
+    alignas(EnumeratedValue) char storage[sizeof(EnumeratedValue)] = {};
+    const auto* const value = new (storage) EnumeratedValue;
+    const std::ptrdiff_t data = value->data.data() - storage;
+    EXPECT_NE(storage[static_cast<std::size_t>(data) + value->data.size()], '\0');
 }
 
 TEST_F(CopyValuesFrom, OverwritesWhatHasTheSameNameAndLeavesTheRest) {

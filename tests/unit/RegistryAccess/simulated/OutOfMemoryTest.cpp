@@ -1,4 +1,5 @@
-// A failed allocation leaves no handle open, and the caller gets std::bad_alloc.
+// A failed allocation leaves no handle open and no memory allocated, and the caller gets
+// std::bad_alloc.
 
 #include "OutOfMemory.h"
 
@@ -125,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(Of, OperationWithoutMemory,
                                     nameOf(std::get<1>(instance.param));
                          });
 
-TEST_P(OperationWithoutMemory, ThrowsBadAllocAndLeavesNoHandleOpen) {
+TEST_P(OperationWithoutMemory, ThrowsBadAllocAndLeavesNoHandleOpenAndNoMemory) {
     const auto& [operation, mode] = GetParam();
     bool failed = true;
     std::size_t n = 0;
@@ -143,6 +144,7 @@ TEST_P(OperationWithoutMemory, ThrowsBadAllocAndLeavesNoHandleOpen) {
         }
         FailingAllocator::stop();
         EXPECT_EQ(failed, FailingAllocator::failures() > 0) << "allocation " << n << " failed";
+        ASSERT_EQ(FailingAllocator::blocksLeft(), 0) << "after the failure of allocation " << n;
         ASSERT_EQ(platform.openHandles(), 2U) << "after the failure of allocation " << n;
         ASSERT_EQ(platform.takeMisuses(), Lines()) << "after the failure of allocation " << n;
     }
