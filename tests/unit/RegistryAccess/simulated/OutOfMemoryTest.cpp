@@ -5,14 +5,17 @@
 
 #include <memory>
 #include <new>
+#include <typeinfo>
 
 #include "FailingDemangler.h"
 #include "NodeCell.h"
 #include "Operations.h"
 #include "RegistryTest.h"
+#include "ZOL/RegistryAccess/ErrorText.h"
 
 using support::Lines;
 using support::Operation;
+using ZOL::RegistryAccess::displayName;
 using ZOL::RegistryAccess::Registry;
 namespace FailingAllocator = support::FailingAllocator;
 
@@ -176,17 +179,28 @@ TEST(WhatWithoutADemangledName, IsEmptyAndCompleteAtALaterCall) {
     EXPECT_EQ(error.what(), description);
 }
 
-TEST_P(WhatWithoutMemory, AnErrorThatCannotBeMadeOrCopiedLeavesNothing) {
+TEST(DisplayNames, AreEmptyWithoutADemangledName) {
+    support::failDemangling(true);
+    EXPECT_EQ(displayName(typeid(Registry::NotFound)), "");
+    support::failDemangling(false);
+    EXPECT_EQ(displayName(typeid(Registry::NotFound)),
+              "class ZOL::RegistryAccess::Registry::NotFound");
+}
+
+TEST_P(WhatWithoutMemory, AnErrorThatCannotBeMadeCopiedOrAssignedLeavesNothing) {
     const Registry::NotFound source(longMessage.c_str(), longName.c_str(), 7);
     source.what();
     const std::size_t failures = sweep(
         [&] {
             const Registry::NotFound made(longName.c_str(), longName.c_str(), 7);
             const auto copy = std::make_unique<Registry::NotFound>(source);
+            Registry::NotFound target("", "", 0);
+            target = source;
         },
         [&] { EXPECT_EQ(source.what(), description); });
     EXPECT_EQ(source.what(), description);
-    EXPECT_EQ(failures, 8U) << "a record and two texts, then an error with a record and three";
+    EXPECT_EQ(failures, 12U) << "a record and two texts, an error with a record and three, then a "
+                                "record and three texts assigned to it";
 }
 
 } // namespace
