@@ -56,9 +56,10 @@ private:
         if (larger < size_ + size) {
             larger = size_ + size;
         }
+        const bool wasIncomplete = incomplete_;
         incomplete_ = true; // stays set if the allocation throws
         char* const begin = new char[larger + 1];
-        incomplete_ = false;
+        incomplete_ = wasIncomplete;
         std::memcpy(begin, begin_, size_);
         if (begin_ != inline_) {
             delete[] begin_;
