@@ -3,6 +3,7 @@
 #include <fstream>
 #include <set>
 #include <string>
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,9 @@ using support::CrisisLogSandbox;
 using ZOL::Framework::CrisisLogging::CrisisLogger;
 
 namespace {
+
+static_assert(!std::is_copy_constructible_v<CrisisLogger>, "a copy would close the file twice");
+static_assert(!std::is_copy_assignable_v<CrisisLogger>);
 
 CRISIS_LOG_TEST(CrisisLogSharing, ASecondProcessIsRefusedWhileTheFirstHasTheFile) {
     CrisisLogger::instance();

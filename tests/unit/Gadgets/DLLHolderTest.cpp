@@ -38,6 +38,8 @@ std::string failure(const DLLHolder& holder, const char* symbol) {
 
 static_assert(sizeof(DLLHolder) == sizeof(void*));
 static_assert(!std::is_copy_constructible_v<DLLHolder>, "a copy would give one load back twice");
+static_assert(!std::is_copy_assignable_v<DLLHolder>);
+static_assert(!std::is_convertible_v<const char*, DLLHolder>, "a load is never implicit");
 static_assert(
     std::is_same_v<decltype(std::declval<DLLHolder&>().resolve<LoggerBackend*()>("createBackend")),
                    LoggerBackend* (*)()>);

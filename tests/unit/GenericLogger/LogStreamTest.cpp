@@ -20,6 +20,15 @@ std::ostream& operator<<(std::ostream& stream, const Point& point) {
     return stream << "(" << point.x << ", " << point.y << ")";
 }
 
+/// Can be inserted as a temporary only.
+struct Temporary {
+    int number;
+};
+
+std::ostream& operator<<(std::ostream& stream, Temporary&& temporary) {
+    return stream << temporary.number;
+}
+
 struct Fields {
     static const int declaredOnly = 17;
     unsigned small : 3;
@@ -80,8 +89,8 @@ TEST_F(LogStreams, TheLineIsLoggedAtTheEndOfTheStatement) {
 
 TEST_F(LogStreams, PiecesFollowTheTextArgumentInOrder) {
     log->info("x=") << 1 << ' ' << 2.5 << " " << true << " " << std::string("text") << " "
-                    << static_cast<const void*>(nullptr) << " " << Point{3, 4};
-    EXPECT_EQ(journal, Journal{line("A", 30, "x=1 2.5 1 text 0 (3, 4)")});
+                    << static_cast<const void*>(nullptr) << " " << Point{3, 4} << Temporary{5};
+    EXPECT_EQ(journal, Journal{line("A", 30, "x=1 2.5 1 text 0 (3, 4)5")});
 }
 
 TEST_F(LogStreams, ThePublicStreamTakesInsertionsToo) {
@@ -139,6 +148,14 @@ TEST_F(LogStreams, OfAChainOfCopiesTheLastOneLogsOnce) {
     EXPECT_EQ(journal, Journal{line("A", 30, "abc")});
 }
 
+TEST_F(LogStreams, ACopyKeepsTheLevel) {
+    {
+        const LogStream source = log->fatal("text");
+        const LogStream copy(source); // NOLINT(performance-unnecessary-copy-initialization)
+    }
+    EXPECT_EQ(journal, Journal{line("A", 60, "text")});
+}
+
 TEST_F(LogStreams, ACopyOutlivesItsSource) {
     LogStream* source = new LogStream(log, LOG_LEVEL_INFO, "text");
     {
@@ -164,6 +181,11 @@ TEST_F(LogStreams, AtLevel0NothingIsLoggedAndNothingIsCached) {
     EXPECT_TRUE(journal.empty());
 }
 
+TEST_F(LogStreams, BelowLevel0LinesAreLogged) {
+    log->log(static_cast<LoggingLevel>(-1), "text");
+    EXPECT_EQ(journal, Journal{line("A", -1, "text")});
+}
+
 TEST_F(LogStreams, ALineWhoseArgumentThrewIsLoggedUpToThatArgument) {
     const auto argument = []() -> int {
         throw 7;
@@ -186,6 +208,15 @@ TEST_F(LogStreams, ANullTextIsLoggedAsNull) {
     log->info(null) << null << ' ' << std::setw(7) << null;
     ZOL_LOG(log, LOG_LEVEL_FATAL) << null;
     EXPECT_EQ(journal, (Journal{line("A", 30, "(null)(null)  (null)"), line("A", 60, "(null)")}));
+}
+
+TEST_F(LogStreams, AnInsertionThatSetsOnlyFailbitThrowsNothingAndTheLineIsLogged) {
+    log->info("as far as ") << [](std::ostream& stream) -> std::ostream& {
+        stream << "this";
+        stream.setstate(std::ios_base::failbit);
+        return stream;
+    };
+    EXPECT_EQ(journal, Journal{line("A", 30, "as far as this")});
 }
 
 TEST_F(LogStreams, TheGateLetsActiveLevelsThrough) {
@@ -227,6 +258,19 @@ TEST_F(LogStreams, ALineMayContainAnotherOne) {
     // clang-format on
     EXPECT_EQ(journal, (Journal{line("A", 50, "inner"), line("A", 60, "outer, 1"),
                                 line("A", 50, "same line"), line("A", 60, "2")}));
+}
+
+namespace user::ZOL {
+
+void logAnError(Logger* logger, const char* text) {
+    ZOL_LOG(logger, LOG_LEVEL_ERROR) << text;
+}
+
+} // namespace user::ZOL
+
+TEST_F(LogStreams, TheGateWorksInANamespaceOfTheSameName) {
+    user::ZOL::logAnError(log, "text");
+    EXPECT_EQ(journal, Journal{line("A", 50, "text")});
 }
 
 TEST_F(LogStreams, TheGateIsOneStatementAlsoBetweenIfAndElse) {

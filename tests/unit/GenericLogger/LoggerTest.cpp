@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <string>
+#include <type_traits>
 
 #include "DoLog.h"
 #include "LoggerFixture.h"
@@ -14,6 +15,8 @@ namespace {
 class LoggerTest : public support::LoggerFixture {};
 
 static_assert(sizeof(Logger) == sizeof(void*), "a logger is one pointer to its private block");
+static_assert(!std::is_copy_constructible_v<Logger> && !std::is_copy_assignable_v<Logger>);
+static_assert(std::is_same_v<std::underlying_type_t<LoggingLevel>, int>);
 
 TEST(LoggingLevels, HaveTheirValues) {
     EXPECT_EQ(LOG_LEVEL_NONE, 0);

@@ -29,6 +29,15 @@ struct Declared {
     static const Plain enumerator = plain;
 };
 
+/// Can be inserted as a temporary only.
+struct Temporary {
+    int number;
+};
+
+inline std::ostream& operator<<(std::ostream& stream, Temporary&& temporary) {
+    return stream << temporary.number;
+}
+
 struct LikeAText {
     operator const char*() const { return "like a text"; }
 };

@@ -125,6 +125,7 @@ TEST(TextStreams, WriteTypesOfTheUsersOwn) {
     expectClassic(text::plain);
     expectClassic(text::LikeAText());
     EXPECT_EQ(text::textOf([](auto& stream) { stream << text::Point{3, 4.5}; }), "(   3, 4.5)");
+    EXPECT_EQ(text::textOf([](auto& stream) { stream << text::Temporary{7}; }), "7");
 }
 
 TEST(TextStreams, TakeBitFields) {
