@@ -15,6 +15,8 @@ namespace {
 
 /// How many arrays had a byte written after their end.
 std::size_t overflows = 0;
+/// How many arrays are allocated.
+std::size_t allocated = 0;
 
 } // namespace
 
@@ -29,7 +31,7 @@ std::size_t overflows = 0;
 
 namespace {
 
-/// How many arrays the program has allocated.
+/// How many arrays were ever allocated.
 std::size_t arrays = 0;
 /// Whether an allocation of an array fails.
 bool arraysFail = false;
@@ -49,17 +51,19 @@ void freeArray(void* array) {
     if (!std::all_of(guard, guard + guardSize, [](char byte) { return byte == guardByte; })) {
         ++overflows;
     }
+    --allocated;
     std::free(block);
 }
 
 } // namespace
 
 void* operator new[](std::size_t size) {
-    ++arrays;
     void* const memory = arraysFail ? nullptr : std::malloc(headerSize + size + guardSize);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
+    ++arrays;
+    ++allocated;
     char* const block = static_cast<char*>(memory);
     std::memcpy(block, &size, sizeof size);
     std::memset(block + headerSize + size, guardByte, guardSize);
@@ -78,8 +82,9 @@ void operator delete[](void* array, std::size_t) noexcept {
 
 namespace {
 
-TEST(LineBuffers, WriteNothingPastTheEndOfTheirMemory) {
-    const std::size_t before = overflows;
+TEST(LineBuffers, WriteNothingPastTheEndOfTheirMemoryAndFreeAllOfIt) {
+    const std::size_t overflowsBefore = overflows;
+    const std::size_t allocatedBefore = allocated;
     for (const std::size_t first : {0U, 1U, 300U, 399U, 400U}) {
         for (const std::size_t second : {1U, 99U, 100U, 101U, 399U, 400U, 401U, 500U, 600U, 900U}) {
             for (const std::size_t third : {0U, 1U, 99U, 300U, 700U, 1500U, 3000U}) {
@@ -95,7 +100,8 @@ TEST(LineBuffers, WriteNothingPastTheEndOfTheirMemory) {
             }
         }
     }
-    EXPECT_EQ(overflows, before);
+    EXPECT_EQ(overflows, overflowsBefore);
+    EXPECT_EQ(allocated, allocatedBefore);
 }
 
 TEST(LineBuffers, HaveAsMuchSpaceAsWasPrepared) {
