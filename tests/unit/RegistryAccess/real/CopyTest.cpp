@@ -97,9 +97,12 @@ TEST_F(RegistryCopy, LeavesTheSourceAsItIs) {
 
 TEST_F(RegistryCopy, TakesTwoHundredSixtyOneBytesOfDataAndNamesOfTwoHundredSixty) {
     setRawValue(fromPath_, "data", {REG_BINARY, std::string(261, 'x')});
+    setRawValue(fromPath_, "text", {REG_SZ, std::string(261, 'x')});
     setRawValue(fromPath_, std::string(260, 'n'), {REG_BINARY, "x"});
     to_.copyValuesFrom(from_);
     EXPECT_EQ(rawValue(toPath_, "data"), (RawValue{REG_BINARY, std::string(261, 'x')}));
+    EXPECT_EQ(rawValue(toPath_, "text"), (RawValue{REG_SZ, std::string(261, 'x')}))
+        << "no terminating zero is added";
     EXPECT_EQ(rawValue(toPath_, std::string(260, 'n')), (RawValue{REG_BINARY, "x"}));
 }
 

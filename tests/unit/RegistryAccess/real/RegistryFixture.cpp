@@ -106,8 +106,10 @@ RawValue rawValue(const std::string& path, const std::string& name) {
 
 void setRawValue(const std::string& path, const std::string& name, const RawValue& value) {
     const RawKey key(path, KEY_SET_VALUE);
+    // To a text without a terminating zero, the platform adds the byte after it if that is zero.
+    const std::string data = value.data + '\1';
     require(RegSetValueExA(key.get(), name.c_str(), 0, value.type,
-                           reinterpret_cast<const BYTE*>(value.data.c_str()),
+                           reinterpret_cast<const BYTE*>(data.data()),
                            static_cast<DWORD>(value.data.size())),
             "cannot write the value " + name);
 }
