@@ -36,6 +36,18 @@ std::string failure(const DLLHolder& holder, const char* symbol) {
     return "no std::runtime_error";
 }
 
+bool isLoaded(const std::string& fileName) {
+#if defined(_WIN32)
+    return GetModuleHandleA(fileName.c_str()) != nullptr;
+#else
+    void* const handle = dlopen(fileName.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (handle != nullptr) {
+        dlclose(handle);
+    }
+    return handle != nullptr;
+#endif
+}
+
 static_assert(sizeof(DLLHolder) == sizeof(void*));
 static_assert(!std::is_copy_constructible_v<DLLHolder>, "a copy would give one load back twice");
 static_assert(!std::is_copy_assignable_v<DLLHolder>);
@@ -97,14 +109,10 @@ TEST(DLLHolders, AMissingSymbolIsReportedByItsName) {
 TEST(DLLHolders, ReleaseTheLibraryWhenDestroyed) {
     const std::string name = DLLHolder::dllFileName("Versioned", "1.2");
     {
-        // Destroyed at once.
         const DLLHolder holder("Versioned", "1.2");
+        EXPECT_TRUE(isLoaded(name));
     }
-#if defined(_WIN32)
-    EXPECT_EQ(GetModuleHandleA(name.c_str()), nullptr);
-#else
-    EXPECT_EQ(dlopen(name.c_str(), RTLD_NOW | RTLD_NOLOAD), nullptr);
-#endif
+    EXPECT_FALSE(isLoaded(name));
 }
 
 TEST(DLLHolders, CountTheLoadsOfOneLibrary) {
@@ -114,6 +122,7 @@ TEST(DLLHolders, CountTheLoadsOfOneLibrary) {
         // Destroyed at once.
         const DLLHolder second("Versioned", "1.2");
     }
+    ASSERT_TRUE(isLoaded(DLLHolder::dllFileName("Versioned", "1.2")));
     EXPECT_EQ(seven(), 7);
 }
 
