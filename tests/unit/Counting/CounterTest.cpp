@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include "CopiedByNew.h"
+
 using ZOL::Framework::Counting::Counter;
 
 namespace {
@@ -19,6 +21,7 @@ static_assert(std::is_standard_layout_v<Counter> && !std::is_polymorphic_v<Count
 static_assert(!std::is_default_constructible_v<Counter> && !std::is_copy_constructible_v<Counter>,
               "a counter can only come from the table");
 static_assert(!std::is_destructible_v<Counter>, "the table owns it");
+static_assert(!support::canBeCopiedByNew<Counter>);
 static_assert(std::is_same_v<decltype(Counter::counter("")), Counter&>);
 static_assert(std::is_same_v<decltype(std::declval<Counter&>().next()), int>);
 static_assert(

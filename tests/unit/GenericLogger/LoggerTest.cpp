@@ -4,6 +4,7 @@
 #include <string>
 #include <type_traits>
 
+#include "CopiedByNew.h"
 #include "DoLog.h"
 #include "LoggerFixture.h"
 
@@ -15,7 +16,7 @@ namespace {
 class LoggerTest : public support::LoggerFixture {};
 
 static_assert(sizeof(Logger) == sizeof(void*), "a logger is one pointer to its private block");
-static_assert(!std::is_copy_constructible_v<Logger> && !std::is_copy_assignable_v<Logger>);
+static_assert(!support::canBeCopiedByNew<Logger> && !std::is_copy_assignable_v<Logger>);
 static_assert(std::is_same_v<std::underlying_type_t<LoggingLevel>, int>);
 
 TEST(LoggingLevels, HaveTheirValues) {

@@ -136,7 +136,7 @@ TEST(TextStreams, TakeBitFields) {
         char character : 8;
         unsigned long long large : 60;
         text::Plain enumerator : 4;
-    } const fields = {5, -9, true, 'c', 123456789012, text::plain};
+    } fields = {5, -9, true, 'c', 123456789012, text::plain}; // no reference binds to these
     const auto insertions = [&](auto& stream) {
         stream << fields.small << fields.negative << fields.flag << fields.character << fields.large
                << fields.enumerator << std::hex << fields.small << fields.negative << fields.large;
