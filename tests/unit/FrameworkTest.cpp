@@ -23,6 +23,12 @@ void onFreshThread(Function function) {
 
 static_assert(std::is_empty_v<Framework> && !std::is_polymorphic_v<Framework>);
 
+TEST(FrameworkObjects, AreCopiedAndAssignedWithoutAWarning) {
+    const Framework original{};
+    Framework copy(original); // NOLINT(performance-unnecessary-copy-initialization)
+    EXPECT_EQ(&(copy = original), &copy);
+}
+
 /// The low 16 bits of the number of calls so far, including this one.
 std::uint32_t completedCalls() {
     std::uint32_t number = 0;

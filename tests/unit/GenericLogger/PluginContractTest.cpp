@@ -24,6 +24,14 @@ static_assert(std::has_virtual_destructor_v<LoggerBackend>);
 static_assert(std::is_destructible_v<LoggerBackend>, "its owner may delete a back end");
 static_assert(std::is_abstract_v<LoggingChannel> && std::is_abstract_v<LoggerBackend>);
 
+class ChannelWithoutRelease : public LoggingChannel {
+    void log(LoggingLevel, const char*) override {}
+};
+class ChannelWithoutLog : public LoggingChannel {
+    void release() override {}
+};
+static_assert(std::is_abstract_v<ChannelWithoutRelease> && std::is_abstract_v<ChannelWithoutLog>);
+
 TEST_F(PluginContract, ABackendThatDeclinesEveryLoggerLeavesThemWaiting) {
     Logger* const log = logger();
     RecordingBackend& declining = makeBackend("D");
