@@ -7,9 +7,10 @@ namespace support {
 
 /// Whether `new` can copy a T. Unlike std::is_copy_constructible, it needs no destructor.
 template <typename T, typename = void>
-constexpr bool canBeCopiedByNew = false;
+inline constexpr bool canBeCopiedByNew = false;
 
 template <typename T>
-constexpr bool canBeCopiedByNew<T, std::void_t<decltype(new T(std::declval<const T&>()))>> = true;
+inline constexpr bool canBeCopiedByNew<T, std::void_t<decltype(new T(std::declval<const T&>()))>> =
+    true;
 
 } // namespace support

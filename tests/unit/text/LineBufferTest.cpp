@@ -1,90 +1,22 @@
 #include "ZOL/Framework/GenericLogger/detail/LineBuffer.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "GuardedArrays.h"
+
+namespace GuardedArrays = support::GuardedArrays;
 using ZOL::Framework::GenericLogger::detail::LineBuffer;
 
 namespace {
 
-/// How many arrays had a byte written after their end.
-std::size_t overflows = 0;
-/// How many arrays are allocated.
-std::size_t allocated = 0;
-
-} // namespace
-
-// Without a sanitizer, nothing reports a write past the end of an array. Here guard bytes after
-// each array do, which are checked when it is freed. A sanitizer needs the array alone. On Windows,
-// these operators would not replace those of the C++ library.
-#if !defined(ZOL_TEST_SANITIZED) && !defined(_WIN32)
-#define ZOL_TEST_GUARDED_ARRAYS
-#endif
-
-#if defined(ZOL_TEST_GUARDED_ARRAYS)
-
-namespace {
-
-/// How many arrays were ever allocated.
-std::size_t arrays = 0;
-/// Whether an allocation of an array fails.
-bool arraysFail = false;
-
-constexpr std::size_t headerSize = alignof(std::max_align_t); // for the size of the array
-constexpr std::size_t guardSize = 4096;
-constexpr char guardByte = '\x5A';
-
-void freeArray(void* array) {
-    if (array == nullptr) {
-        return;
-    }
-    char* const block = static_cast<char*>(array) - headerSize;
-    std::size_t size = 0;
-    std::memcpy(&size, block, sizeof size);
-    const char* const guard = block + headerSize + size;
-    if (!std::all_of(guard, guard + guardSize, [](char byte) { return byte == guardByte; })) {
-        ++overflows;
-    }
-    --allocated;
-    std::free(block);
-}
-
-} // namespace
-
-void* operator new[](std::size_t size) {
-    void* const memory = arraysFail ? nullptr : std::malloc(headerSize + size + guardSize);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    ++arrays;
-    ++allocated;
-    char* const block = static_cast<char*>(memory);
-    std::memcpy(block, &size, sizeof size);
-    std::memset(block + headerSize + size, guardByte, guardSize);
-    return block + headerSize;
-}
-
-void operator delete[](void* array) noexcept {
-    freeArray(array);
-}
-
-void operator delete[](void* array, std::size_t) noexcept {
-    freeArray(array);
-}
-
-#endif
-
-namespace {
-
 TEST(LineBuffers, WriteNothingPastTheEndOfTheirMemoryAndFreeAllOfIt) {
-    const std::size_t overflowsBefore = overflows;
-    const std::size_t allocatedBefore = allocated;
+    const std::size_t overflowsBefore = GuardedArrays::overflows();
+    const std::size_t allocatedBefore = GuardedArrays::allocated();
     for (const std::size_t first : {0U, 1U, 300U, 399U, 400U}) {
         for (const std::size_t second : {1U, 99U, 100U, 101U, 399U, 400U, 401U, 500U, 600U, 900U}) {
             for (const std::size_t third : {0U, 1U, 99U, 300U, 700U, 1500U, 3000U}) {
@@ -100,12 +32,12 @@ TEST(LineBuffers, WriteNothingPastTheEndOfTheirMemoryAndFreeAllOfIt) {
             }
         }
     }
-    EXPECT_EQ(overflows, overflowsBefore);
-    EXPECT_EQ(allocated, allocatedBefore);
+    EXPECT_EQ(GuardedArrays::overflows(), overflowsBefore);
+    EXPECT_EQ(GuardedArrays::allocated(), allocatedBefore);
 }
 
 TEST(LineBuffers, HaveAsMuchSpaceAsWasPrepared) {
-    const std::size_t before = overflows;
+    const std::size_t before = GuardedArrays::overflows();
     for (const std::size_t size : {1U, 16U, 400U, 401U, 1000U}) {
         LineBuffer line;
         std::string expected;
@@ -118,29 +50,29 @@ TEST(LineBuffers, HaveAsMuchSpaceAsWasPrepared) {
             ASSERT_EQ(line.c_str(), expected) << size;
         }
     }
-    EXPECT_EQ(overflows, before);
+    EXPECT_EQ(GuardedArrays::overflows(), before);
 }
 
-#if defined(ZOL_TEST_GUARDED_ARRAYS)
+#if ZOL_TEST_GUARDED_ARRAYS
 
 TEST(LineBuffers, AllocateOnlyForMoreThan400Characters) {
-    const std::size_t before = arrays;
+    const std::size_t before = GuardedArrays::allocations();
     LineBuffer line;
     const std::string text(400, 'x');
     line.append(text.data(), text.size());
     EXPECT_EQ(line.c_str(), text);
-    EXPECT_EQ(arrays, before);
+    EXPECT_EQ(GuardedArrays::allocations(), before);
     line.append("x", 1);
-    EXPECT_EQ(arrays, before + 1);
+    EXPECT_EQ(GuardedArrays::allocations(), before + 1);
 }
 
 TEST(LineBuffers, AllocateRarelyWhileTheyGrowByOneCharacter) {
-    const std::size_t before = arrays;
+    const std::size_t before = GuardedArrays::allocations();
     LineBuffer line;
     for (int i = 0; i < 100000; ++i) {
         line.append("x", 1);
     }
-    EXPECT_LE(arrays, before + 20);
+    EXPECT_LE(GuardedArrays::allocations(), before + 20);
 }
 
 TEST(LineBuffers, StayIncompleteAfterAnAllocationThatFailed) {
@@ -148,9 +80,9 @@ TEST(LineBuffers, StayIncompleteAfterAnAllocationThatFailed) {
     std::string text(400, 'x');
     line.append(text.data(), text.size());
     EXPECT_FALSE(line.isIncomplete());
-    arraysFail = true;
+    GuardedArrays::fail(true);
     EXPECT_THROW(line.append("lost", 4), std::bad_alloc);
-    arraysFail = false;
+    GuardedArrays::fail(false);
     EXPECT_EQ(line.c_str(), text);
     EXPECT_TRUE(line.isIncomplete()) << "the zero is not written over it";
     line.append("more", 4);
