@@ -18,8 +18,8 @@ std::filesystem::path findPlugin(const std::string& name, const std::filesystem:
 /// (file/FileContent.cpp). False if loading it makes no sense.
 bool checkFile(const std::filesystem::path& file, Report& report);
 
-/// Checks "libraries" to "exit", in child processes: one if all goes well, and another one after
-/// each crash, for the checks that are left (live/Supervisor.cpp).
+/// Checks "libraries" to "exit", in child processes: one if there is no crash, and another one
+/// after each crash, for the remaining checks (live/Supervisor.cpp).
 void checkLive(const Options& options, const std::filesystem::path& file, Report& report);
 
 /// What the child process does: runs all steps and writes the findings to the record

@@ -1,17 +1,20 @@
 #include "Options.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <exception>
 
 #include <CLI/CLI.hpp>
 
 #include "Report.h"
+#include "Text.h"
 
 namespace backendcheck {
 
 namespace {
 
 constexpr const char* about =
-    "Loads a back-end plug-in as a host would, and says what is right and wrong with it.\n"
+    "Loads a back-end plug-in as a host would, and reports what is right and wrong with it.\n"
     "The plug-in is tried in processes of its own, in an empty folder that is removed afterwards.\n"
     "Exit code: 0 good, 1 something is wrong, 2 it cannot be checked.\n";
 
@@ -20,12 +23,17 @@ std::pair<std::string, std::string> propertyOf(const std::string& setting) {
     if (equals == std::string::npos || equals == 0) {
         throw CLI::ValidationError("--set", "\"" + setting + "\" is not PROPERTY=VALUE");
     }
+    try {
+        (void)wideOf<std::u16string>(setting);
+    } catch (const std::exception&) {
+        throw CLI::ValidationError("--set", "\"" + setting + "\" is not UTF-8");
+    }
     return {setting.substr(0, equals), setting.substr(equals + 1)};
 }
 
 } // namespace
 
-Options optionsOf(int count, char** arguments) {
+Options optionsOf(std::vector<std::string> arguments) {
     Options options;
     std::vector<std::string> settings;
     constexpr int maxTimeout = 3600;
@@ -39,14 +47,14 @@ Options optionsOf(int count, char** arguments) {
         ->required();
     app.add_option(
         "dir", options.folder,
-        "where the plug-in lies; without it, it is looked for where a host would find it");
+        "the folder of the plug-in; by default the folders that a host's loader searches");
     app.add_option("--set", settings, "sets a property before the plug-in is loaded")
         ->type_name("PROPERTY=VALUE")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     app.add_option("--logger", options.logger,
-                   "begins the names of all loggers that are tried: for a back end that serves "
-                   "only some")
+                   "the beginning of the names of all loggers that are tried: for a back end that "
+                   "serves only some")
         ->capture_default_str();
     app.add_option("--folder", options.workFolder,
                    "the current folder of the plug-in, in place of an empty one");
@@ -54,14 +62,18 @@ Options optionsOf(int count, char** arguments) {
         ->check(CLI::Range(1, maxTimeout))
         ->capture_default_str();
     app.add_flag("--json", options.json, "writes the report as one JSON document");
-    app.add_flag("--strict", options.strict, "takes notes for faults");
+    app.add_flag("--strict", options.strict, "reports notes as faults");
     // For the child process: without a group, the help does not list them.
     app.add_option("--record", options.record)->group("");
     app.add_option("--file", options.file)->group("");
     app.add_option("--skip", options.skipped)->group("")->delimiter(',');
 
     try {
-        app.parse(count, arguments);
+        std::reverse(arguments.begin(), arguments.end()); // as CLI11 expects a vector
+        app.parse(std::move(arguments));
+        if (options.name.empty()) {
+            throw CLI::ValidationError("name", "is empty: give the base name of a back end");
+        }
         for (const std::string& setting : settings) {
             options.properties.push_back(propertyOf(setting));
         }

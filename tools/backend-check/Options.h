@@ -23,6 +23,6 @@ struct Options {
 };
 
 /// Ends the process after --help and --version, and after an error in the arguments.
-Options optionsOf(int count, char** arguments);
+Options optionsOf(std::vector<std::string> arguments);
 
 } // namespace backendcheck

@@ -11,10 +11,10 @@ namespace backendcheck {
 
 /// Every check by its name, in the order of the report.
 inline constexpr std::array allChecks = {
-    "file-name", "file-format", "entry-point", "exports", "framework", "runtime", "libraries",
-    "symbols",   "load",        "create",      "object",  "twice",     "install", "re-entrancy",
-    "channels",  "names",       "texts",       "levels",  "threads",   "time",    "leaks",
-    "uninstall", "waiting",     "exceptions",  "host",    "exit"};
+    "file-name", "file-format", "entry-point", "exports",    "framework", "runtime", "libraries",
+    "symbols",   "load",        "create",      "object",     "twice",     "install", "re-entrancy",
+    "channels",  "names",       "texts",       "levels",     "threads",   "time",    "leaks",
+    "uninstall", "waiting",     "heap",        "exceptions", "host",      "exit"};
 
 enum class Result { Ok, Note, Wrong, NotReached };
 
@@ -34,6 +34,9 @@ class Report {
 public:
     void add(Finding finding) { findings_.push_back(std::move(finding)); }
 
+    /// Adds what a process of the plug-in wrote to standard error; only the first lines are kept.
+    void addErrorOutput(const std::string& output);
+
     /// Sorts the findings and adds every check without a result as not reached.
     /// @param strict turns notes into faults.
     void complete(bool strict);
@@ -48,6 +51,7 @@ private:
     std::ptrdiff_t count(Result result) const;
 
     std::vector<Finding> findings_;
+    std::vector<std::string> errors_; // lines of standard error
 };
 
 } // namespace backendcheck

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "Checks.h"
+#include "Environment.h"
 #include "Options.h"
 #include "Report.h"
 
@@ -14,7 +15,8 @@ using namespace backendcheck;
 
 int check(const Options& options) {
     Report report;
-    const std::filesystem::path file = findPlugin(options.name, options.folder, report);
+    const std::filesystem::path file =
+        findPlugin(options.name, std::filesystem::u8path(options.folder), report);
     if (!file.empty() && checkFile(file, report)) {
         checkLive(options, file, report);
     }
@@ -31,7 +33,7 @@ int check(const Options& options) {
 
 int main(int count, char** arguments) {
     try {
-        const Options options = optionsOf(count, arguments);
+        const Options options = optionsOf(programArguments(count, arguments));
         return options.record.empty() ? check(options) : tryPlugin(options);
     } catch (const std::exception& error) {
         std::cerr << "zol-backend-check: " << error.what() << '\n';

@@ -1,15 +1,19 @@
 // A plug-in with the one fault that the property Faulty.fault names.
 
 #include <array>
+#include <cfenv>
 #include <chrono>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -20,6 +24,7 @@
 #include "ZOL/Framework/Management/PropertyManager.h"
 
 #include "Parts.h"
+#include "Platform.h"
 
 using ZOL::Framework::Framework;
 using ZOL::Framework::GenericLogger::LOG_LEVEL_FATAL;
@@ -39,6 +44,17 @@ std::string chosenFault() {
         fault += static_cast<char>(c);
     }
     return fault;
+}
+
+/// Throws if the property Faulty.text is not the name of a town and two ideographs.
+void requireText() {
+    const std::string name = "Faulty.text";
+    const WideString& value =
+        Framework::propertyManager()->readProperty(WideString(name.begin(), name.end()));
+    const std::u16string expected = u"M\u00FCller \u65E5\u672C \U0001F600";
+    if (std::u16string(value.begin(), value.end()) != expected) {
+        throw std::runtime_error("the text is spoilt");
+    }
 }
 
 void sleepForAnHour() {
@@ -70,13 +86,17 @@ void crashAtUnknownLevel(LoggingLevel level, const char*) {
     [[maybe_unused]] const volatile char initial = names.data()[level / 10][0];
 }
 
+/// Not inlined: its own variables are not beyond the end of the buffer.
+[[gnu::noinline]] void copyText(volatile char* to, const char* from) {
+    while ((*to = *from) != '\0') {
+        ++to;
+        ++from;
+    }
+}
+
 void copyToSmallBuffer(LoggingLevel, const char* text) {
     volatile char copy[512];
-    volatile char* end = copy;
-    while ((*end = *text) != '\0') {
-        ++end;
-        ++text;
-    }
+    copyText(copy, text);
 }
 
 void copyTooMuch(LoggingLevel, const char* text) {
@@ -124,7 +144,36 @@ private:
     LoggingChannel* volatile self_ = this;
 };
 
+void leak(std::size_t size) {
+    void* volatile leaked = std::malloc(size);
+    (void)leaked;
+}
+
+/// Keeps the text in a queue that nothing empties.
+void queueText(std::size_t maxTexts, const char* text) {
+    static auto& queue = *new std::deque<std::string>;
+    if (queue.size() < maxTexts) {
+        queue.emplace_back(text);
+    }
+}
+
+/// Writes to standard error as long as it is a file of its own.
+void replaceStandardError() {
+    const int file = ::open("own.log", O_WRONLY | O_CREAT, 0600);
+    ::dup2(file, 2);
+    ::close(file);
+}
+
 // Faults of createChannel.
+
+/// Uses its own memory, as a channel with a file or name does.
+class CountingChannel : public Channel {
+public:
+    void log(LoggingLevel, const char*) override { ++*count_; }
+
+private:
+    std::unique_ptr<int> count_ = std::make_unique<int>(0);
+};
 
 /// Runs the function in place of createChannel.
 class FunctionBackend : public LoggerBackend {
@@ -136,6 +185,36 @@ public:
 private:
     Function function_;
 };
+
+/// Destroys the channel that it created before, which another logger uses.
+LoggingChannel* replaceChannel(const char*) {
+    static std::unique_ptr<CountingChannel>& last = *new std::unique_ptr<CountingChannel>;
+    last = std::make_unique<CountingChannel>();
+    return last.get();
+}
+
+/// No fault: destroys the channel that it created before for the same logger.
+LoggingChannel* replaceChannelOfName(const char* name) {
+    static auto& channels = *new std::map<std::string, std::unique_ptr<CountingChannel>>;
+    std::unique_ptr<CountingChannel>& channel = channels[name];
+    channel = std::make_unique<CountingChannel>();
+    return channel.get();
+}
+
+/// Sleeps for each new name.
+LoggingChannel* createSlowly(const char* name) {
+    static auto& channels = *new std::map<std::string, Channel>;
+    if (channels.count(name) == 0) {
+        sleepNoticeably();
+    }
+    return &channels[name];
+}
+
+LoggingChannel* openFile(const char*) {
+    static Channel& channel = *new Channel;
+    (void)std::fopen("channel.log", "a");
+    return &channel;
+}
 
 /// Keeps the pointer to the logger's name.
 class NamedChannel : public Channel {
@@ -279,6 +358,80 @@ const std::map<std::string, Maker>& faults() {
                  sleepNoticeably();
              }
          })},
+        {"slow-first", inLog([](LoggingLevel, const char*) {
+             static std::once_flag first;
+             std::call_once(first, &sleepNoticeably);
+         })},
+        {"slow-first-of-each", inCreateChannel([](const char* name) -> LoggingChannel* {
+             static auto& names = *new std::set<std::string>;
+             if (!names.insert(name).second) {
+                 return &good;
+             }
+             return new FunctionChannel(
+                 [first = std::make_shared<std::once_flag>()](LoggingLevel, const char*) {
+                     std::call_once(*first, &sleepNoticeably);
+                 });
+         })},
+        {"slow-channel", inCreateChannel(&createSlowly)},
+        {"leaks-bytes", inLog([](LoggingLevel, const char*) { leak(100); })},
+        {"leaks-mebibyte", inLog([](LoggingLevel, const char*) { leak(std::size_t{1} << 20U); })},
+        {"leaks-long-texts", inLog([](LoggingLevel, const char* text) {
+             constexpr std::size_t bufferSize = 4096;
+             const std::size_t size = std::strlen(text);
+             leak(size > bufferSize ? size : 0);
+         })},
+        {"queues-forever",
+         inLog([](LoggingLevel, const char* text) { queueText(std::size_t{1} << 30U, text); })},
+        {"bounded-queue", inLog([](LoggingLevel, const char* text) { queueText(2000, text); })},
+        {"maps-memory", inLog([](LoggingLevel, const char* text) {
+             constexpr std::size_t size = std::size_t{256} << 10U;
+             if (std::strlen(text) >= size) {
+                 std::memset(mapMemory(size), 1, size);
+             }
+         })},
+        {"leaves-thread", inCreateChannel([](const char* name) {
+             // Not at the end of the process, when Windows creates no threads.
+             if (std::strstr(name, ".new") != nullptr) {
+                 std::thread(&sleepForAnHour).detach();
+             }
+             return &good;
+         })},
+        {"opens-file-again", inCreateChannel(&openFile)},
+        {"replaces-any-channel", inCreateChannel(&replaceChannel)},
+        {"replaces-channel", inCreateChannel(&replaceChannelOfName)},
+        {"writes-to-freed", inLog([](LoggingLevel, const char*) {
+             static int* volatile freed = nullptr;
+             if (freed == nullptr) {
+                 int* volatile const block = new int[16];
+                 delete[] block;
+                 freed = block;
+             }
+             freed[4] = 1;
+         })},
+        {"frees-twice", inLog([](LoggingLevel, const char*) {
+             void* volatile const block = std::malloc(16);
+             std::free(block);
+             void* volatile const same = block;
+             std::free(same);
+         })},
+        {"replaces-handler",
+         inLog([](LoggingLevel, const char*) { std::signal(SIGTERM, [](int) {}); })},
+        {"replaces-crash-handler",
+         inLog([](LoggingLevel, const char*) { std::signal(SIGSEGV, [](int) {}); })},
+        {"blocks-signal", inLog([](LoggingLevel, const char*) { blockSignal(); })},
+        {"changes-umask", inLog([](LoggingLevel, const char*) { ::umask(0); })},
+        {"changes-rounding",
+         inLog([](LoggingLevel, const char*) { std::fesetround(FE_DOWNWARD); })},
+        {"replaces-standard-error",
+         inLog([](LoggingLevel, const char*) { replaceStandardError(); })},
+        {"complains", inCreateBackend([](LoggerBackend*) {
+             std::fputs("Faulty: there is no \x1B collector\n", stderr);
+         })},
+        {"complains-often", inLog([](LoggingLevel, const char*) {
+             static int count = 0;
+             std::fprintf(stderr, "complaint %d %s\n", ++count, std::string(1000, 'x').c_str());
+         })},
+        {"expects-property", inCreateBackend([](LoggerBackend*) { requireText(); })},
         {"leaves-files-open",
          inLog([](LoggingLevel, const char*) { (void)std::fopen("messages.log", "a"); })},
         {"writes-to-output", inLog([](LoggingLevel, const char* text) { std::puts(text); })},

@@ -28,7 +28,7 @@ std::string describeNearMiss(const std::string& name) {
         return ", which is the name as C++ mangles it: extern \"C\" is missing";
     }
     if (name.find('@') != std::string::npos || name.front() == '_') {
-        return ", a name with something added: use no other calling convention, or a "
+        return ", which is a decorated name: use no other calling convention, or a "
                "module-definition file";
     }
     return ", and the name must be exactly createBackend";
@@ -43,11 +43,11 @@ std::string describeMissingEntryPoint(const LibraryFile& library,
     }
     if (std::find(library.hidden.begin(), library.hidden.end(), entryPoint) !=
         library.hidden.end()) {
-        return "createBackend is there, but not exported: ZOL_BACKEND_EXPORT is missing, or a "
+        return "createBackend is defined, but not exported: ZOL_BACKEND_EXPORT is missing, or a "
                "version script hides it";
     }
-    return "it does not export createBackend, but " +
-           (exports.empty() ? "nothing at all" : listed(exports));
+    return "it does not export createBackend" +
+           (exports.empty() ? std::string(", nor any other name") : ", but " + listed(exports));
 }
 
 /// Checks "entry-point" and "exports". False if there is no entry point.
@@ -75,15 +75,16 @@ bool checkExports(const LibraryFile& library, Report& report) {
     if (others.empty()) {
         report.add({"exports", Result::Ok, "nothing else is exported"});
     } else {
-        report.add({"exports", Result::Note,
-                    "it also exports " + listed(others) +
-                        "\nother modules may meet these by accident; zol_add_backend hides them"});
+        report.add(
+            {"exports", Result::Note,
+             "it also exports " + listed(others) +
+                 "\nnames of other modules may conflict with these; zol_add_backend hides them"});
     }
     return isFunction;
 }
 
 void checkFramework(const LibraryFile& library, Report& report) {
-    const std::string ours = frameworkFile().filename().string();
+    const std::string ours = frameworkFile().filename().u8string();
     const std::regex anyFramework("ZOL_Framework.*", std::regex::icase);
     std::vector<std::string> others;
     bool usesOurs = false;
@@ -95,15 +96,16 @@ void checkFramework(const LibraryFile& library, Report& report) {
         }
     }
     if (!others.empty()) {
-        report.add({"framework", Result::Wrong,
-                    "it was linked with " + listed(others) + ", and this is " + ours +
-                        ": modules of different releases share nothing. Link it with this one"});
+        report.add(
+            {"framework", Result::Wrong,
+             "it was linked with " + listed(others) + ", and this is " + ours +
+                 ": modules of different releases do not work together; link it with this one"});
     } else if (usesOurs) {
         report.add({"framework", Result::Ok, "it was linked with " + ours});
     } else {
         report.add({"framework", Result::Note,
                     "it was not linked with " + ours +
-                        "; that is right only if it uses nothing of the framework's"});
+                        "; that is right only if it uses no function of the framework"});
     }
 }
 
@@ -138,10 +140,11 @@ void checkRuntime(const LibraryFile& library, Report& report) {
                     "it uses runtime libraries that the framework does not: " + listed(foreign) +
                         "\nbuild it with the framework's own compiler and standard library"});
     } else if (library.hasOwnCppRuntime) {
-        report.add({"runtime", Result::Wrong,
-                    "it has a C++ runtime library of its own linked in: exceptions that pass "
-                    "between it and others get lost\nlink without -static, -static-libstdc++ and "
-                    "-static-libgcc"});
+        report.add(
+            {"runtime", Result::Wrong,
+             "it has a C++ runtime library of its own linked in: exceptions "
+             "cannot be caught in other modules\nlink without -static, -static-libstdc++ and "
+             "-static-libgcc"});
     } else {
         report.add({"runtime", Result::Ok,
                     shared.empty() ? "it brings no runtime library of its own"
@@ -156,7 +159,7 @@ bool checkFile(const std::filesystem::path& file, Report& report) {
     try {
         library = readLibrary(file);
     } catch (const NotALibrary& fault) {
-        report.add({"file-format", Result::Wrong, file.filename().string() + " " + fault.what()});
+        report.add({"file-format", Result::Wrong, file.filename().u8string() + " " + fault.what()});
         return false;
     }
     report.add({"file-format", Result::Ok, "it is a library for this platform"});

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <regex>
+#include <stdexcept>
 #include <vector>
 
 #include "Checks.h"
+#include "Environment.h"
 #include "Text.h"
 #include "file/LibraryFile.h"
 
@@ -21,7 +23,7 @@ std::string fileNameFor(const std::string& name) {
 /// The base name in a name with more: "Mine" of "some/Mine_r.dll". Empty if there is no more.
 std::string baseNameIn(const std::string& name) {
     static const std::regex end(R"((_r)?(\.so)?(\.dll)?$)", std::regex::icase);
-    const std::string base = std::regex_replace(fs::path(name).filename().string(), end, "",
+    const std::string base = std::regex_replace(fs::u8path(name).filename().u8string(), end, "",
                                                 std::regex_constants::format_first_only);
     return base != name ? base : std::string();
 }
@@ -40,7 +42,7 @@ std::vector<std::string> nearMisses(const fs::path& folder, const std::string& n
     std::error_code error;
     const std::string wanted = bare(fileNameFor(name));
     for (const auto& entry : fs::directory_iterator(folder, error)) {
-        const std::string fileName = entry.path().filename().string();
+        const std::string fileName = entry.path().filename().u8string();
         const std::string found = bare(fileName);
         if (!found.empty() && (found == wanted || found + "d" == wanted || found == wanted + "d" ||
                                lower(fileName).find(lower(name) + "_r.") != std::string::npos ||
@@ -60,12 +62,58 @@ std::string rule(const std::string& name) {
 std::string nameOnDisk(const fs::path& file) {
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(file.parent_path(), error)) {
-        std::string found = entry.path().filename().string();
-        if (lower(found) == lower(file.filename().string()) && fs::equivalent(entry, file, error)) {
+        std::string found = entry.path().filename().u8string();
+        if (lower(found) == lower(file.filename().u8string()) &&
+            fs::equivalent(entry, file, error)) {
             return found;
         }
     }
-    return file.filename().string();
+    return file.filename().u8string();
+}
+
+/// What a file of this type is; such as "is a folder".
+const char* describe(fs::file_type type) {
+    switch (type) {
+    case fs::file_type::directory:
+        return "is a folder";
+    case fs::file_type::fifo:
+        return "is a FIFO (named pipe)";
+    case fs::file_type::socket:
+        return "is a socket";
+    case fs::file_type::block:
+    case fs::file_type::character:
+        return "is a device";
+    default:
+        return "is no file";
+    }
+}
+
+/// Throws std::runtime_error if there is no such folder.
+void requireFolder(const fs::path& folder) {
+    std::error_code error;
+    if (!fs::exists(folder, error)) {
+        throw std::runtime_error("there is no folder " + folder.u8string());
+    }
+    if (!fs::is_directory(folder, error)) {
+        throw std::runtime_error(folder.u8string() + " is not a folder");
+    }
+}
+
+std::string describeMissing(const std::string& name, const std::vector<fs::path>& folders) {
+    std::string text = rule(name) + ", which does not exist";
+    const std::string meant = baseNameIn(name);
+    if (!meant.empty()) {
+        text += "\ngive the base name alone: " + meant;
+    }
+    for (const fs::path& searched : folders) {
+        const std::vector<std::string> others = nearMisses(searched, name);
+        if (!others.empty()) {
+            text += "\n" + searched.u8string() + " contains " + listed(others) + ": rename it to " +
+                    fileNameFor(meant.empty() ? name : meant);
+            break;
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -75,42 +123,41 @@ fs::path findPlugin(const std::string& name, const fs::path& folder, Report& rep
         report.add({"file-name", Result::Wrong, text});
         return fs::path();
     };
+    if (!folder.empty()) {
+        requireFolder(folder);
+    }
+    const fs::path namedFolder = fs::u8path(name).parent_path();
+    if (!namedFolder.empty()) {
+        return wrong("the name \"" + name +
+                     "\" contains a path: a host passes the base name, and the loader searches its "
+                     "folders\ngive the base name and the folder: " +
+                     fs::u8path(name).filename().u8string() + " " +
+                     (folder / namedFolder).u8string());
+    }
+    if (nameForLoader(name).empty()) {
+        return wrong("no host can load \"" + name +
+                     "\": the name has characters outside the code page of this system");
+    }
     const std::vector<fs::path> folders =
         folder.empty() ? searchFolders() : std::vector<fs::path>{folder};
     std::error_code error;
     for (const fs::path& searched : folders) {
-        const fs::path file = searched / fileNameFor(name);
-        if (fs::is_regular_file(file, error)) {
+        const fs::path file = searched / fs::u8path(fileNameFor(name));
+        const fs::file_status status = fs::status(file, error);
+        if (fs::is_regular_file(status)) {
             report.add({"file-name", Result::Ok,
-                        rule(name) + ", and it is there: " +
-                            (searched / nameOnDisk(file)).make_preferred().string()});
+                        rule(name) + ", which exists: " +
+                            (searched / fs::u8path(nameOnDisk(file))).make_preferred().u8string()});
             return fs::absolute(file);
         }
-        if (fs::is_directory(file, error)) {
-            return wrong(file.string() + " is a folder");
+        if (fs::exists(status)) {
+            return wrong(file.u8string() + " " + describe(status.type()) + ", not a library");
         }
-        if (fs::is_symlink(file, error)) {
-            return wrong(file.string() + " is a link that leads nowhere");
-        }
-    }
-
-    std::string text = rule(name) + ", which is not there";
-    if (!folder.empty() && !fs::is_directory(folder, error)) {
-        text = folder.string() + " is no folder";
-    }
-    const std::string meant = baseNameIn(name);
-    if (!meant.empty()) {
-        text += "\ngive the base name alone: " + meant;
-    }
-    for (const fs::path& searched : folders) {
-        const std::vector<std::string> others = nearMisses(searched, name);
-        if (!others.empty()) {
-            text += "\n" + searched.string() + " has " + listed(others) + ": rename it to " +
-                    fileNameFor(meant.empty() ? name : meant);
-            break;
+        if (fs::is_symlink(fs::symlink_status(file, error))) {
+            return wrong(file.u8string() + " is a symbolic link to a file that does not exist");
         }
     }
-    return wrong(text);
+    return wrong(describeMissing(name, folders));
 }
 
 } // namespace backendcheck

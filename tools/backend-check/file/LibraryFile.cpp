@@ -1,11 +1,13 @@
 #include "file/LibraryFile.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <sstream>
+#include <stdexcept>
+#include <string>
 #include <string_view>
+
+#include "Environment.h"
 
 namespace backendcheck {
 
@@ -47,12 +49,32 @@ LibraryFile readLibrary(const std::filesystem::path& file) {
 
 std::vector<std::filesystem::path> searchPath() {
     std::vector<std::filesystem::path> folders;
-    const char* const value = std::getenv(searchVariable);
-    std::istringstream parts(value != nullptr ? value : "");
-    for (std::string part; std::getline(parts, part, searchSeparator);) {
-        folders.emplace_back(part.empty() ? "." : part);
+    const std::string value = variable(searchVariable);
+    for (std::size_t begin = 0; !value.empty() && begin <= value.size();) {
+        const std::size_t end =
+            std::min(value.find_first_of(searchSeparators, begin), value.size());
+        const std::string folder = end > begin ? value.substr(begin, end - begin) : emptyElement;
+        if (!folder.empty()) {
+            folders.push_back(std::filesystem::u8path(folder));
+        }
+        begin = end + 1;
     }
     return folders;
+}
+
+void setSearchPath(const std::vector<std::filesystem::path>& folders) {
+    std::string value;
+    for (const std::filesystem::path& folder : folders) {
+        // The current folder of a child process is another one.
+        const std::string element = std::filesystem::absolute(folder).u8string();
+        if (element.find_first_of(searchSeparators) != std::string::npos) {
+            throw std::runtime_error(std::string(searchVariable) + " cannot contain the folder " +
+                                     element + ", because of the \"" + *searchSeparators +
+                                     "\" in its name");
+        }
+        value += (value.empty() ? "" : std::string(1, *searchSeparators)) + element;
+    }
+    setVariable(searchVariable, value);
 }
 
 } // namespace backendcheck

@@ -30,7 +30,7 @@ public:
 
 class DamagedLibrary : public NotALibrary {
 public:
-    DamagedLibrary() : NotALibrary("is cut short or damaged: it names places beyond its end") {}
+    DamagedLibrary() : NotALibrary("is cut short or damaged: it refers to data beyond its end") {}
 };
 
 /// Throws NotALibrary.
@@ -41,12 +41,17 @@ LibraryFile parseLibrary(std::string& content);
 
 // Where the platform looks for libraries.
 
-/// The environment variable with the search path, and its separator.
+/// The environment variable with the search path, the characters that separate its elements, and
+/// the folder that an empty element stands for ("" for none).
 extern const char* const searchVariable;
-extern const char searchSeparator;
+extern const char* const searchSeparators;
+extern const char* const emptyElement;
 
 /// The folders in that variable.
 std::vector<std::filesystem::path> searchPath();
+
+/// Sets the variable to these folders. Throws std::runtime_error if it cannot contain one of them.
+void setSearchPath(const std::vector<std::filesystem::path>& folders);
 
 /// The folders that a host's loader searches, in its order; without the configured ones
 /// (/etc/ld.so.conf) on Linux.
@@ -57,5 +62,8 @@ std::filesystem::path frameworkFile();
 
 /// The running program.
 std::filesystem::path programFile();
+
+/// The file of a loaded module; Windows only.
+std::filesystem::path fileOf(void* module);
 
 } // namespace backendcheck

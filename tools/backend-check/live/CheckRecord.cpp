@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "Environment.h"
+
 namespace backendcheck {
 
 namespace {
@@ -18,10 +20,9 @@ std::string lineOf(const Json& object) {
 
 } // namespace
 
-CheckRecord::CheckRecord(const std::filesystem::path& file)
-    : file_(std::fopen(file.string().c_str(), "ab")) {
+CheckRecord::CheckRecord(const std::filesystem::path& file) : file_(openForAppending(file)) {
     if (file_ == nullptr) {
-        throw std::runtime_error("cannot write " + file.string());
+        throw std::runtime_error("cannot write " + file.u8string());
     }
     std::setvbuf(file_, nullptr, _IONBF, 0);
 }

@@ -24,7 +24,7 @@ CheckSession::CheckSession(Options options, CheckRecord& record)
       record_(record),
       probe_(new ProbeBackend([this] {
           report("re-entrancy", Result::Wrong,
-                 "it logs, or gets a logger, in answer to its own messages, which never ends");
+                 "it logs, or gets a logger, for each of its own messages, which never ends");
           record_.quit();
           endNow(exitGood);
       })) {
@@ -73,10 +73,11 @@ void CheckSession::reportException(const std::string& exception, const std::stri
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!std::exchange(hasThrown_, true)) {
         threw_ = true;
-        report("exceptions", Result::Wrong,
-               exception + " came out of " + action +
-                   "\nthe contract lets it, and it hits whoever logs or gets a logger: catch it in "
-                   "the back end");
+        report(
+            "exceptions", Result::Wrong,
+            exception + " came out of " + action +
+                "\nthe framework passes it on to the statement that logs or gets a logger: catch "
+                "it in the back end");
     }
 }
 

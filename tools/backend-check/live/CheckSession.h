@@ -65,6 +65,7 @@ public:
 
     ZOL::Framework::GenericLogger::LoggerBackend* backend = nullptr; // what createBackend returned
     bool isSlow = false;
+    std::string slowness;            // lines for the check "time"
     const std::size_t handlesBefore; // before it was loaded
     const std::size_t threadsBefore;
 

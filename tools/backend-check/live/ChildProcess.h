@@ -21,7 +21,4 @@ struct ChildEnd {
 ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem::path& output,
                   const std::filesystem::path& errors, const std::function<bool()>& isOverdue);
 
-/// Sets an environment variable of this process, which children inherit.
-void setVariable(const char* name, const std::string& value);
-
 } // namespace backendcheck

@@ -25,7 +25,7 @@ void handleCrashes(CheckRecord& record) {
 void onTerminate() {
     crashRecord->terminated(
         std::current_exception() != nullptr
-            ? "nobody caught " + describeCurrentException() +
+            ? "uncaught " + describeCurrentException() +
                   ": it came out of a thread, a destructor or a function that is noexcept"
             : "std::terminate was called: an object was used after its end, or a std::thread was "
               "destroyed that was not joined");

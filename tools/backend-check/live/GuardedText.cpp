@@ -48,11 +48,11 @@ const char* faultAt(const void* address, bool isWrite) {
             continue;
         }
         if (area.isGone) {
-            return "it uses a name or text that was valid during an earlier call alone: copy what "
+            return "it uses a name or text that was valid only during an earlier call: copy what "
                    "is kept";
         }
-        return isWrite ? "it writes into the name or text that it was handed"
-                       : "it reads beyond the end of the name or text that it was handed";
+        return isWrite ? "it writes into the name or text that was passed to it"
+                       : "it reads beyond the end of the name or text that was passed to it";
     }
     return nullptr;
 }

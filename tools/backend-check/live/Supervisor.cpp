@@ -3,10 +3,12 @@
 #include <random>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "Checks.h"
+#include "Text.h"
 #include "file/LibraryFile.h"
 #include "live/CheckRecord.h"
 #include "live/ChildProcess.h"
@@ -71,16 +73,25 @@ private:
     std::streamoff size_ = 0;
 };
 
+/// The beginning of a file; a plug-in may write very much.
+std::string beginningOf(const fs::path& file) {
+    constexpr std::size_t maxSize = 65536;
+    std::string content(maxSize, '\0');
+    std::ifstream stream(file, std::ios_base::binary);
+    stream.read(content.data(), static_cast<std::streamsize>(maxSize));
+    content.resize(static_cast<std::size_t>(stream.gcount()));
+    return content;
+}
+
 /// The line of standard error in which a runtime library says why it aborts the process.
-std::string abortMessage(const fs::path& errors) {
+std::string abortMessage(const std::string& errors) {
     const std::regex abortLine("[Aa]ssertion|pure virtual|double free|corrupt|free\\(\\):|malloc|"
                                "runtime error");
-    constexpr std::size_t maxLength = 300;
-    std::ifstream stream(errors);
+    std::istringstream stream(errors);
     std::string found;
     for (std::string line; std::getline(stream, line);) {
-        if (line.size() <= maxLength && std::regex_search(line, abortLine)) {
-            found = "\n" + line;
+        if (std::regex_search(line, abortLine)) {
+            found = "\n" + printable(line);
         }
     }
     return found;
@@ -88,10 +99,10 @@ std::string abortMessage(const fs::path& errors) {
 
 std::string describe(const ChildEnd& end, const RecordContent& record, int timeout) {
     if (!end.inTime) {
-        return record.action + " did not come back within " + std::to_string(timeout) +
-               " s\nif it waits for a thread of its own: that one must not log, for the lock is "
-               "held meanwhile, and on Windows it is gone at the end of the process\nif it has a "
-               "lock of its own: it must not hold that while it logs";
+        return record.action + " did not return within " + std::to_string(timeout) +
+               " s\nif it waits for a thread of its own: that thread must not log, because it "
+               "waits for the logging lock; on Windows it does not run any more at the end of the "
+               "process\nif it has a lock of its own: it must not hold it while it logs";
     }
     const bool crashed = !end.crash.empty();
     const std::string what = crashed ? "crashed (" + end.crash + ")"
@@ -112,7 +123,7 @@ public:
           file_(file),
           report_(report),
           workFolder_(options.workFolder.empty() ? scratch_.path() / "work"
-                                                 : fs::absolute(options.workFolder)) {
+                                                 : fs::absolute(fs::u8path(options.workFolder))) {
         fs::create_directories(workFolder_);
     }
 
@@ -121,8 +132,8 @@ public:
         for (int i = 0; i < maxProcesses && runOnce(i); ++i) {
         }
         if (wroteOutput_) {
-            report_.add({"host", Result::Note,
-                         "it writes to standard output, where the host's own results may go"});
+            report_.add(
+                {"host", Result::Note, "it writes to standard output, which belongs to the host"});
         }
     }
 
@@ -140,16 +151,18 @@ private:
         const RecordContent record = RecordContent::read(recordFile);
         std::error_code error;
         wroteOutput_ |= fs::file_size(output, error) > 0 && !error;
-        const bool goesOn = take(record, end, errors);
+        const std::string errorOutput = beginningOf(errors);
+        report_.addErrorOutput(errorOutput);
+        const bool hasMore = take(record, end, errorOutput);
         fs::remove_all(folder, error);
-        return goesOn;
+        return hasMore;
     }
 
     std::vector<std::string> command(const fs::path& record) const {
         std::vector<std::string> command = {
-            programFile().string(),        options_.name,
-            "--file=" + file_.string(),    "--record=" + record.string(),
-            "--logger=" + options_.logger, "--folder=" + workFolder_.string()};
+            programFile().u8string(),      options_.name,
+            "--file=" + file_.u8string(),  "--record=" + record.u8string(),
+            "--logger=" + options_.logger, "--folder=" + workFolder_.u8string()};
         for (const auto& [name, value] : options_.properties) {
             command.push_back(std::string("--set=").append(name).append("=").append(value));
         }
@@ -160,7 +173,7 @@ private:
     }
 
     /// Takes the results of one process. Whether another one has something left to try.
-    bool take(const RecordContent& record, const ChildEnd& end, const fs::path& errors) {
+    bool take(const RecordContent& record, const ChildEnd& end, const std::string& errors) {
         std::set<std::string> found;
         for (const Finding& finding : record.findings) {
             if (made_.count(finding.check) == 0) {
@@ -185,15 +198,14 @@ private:
         }
         if (record.action == endOfProcess) {
             report_.add({"exit", Result::Wrong,
-                         "it cut the end of the process short: the host's own handlers for that "
-                         "moment were not called"});
+                         "it ended the process before the host's own atexit handlers were called"});
         } else {
             report_.add({"exit", Result::Ok, "it takes messages while the process ends"});
         }
     }
 
     /// The check of the last step found the fault that ended the process.
-    bool takeBadEnd(const RecordContent& record, const ChildEnd& end, const fs::path& errors) {
+    bool takeBadEnd(const RecordContent& record, const ChildEnd& end, const std::string& errors) {
         const bool overflow = end.stackOverflow || record.crashReason == stackOverflow;
         const std::string check = overflow               ? "re-entrancy"
                                   : record.check.empty() ? "load"
@@ -203,7 +215,7 @@ private:
         }
         std::string text = describe(end, record, options_.timeout);
         if (overflow) {
-            text += "\nthe stack overflowed: it logs in answer to its own messages, or calls "
+            text += "\nthe stack overflowed: it logs for each of its own messages, or calls "
                     "itself without end";
         } else if (!record.crashReason.empty()) {
             text += "\n" + record.crashReason;
@@ -224,14 +236,9 @@ private:
 } // namespace
 
 void checkLive(const Options& options, const fs::path& file, Report& report) {
-    std::string folders = file.parent_path().string();
-    // Made absolute: the child process has another current folder.
-    for (const fs::path& folder : searchPath()) {
-        folders += searchSeparator + fs::absolute(folder).string();
-    }
-    setVariable(searchVariable, folders);
-    // glibc overwrites freed memory then, so that the use of a destroyed object crashes.
-    setVariable("MALLOC_PERTURB_", "165");
+    std::vector<fs::path> folders = searchPath();
+    folders.insert(folders.begin(), file.parent_path());
+    setSearchPath(folders);
     Supervisor(options, file, report).run();
 }
 

@@ -1,8 +1,12 @@
 // Checks "channels" and "names": what createChannel returns.
 
 #include <array>
+#include <chrono>
+#include <string>
 
 #include "live/GuardedText.h"
+#include "live/ThisProcess.h"
+#include "steps/Limits.h"
 #include "steps/Steps.h"
 
 namespace backendcheck {
@@ -17,6 +21,54 @@ bool isChannel(CheckSession& session, LoggingChannel* channel) {
     session.beginStep("the use of what createChannel returned");
     const std::string fault = objectFault(channel);
     return fault.empty() || session.report(Result::Wrong, "what createChannel returned " + fault);
+}
+
+/// Calls createChannel again and again with one name, as each installation of a back end does.
+/// Returns what that leaves in use, or an empty text.
+std::string handlesOfRepeatedChannels(CheckSession& session, const std::string& name) {
+    constexpr std::chrono::seconds maxTime{2};
+    const auto end = std::chrono::steady_clock::now() + maxTime;
+    const std::size_t handlesBefore = openHandles();
+    const std::size_t threadsBefore = runningThreads();
+    int count = 0;
+    session.attemptUnderLock("createChannel, again and again for one name", [&] {
+        while (count < repeatedChannels && std::chrono::steady_clock::now() < end) {
+            (void)session.backend->createChannel(name.c_str());
+            ++count;
+        }
+    });
+    const std::string asked = "asked " + std::to_string(count) + " times for one name, it left ";
+    const std::size_t handles = openHandles();
+    const std::size_t threads = runningThreads();
+    if (threads > threadsBefore + maxHandlesOfRepeatedChannels) {
+        return asked + std::to_string(threads - threadsBefore) + " threads";
+    }
+    if (handles > handlesBefore + maxHandlesOfRepeatedChannels) {
+        return asked + std::to_string(handles - handlesBefore) + " files or other handles open";
+    }
+    return {};
+}
+
+/// A channel must work until it is asked for again, and other channels must not end it.
+bool keepsChannelsApart(CheckSession& session) {
+    const std::array names = {session.loggerName(".one"), session.loggerName(".two"),
+                              session.loggerName(".three")};
+    std::array<LoggingChannel*, names.size()> channels{};
+    return session.attemptUnderLock("createChannel, for several new names",
+                                    [&] {
+                                        for (std::size_t i = 0; i < names.size(); ++i) {
+                                            channels.at(i) =
+                                                session.backend->createChannel(names.at(i).c_str());
+                                        }
+                                    }) &&
+           session.attemptUnderLock(
+               "log to a channel after channels of other names were created", [&] {
+                   for (LoggingChannel* const channel : channels) {
+                       if (channel != nullptr) {
+                           channel->log(LOG_LEVEL_ERROR, std::string("each is in use").c_str());
+                       }
+                   }
+               });
 }
 
 } // namespace
@@ -41,26 +93,36 @@ void tryChannels(CheckSession& session) {
     if (first == nullptr) {
         session.report(Result::Note,
                        "it declines the logger " + quoted +
-                           "\nif it serves others, say with --logger how their names begin");
+                           "\nif it serves others, set the beginning of their names with --logger");
         return;
     }
     if (!isChannel(session, first)) {
         return;
     }
-    if (!session.attemptUnderLock("createChannel, for the second time for one name",
-                                  [&] { second = session.backend->createChannel(name.c_str()); })) {
-        session.reportOk({});
-    } else if (second == nullptr) {
+    const bool again =
+        session.attemptUnderLock("createChannel, for the second time for one name",
+                                 [&] { second = session.backend->createChannel(name.c_str()); });
+    if (again && second == nullptr) {
         session.report(Result::Wrong,
                        "asked for the second time for one name, it returned null: every logger "
-                       "falls silent at the next installation of any back end");
-    } else if (isChannel(session, second) &&
-               session.attemptUnderLock("log to a channel that was asked for again", [&] {
-                   second->log(LOG_LEVEL_ERROR, std::string("asked for again").c_str());
-               })) {
-        session.report(Result::Ok, first == second
-                                       ? "asked twice for one name, it gives the same channel"
-                                       : "asked twice for one name, it gives another channel");
+                       "becomes silent at the next installation of any back end");
+        return;
+    }
+    if (again && !isChannel(session, second)) {
+        return;
+    }
+    const bool usable =
+        again &&
+        session.attemptUnderLock(
+            "log to a channel that was asked for again",
+            [&] { second->log(LOG_LEVEL_ERROR, std::string("asked for again").c_str()); }) &&
+        keepsChannelsApart(session);
+    const std::string left = usable ? handlesOfRepeatedChannels(session, name) : std::string();
+    if (!left.empty()) {
+        session.report(Result::Wrong, left);
+    } else {
+        session.reportOk(first == second ? "asked twice for one name, it returns the same channel"
+                                         : "asked twice for one name, it returns another channel");
     }
 }
 
@@ -68,7 +130,7 @@ void tryNames(CheckSession& session) {
     constexpr std::size_t longName = 4096;
     const std::string base = session.loggerName();
     const std::array<std::pair<const char*, std::string>, 8> names = {{
-        {"an ordinary name", base},
+        {"an ordinary name", base + ".ordinary"},
         {"an empty name", ""},
         {"a name of 4096 characters", base + std::string(longName - base.size() % longName, 'n')},
         {"a name in UTF-8", base + " Auftr\xC3\xA4ge \xE6\xB3\xA8\xE6\x96\x87"},
@@ -94,7 +156,7 @@ void tryNames(CheckSession& session) {
             channel->log(LOG_LEVEL_ERROR, std::string("the name is gone").c_str());
         });
     }
-    session.reportOk("it takes names that are empty, long, of several lines or strange");
+    session.reportOk("it takes names that are empty, long, of several lines or not UTF-8");
 }
 
 } // namespace backendcheck

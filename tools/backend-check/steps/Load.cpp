@@ -1,5 +1,6 @@
 // Checks "libraries" to "install": everything up to the installed back end.
 
+#include "Environment.h"
 #include "Text.h"
 #include "steps/Steps.h"
 
@@ -23,20 +24,21 @@ void reportMissing(CheckSession& session, const LoadedLibrary& library) {
         }
     }
     if (!others.empty()) {
-        session.report("libraries", Result::Wrong,
-                       "not found: " + listed(others) +
-                           "\na host needs them beside the plug-in or in its search path");
+        session.report(
+            "libraries", Result::Wrong,
+            "not found: " + listed(others) +
+                "\nthey must be in the folder of the plug-in or in the search path of the host");
     }
     if (!library.missingLibraries.empty()) {
         return;
     }
-    session.report("libraries", Result::Ok, "every library that it needs is found");
+    session.report("libraries", Result::Ok, "all required libraries are found");
     if (library.missingSymbols.empty()) {
-        session.report("symbols", Result::Ok, "nothing is left undefined");
+        session.report("symbols", Result::Ok, "all required symbols are found");
     } else {
         session.report("symbols", Result::Wrong,
-                       "left undefined: " + listed(library.missingSymbols) +
-                           "\nlink the libraries that define them; hosts do not");
+                       "undefined: " + listed(library.missingSymbols) +
+                           "\nlink the libraries that define them");
     }
 }
 
@@ -52,7 +54,7 @@ void reportMissing(CheckSession& session, const LoadedLibrary& library) {
 } // namespace
 
 bool loadsLibrary(CheckSession& session) {
-    const std::filesystem::path file = session.options().file;
+    const std::filesystem::path file = std::filesystem::u8path(session.options().file);
     LoadedLibrary library;
     session.beginCheck("load");
     const std::string exception = session.exceptionFrom(
@@ -69,9 +71,9 @@ bool loadsLibrary(CheckSession& session) {
     }
     std::error_code ignored;
     if (!std::filesystem::equivalent(library.file, file, ignored)) {
-        return session.report(Result::Wrong,
-                              "another file of that name comes first: " + library.file.string() +
-                                  "\ngive the back end a name of its own");
+        return session.report(Result::Wrong, "the loader finds another file of that name first: " +
+                                                 library.file.u8string() +
+                                                 "\ngive the back end a name of its own");
     }
     return session.report(Result::Ok, "it can be loaded");
 }
@@ -79,16 +81,16 @@ bool loadsLibrary(CheckSession& session) {
 bool createsBackend(CheckSession& session) {
     session.beginCheck("create");
     const std::string exception = session.exceptionFrom("createBackend", [&] {
-        session.backend = Logger::loadBackend(session.options().name.c_str());
+        session.backend = Logger::loadBackend(nameForLoader(session.options().name).c_str());
     });
     if (!exception.empty()) {
         return session.report(Result::Wrong,
-                              exception + " came out of createBackend, and goes to the host");
+                              exception + " came out of createBackend, and reaches the host");
     }
     if (session.backend == nullptr) {
         return session.report(Result::Wrong,
-                              "createBackend returned null: it offers nothing, and nothing is "
-                              "installed\nif that depends on a property, give it with --set");
+                              "createBackend returned null: no back end is installed\nif that "
+                              "depends on a property, set it with --set");
     }
     session.report(Result::Ok, "createBackend returned an object");
     session.beginCheck("object");
@@ -108,18 +110,18 @@ void tryTwice(CheckSession& session) {
     const LoggerBackend* second = nullptr;
     session.beginCheck("twice");
     const std::string exception = session.exceptionFrom("createBackend for the second time", [&] {
-        second = Logger::loadBackend(session.options().name.c_str());
+        second = Logger::loadBackend(nameForLoader(session.options().name).c_str());
     });
     if (!exception.empty()) {
         session.report(Result::Note, exception + " came out of the second call of createBackend");
     } else if (second == nullptr) {
-        session.report(Result::Note, "a second load gives null");
+        session.report(Result::Note, "a second load returns null");
     } else if (second == session.backend) {
-        session.report(Result::Ok, "a second load gives the same object");
+        session.report(Result::Ok, "a second load returns the same object");
     } else {
         session.report(Result::Note,
-                       "a second load gives another object: nothing keeps a host from installing "
-                       "the back end twice, and each message would come out twice");
+                       "a second load returns another object: a host can install the back end "
+                       "twice, and each message is then written twice");
     }
 }
 
@@ -129,7 +131,7 @@ bool installs(CheckSession& session) {
     Logger::installBackend(&session.probe());
     (void)session.logger();
     const std::string exception =
-        session.exceptionFrom("being installed, with createChannel for each logger that there is",
+        session.exceptionFrom("being installed, with createChannel for each logger",
                               [&] { Logger::installBackend(session.backend); });
     if (!exception.empty()) {
         return session.report(Result::Wrong,

@@ -1,4 +1,4 @@
-// Checks "texts", "levels", "uninstall" and "waiting": what log is handed, and when.
+// Checks "texts", "levels", "uninstall" and "waiting": what is passed to log, and when.
 
 #include <array>
 #include <chrono>
@@ -19,8 +19,9 @@ namespace {
 /// Time for a thread of the plug-in to use a text that it has kept.
 constexpr std::chrono::milliseconds lateReaders{150};
 
+/// For a name that no logger has: the back end may destroy the channel that it created before.
 LoggingChannel* createChannel(CheckSession& session) {
-    return session.backend->createChannel(session.loggerName().c_str());
+    return session.backend->createChannel(session.loggerName(".direct").c_str());
 }
 
 } // namespace
@@ -49,9 +50,9 @@ void tryTexts(CheckSession& session) {
             }
         });
     }
-    session.beginStep("what it does later with texts that it was handed before");
+    session.beginStep("its use of texts after the call of log");
     std::this_thread::sleep_for(lateReaders);
-    session.reportOk("it takes texts that are empty, of 1 MiB, of several lines or strange");
+    session.reportOk("it takes texts that are empty, of 1 MiB, of several lines or not UTF-8");
 }
 
 void tryLevels(CheckSession& session) {
@@ -63,14 +64,14 @@ void tryLevels(CheckSession& session) {
             }
         });
     }
-    session.reportOk("it takes level 0 and every other number");
+    session.reportOk("it takes the named levels, level 0 and numbers without a name");
 }
 
 void tryUninstallation(CheckSession& session) {
     const bool uninstalled =
         session.attempt("log after uninstallBackend, with another back end installed", [&] {
             Logger::uninstallBackend(session.backend);
-            session.logger()->info("to the channels that remain");
+            session.logger()->info("to the remaining channels");
         });
     if (uninstalled) {
         session.attempt("being installed again", [&] {
@@ -93,7 +94,7 @@ void tryWaitingMessages(CheckSession& session) {
         }
         Logger::installBackend(session.backend);
     });
-    session.reportOk("it takes messages that waited, and the line of a full cache");
+    session.reportOk("it takes messages from a cache, and the line of a full cache");
 }
 
 } // namespace backendcheck

@@ -8,7 +8,10 @@
 #include "ZOL/Framework/Management/PropertyManager.h"
 
 #include "Checks.h"
+#include "Text.h"
 #include "live/CrashHandler.h"
+#include "live/Heap.h"
+#include "live/ThisProcess.h"
 
 namespace backendcheck {
 
@@ -18,12 +21,10 @@ using ZOL::Framework::Management::WideString;
 namespace {
 
 CheckSession* sessionAtExit = nullptr;
+int exitLoggers = 0;
 
-void logAtExit() {
+void logWhileEnding() {
     CheckSession& session = *sessionAtExit;
-    if (!session.isDone()) {
-        return; // the plug-in has called exit
-    }
     session.beginCheck("exit");
     session.beginStep("log while the process ends: the plug-in's static objects are destroyed by "
                       "then, and what loggers use must not be among them");
@@ -31,7 +32,7 @@ void logAtExit() {
         session.logger()->error("while the process ends");
         session.beginStep("createChannel while the process ends: the plug-in's static objects are "
                           "destroyed by then, and the back end must not be among them");
-        session.logger(".at.exit")->error("a new logger while the process ends");
+        session.logger(".at.exit" + std::to_string(++exitLoggers))->error("a new logger");
         session.beginStep("the rest of the process's end");
     } catch (...) {
         session.report(Result::Wrong,
@@ -39,24 +40,38 @@ void logAtExit() {
     }
 }
 
+/// Returns false, without a message, if the plug-in ends the process.
+bool logAtExit() {
+    const bool isDone = sessionAtExit->isDone();
+    if (isDone) {
+        logWhileEnding();
+    }
+    return isDone;
+}
+
+void logAfterDestructors() {
+    (void)logAtExit();
+}
+
 void setProperties(const Options& options) {
     for (const auto& [name, value] : options.properties) {
-        Framework::propertyManager()->setProperty(WideString(name.begin(), name.end()),
-                                                  WideString(value.begin(), value.end()));
+        Framework::propertyManager()->setProperty(wideOf<WideString>(name),
+                                                  wideOf<WideString>(value));
     }
 }
 
 void tryMessages(CheckSession& session) {
     using Step = void (*)(CheckSession&);
-    constexpr std::array<std::pair<const char*, Step>, 8> steps = {
+    constexpr std::array<std::pair<const char*, Step>, 9> steps = {
         {{"names", &tryNames},
          {"texts", &tryTexts},
          {"levels", &tryLevels},
-         {"threads", &tryThreads},
          {"time", &measureTime},
          {"leaks", &lookForLeaks},
+         {"threads", &tryThreads},
          {"uninstall", &tryUninstallation},
-         {"waiting", &tryWaitingMessages}}};
+         {"waiting", &tryWaitingMessages},
+         {"heap", &lookForFreedMemory}}};
     for (const auto& [check, step] : steps) {
         if (session.isWanted(check)) {
             session.beginCheck(check);
@@ -69,17 +84,18 @@ void tryMessages(CheckSession& session) {
 
 int tryPlugin(const Options& options) {
     // Never destroyed: used until the process ends.
-    auto& record = *new CheckRecord(options.record);
+    auto& record = *new CheckRecord(std::filesystem::u8path(options.record));
     auto& session = *new CheckSession(options, record);
     limitThisProcess();
     handleCrashes(record);
-    std::filesystem::current_path(options.workFolder);
+    keepFreedBlocks();
+    std::filesystem::current_path(std::filesystem::u8path(options.workFolder));
     setProperties(options);
 
     // Registered before the plug-in is loaded, and called after the handlers of the plug-in.
     (void)session.logger();
     sessionAtExit = &session;
-    std::atexit(&logAtExit);
+    atProcessEnd(&logAtExit);
 
     const std::vector<HostSetting> before = readHostSettings();
     const bool isCreated = loadsLibrary(session) && createsBackend(session);
@@ -90,12 +106,17 @@ int tryPlugin(const Options& options) {
         record.quit();
         endNow(exitWrong);
     }
+    afterDestructorsOf(std::filesystem::u8path(options.file), &logAfterDestructors);
     tryReentrancy(session);
     tryChannels(session);
+    if (session.isWanted("time")) {
+        session.beginCheck("time");
+        measureNewLoggers(session);
+    }
     tryMessages(session);
     compareHostSettings(session, before);
     if (!session.hasThrown()) {
-        session.report("exceptions", Result::Ok, "no exception came out of it");
+        session.report("exceptions", Result::Ok, "no exception came out of the calls above");
     }
     session.done();
     session.beginCheck("exit");

@@ -25,6 +25,8 @@ void tryTwice(CheckSession& session);
 bool installs(CheckSession& session);
 void tryReentrancy(CheckSession& session);
 void tryChannels(CheckSession& session);
+/// Makes a back end count as slow before the checks that call it often.
+void measureNewLoggers(CheckSession& session);
 void tryNames(CheckSession& session);
 void tryTexts(CheckSession& session);
 void tryLevels(CheckSession& session);
@@ -33,6 +35,7 @@ void measureTime(CheckSession& session);
 void lookForLeaks(CheckSession& session);
 void tryUninstallation(CheckSession& session);
 void tryWaitingMessages(CheckSession& session);
+void lookForFreedMemory(CheckSession& session);
 
 std::vector<HostSetting> readHostSettings();
 void compareHostSettings(CheckSession& session, const std::vector<HostSetting>& before);

@@ -24,7 +24,7 @@ std::unique_ptr<Elf, int (*)(Elf*)> openElf(std::string& content) {
         throw NotALibrary("is a library or program for Windows");
     }
     if (content.rfind(ELFMAG, 0) != 0) {
-        throw NotALibrary("is no library: it does not begin as one");
+        throw NotALibrary("is no library: it does not begin with the ELF header");
     }
     if (content.size() > EI_CLASS && content[EI_CLASS] != ELFCLASS64) {
         throw NotALibrary("is of 32 bits, and the framework of 64");
@@ -84,7 +84,7 @@ LibraryFile parseLibrary(std::string& content) {
     Elf* const elf = owner.get();
     const Elf64_Ehdr& header = *required(elf64_getehdr(elf));
     refuseOthers(header);
-    std::size_t sectionCount = 0; // 0 if their table lies beyond the end
+    std::size_t sectionCount = 0; // 0 if their table is beyond the end
     if (elf_getshdrnum(elf, &sectionCount) != 0 || sectionCount != header.e_shnum) {
         throw DamagedLibrary();
     }
@@ -123,13 +123,14 @@ LibraryFile parseLibrary(std::string& content) {
         }
     }
     if (!isDynamic) {
-        throw NotALibrary("is no library: it has nothing for the loader");
+        throw NotALibrary("is no library: it has no dynamic section");
     }
     return library;
 }
 
 const char* const searchVariable = "LD_LIBRARY_PATH";
-const char searchSeparator = ':';
+const char* const searchSeparators = ":;";
+const char* const emptyElement = ".";
 
 std::vector<std::filesystem::path> searchFolders() {
     std::vector<std::filesystem::path> folders = searchPath();

@@ -62,7 +62,7 @@ private:
             throw NotALibrary("is a library or program for Linux");
         }
         if (content_.rfind("MZ", 0) != 0) {
-            throw NotALibrary("is no library: it does not begin as one");
+            throw NotALibrary("is no library: it does not begin with the header of one");
         }
         const std::size_t start = headersOffset();
         if (atOffset<DWORD>(start) != IMAGE_NT_SIGNATURE) {
@@ -156,13 +156,6 @@ void readImports(const Image& image, LibraryFile& library) {
     }
 }
 
-std::filesystem::path fileOf(HMODULE module) {
-    constexpr DWORD maxLength = 32768;
-    std::wstring file(maxLength, L'\0');
-    file.resize(GetModuleFileNameW(module, file.data(), maxLength));
-    return file;
-}
-
 } // namespace
 
 LibraryFile parseLibrary(std::string& content) {
@@ -174,7 +167,8 @@ LibraryFile parseLibrary(std::string& content) {
 }
 
 const char* const searchVariable = "PATH";
-const char searchSeparator = ';';
+const char* const searchSeparators = ";";
+const char* const emptyElement = "";
 
 std::vector<std::filesystem::path> searchFolders() {
     std::vector<std::filesystem::path> folders = {programFile().parent_path()};
@@ -188,6 +182,13 @@ std::vector<std::filesystem::path> searchFolders() {
     const std::vector<std::filesystem::path> configured = searchPath();
     folders.insert(folders.end(), configured.begin(), configured.end());
     return folders;
+}
+
+std::filesystem::path fileOf(void* module) {
+    constexpr DWORD maxLength = 32768;
+    std::wstring file(maxLength, L'\0');
+    file.resize(GetModuleFileNameW(static_cast<HMODULE>(module), file.data(), maxLength));
+    return file;
 }
 
 std::filesystem::path frameworkFile() {

@@ -85,8 +85,4 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
     return end;
 }
 
-void setVariable(const char* name, const std::string& value) {
-    setenv(name, value.c_str(), 1);
-}
-
 } // namespace backendcheck

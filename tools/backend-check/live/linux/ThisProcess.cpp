@@ -3,6 +3,8 @@
 #include <array>
 #include <csignal>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -20,6 +22,7 @@
 
 #include "live/CrashHandler.h"
 #include "live/GuardedText.h"
+#include "live/Heap.h"
 
 namespace backendcheck {
 
@@ -36,13 +39,55 @@ std::size_t entriesOf(const char* folder) {
     return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
-const char* dispositionOf(int signal) {
+std::string nameOf(int signal) {
+    const char* const name = sigabbrev_np(signal);
+    return name != nullptr ? std::string("SIG") + name : "signal " + std::to_string(signal);
+}
+
+template <typename Value>
+std::string bytesOf(const Value& value) {
+    return {reinterpret_cast<const char*>(&value), sizeof(value)};
+}
+
+HostSetting handlerOf(int signal) {
     struct sigaction action = {};
     sigaction(signal, nullptr, &action);
-    const bool hasHandler = (action.sa_flags & SA_SIGINFO) != 0;
-    return !hasHandler && action.sa_handler == SIG_DFL   ? "the default"
-           : !hasHandler && action.sa_handler == SIG_IGN ? "ignored"
-                                                         : "a handler";
+    const bool hasHandler = (action.sa_flags & SA_SIGINFO) != 0 ||
+                            (action.sa_handler != SIG_DFL && action.sa_handler != SIG_IGN);
+    const char* const value = hasHandler                     ? "a handler"
+                              : action.sa_handler == SIG_IGN ? "ignored"
+                                                             : "the default";
+    return {"the handling of " + nameOf(signal), value, true,
+            hasHandler ? bytesOf(action.sa_sigaction) : std::string(), "signal handlers"};
+}
+
+HostSetting blockedSignals() {
+    sigset_t blocked;
+    pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+    std::string names;
+    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+        if (sigismember(&blocked, signal) == 1) {
+            names += (names.empty() ? "" : ", ") + nameOf(signal);
+        }
+    }
+    return {"the blocked signals of its caller's thread",
+            names.empty() ? "none" : names,
+            true,
+            {},
+            "blocked signals"};
+}
+
+HostSetting streamOf(int descriptor, const char* name) {
+    struct stat status = {};
+    const bool isOpen = fstat(descriptor, &status) == 0;
+    return {std::string("the file of ") + name, isOpen ? "open" : "closed", true,
+            bytesOf(status.st_dev) + bytesOf(status.st_ino), "standard streams"};
+}
+
+std::string octal(mode_t number) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "%03o", number);
+    return text.data();
 }
 
 const char* stackBegin = nullptr;
@@ -60,6 +105,8 @@ void onCrash(int signal, siginfo_t* info, void* context) {
     const auto* const address = static_cast<const char*>(info->si_addr);
     if (const char* const fault = faultAt(address, isWrite(static_cast<ucontext_t*>(context)))) {
         crashRecord->crashed(fault);
+    } else if (const char* const freedFault = faultOfFreedBlock(address)) {
+        crashRecord->crashed(freedFault);
     } else if (address >= stackBegin - belowStack && address < stackEnd) {
         crashRecord->crashed(stackOverflow);
     }
@@ -101,6 +148,20 @@ void installCrashHandlers() {
     sigaction(SIGBUS, &action, nullptr);
 }
 
+void atProcessEnd(bool (*handler)()) {
+    static bool (*called)() = handler;
+    on_exit(
+        [](int code, void*) {
+            if (!called()) {
+                std::fflush(nullptr);
+                _exit(code);
+            }
+        },
+        nullptr);
+}
+
+void afterDestructorsOf(const std::filesystem::path&, void (*)()) {}
+
 void endNow(int code) {
     _exit(code);
 }
@@ -114,7 +175,13 @@ std::size_t usedMemory() {
 }
 
 std::size_t openHandles() {
-    return entriesOf("/proc/self/fd");
+    const std::size_t count = entriesOf("/proc/self/fd");
+    if (count != 0) {
+        return count;
+    }
+    rlimit limits = {}; // no descriptor is left to open the folder with
+    getrlimit(RLIMIT_NOFILE, &limits);
+    return limits.rlim_cur;
 }
 
 std::size_t runningThreads() {
@@ -123,25 +190,23 @@ std::size_t runningThreads() {
 
 std::vector<HostSetting> platformSettings() {
     std::vector<HostSetting> settings;
-    for (const int signal : {SIGPIPE, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGINT, SIGTERM,
-                             SIGHUP, SIGCHLD, SIGUSR1, SIGALRM}) {
-        settings.push_back(
-            {std::string("the handling of SIG") + sigabbrev_np(signal), dispositionOf(signal)});
+    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+        settings.push_back(handlerOf(signal));
     }
+    settings.push_back(blockedSignals());
     constexpr std::array streams = {"standard input", "standard output", "standard error"};
     for (std::size_t i = 0; i < streams.size(); ++i) {
-        const bool isOpen = fcntl(static_cast<int>(i), F_GETFD) != -1;
-        settings.push_back({streams[i], isOpen ? "open" : "closed", true});
+        settings.push_back(streamOf(static_cast<int>(i), streams[i]));
     }
     const mode_t mask = umask(0);
     umask(mask);
-    settings.push_back({"the rights of new files (umask)", std::to_string(mask)});
-    settings.push_back({"the priority", std::to_string(getpriority(PRIO_PROCESS, 0))});
+    settings.push_back({"the umask", octal(mask)});
+    settings.push_back({"the priority (nice)", std::to_string(getpriority(PRIO_PROCESS, 0))});
     std::string environment;
     for (char** variable = environ; *variable != nullptr; ++variable) {
         environment += std::string(*variable) + ' ';
     }
-    settings.push_back({"the environment", environment});
+    settings.push_back({"the environment", {}, false, environment});
     return settings;
 }
 
@@ -165,6 +230,10 @@ void makeReadOnly(char* pages, std::size_t size) {
 void makeUnreadable(char* pages, std::size_t size) {
     madvise(pages, size, MADV_DONTNEED);
     mprotect(pages, size, PROT_NONE);
+}
+
+void reserveUnreadable(void* address, std::size_t size) {
+    mmap(address, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
 }
 
 } // namespace backendcheck

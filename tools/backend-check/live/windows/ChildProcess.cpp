@@ -71,16 +71,17 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
     for (const std::string& argument : command) {
         line += (line.empty() ? "" : " ") + quotedArgument(argument);
     }
-    STARTUPINFOA startup = {};
+    STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = openInherited("NUL", GENERIC_READ, OPEN_EXISTING);
     startup.hStdOutput = openInherited(output, FILE_APPEND_DATA, OPEN_ALWAYS);
     startup.hStdError = openInherited(errors, FILE_APPEND_DATA, OPEN_ALWAYS);
     PROCESS_INFORMATION information = {};
-    const BOOL started =
-        CreateProcessA(command.front().c_str(), line.data(), nullptr, nullptr, TRUE,
-                       CREATE_SUSPENDED, nullptr, nullptr, &startup, &information);
+    std::wstring wideLine = std::filesystem::u8path(line).wstring();
+    const std::filesystem::path program = std::filesystem::u8path(command.front());
+    const BOOL started = CreateProcessW(program.c_str(), wideLine.data(), nullptr, nullptr, TRUE,
+                                        CREATE_SUSPENDED, nullptr, nullptr, &startup, &information);
     for (auto* const handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError}) {
         CloseHandle(handle);
     }
@@ -113,10 +114,6 @@ ChildEnd runChild(const std::vector<std::string>& command, const std::filesystem
         end.code = static_cast<int>(code);
     }
     return end;
-}
-
-void setVariable(const char* name, const std::string& value) {
-    _putenv_s(name, value.c_str());
 }
 
 } // namespace backendcheck

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdint>
-#include <cstring>
+#include <cstdlib>
+#include <cwchar>
 #include <exception>
 #include <new>
 #include <utility>
@@ -12,9 +14,11 @@
 
 #include <psapi.h>
 #include <tlhelp32.h>
+#include <winternl.h>
 
 #include "live/CrashHandler.h"
 #include "live/GuardedText.h"
+#include "live/Heap.h"
 
 namespace backendcheck {
 
@@ -27,6 +31,8 @@ LONG WINAPI onCrash(EXCEPTION_POINTERS* pointers) {
         const auto* const address = reinterpret_cast<const void*>(record.ExceptionInformation[1]);
         if (const char* const fault = faultAt(address, record.ExceptionInformation[0] == 1)) {
             crashRecord->crashed(fault);
+        } else if (const char* const freedFault = faultOfFreedBlock(address)) {
+            crashRecord->crashed(freedFault);
         }
     }
     TerminateProcess(GetCurrentProcess(), record.ExceptionCode);
@@ -46,6 +52,55 @@ LONG WINAPI onAnyException(EXCEPTION_POINTERS* pointers) {
     return EXCEPTION_CONTINUE_SEARCH;
 }
 
+template <typename Value>
+std::string bytesOf(const Value& value) {
+    return {reinterpret_cast<const char*>(&value), sizeof(value)};
+}
+
+// Those that the C runtime library knows.
+constexpr std::array<std::pair<int, const char*>, 7> runtimeSignals = {{{SIGABRT, "SIGABRT"},
+                                                                        {SIGBREAK, "SIGBREAK"},
+                                                                        {SIGFPE, "SIGFPE"},
+                                                                        {SIGILL, "SIGILL"},
+                                                                        {SIGINT, "SIGINT"},
+                                                                        {SIGSEGV, "SIGSEGV"},
+                                                                        {SIGTERM, "SIGTERM"}}};
+
+HostSetting handlerOf(int signal, const char* name) {
+    auto* const handler = std::signal(signal, SIG_DFL);
+    std::signal(signal, handler);
+    const char* const value = handler == SIG_DFL   ? "the default"
+                              : handler == SIG_IGN ? "ignored"
+                                                   : "a handler";
+    return {std::string("the handling of ") + name, value, true, bytesOf(handler),
+            "signal handlers"};
+}
+
+HostSetting streamOf(DWORD which, const char* name) {
+    auto* const handle = GetStdHandle(which);
+    DWORD flags = 0;
+    const bool isOpen = handle != INVALID_HANDLE_VALUE && GetHandleInformation(handle, &flags);
+    // A device has no such information.
+    BY_HANDLE_FILE_INFORMATION file = {};
+    const bool isFile = isOpen && GetFileInformationByHandle(handle, &file);
+    return {std::string("the file of ") + name, isOpen ? "open" : "closed", true,
+            isFile ? bytesOf(file.dwVolumeSerialNumber) + bytesOf(file.nFileIndexHigh) +
+                         bytesOf(file.nFileIndexLow)
+                   : std::string(),
+            "standard streams"};
+}
+
+void (*calledAfterDestructors)() = nullptr;
+BOOL(WINAPI* entryOfPlugin)(HINSTANCE, DWORD, LPVOID) = nullptr;
+
+BOOL WINAPI enterPlugin(HINSTANCE module, DWORD reason, LPVOID reserved) {
+    const BOOL result = entryOfPlugin(module, reason, reserved);
+    if (reason == DLL_PROCESS_DETACH) {
+        calledAfterDestructors();
+    }
+    return result;
+}
+
 } // namespace
 
 void limitThisProcess() {
@@ -58,6 +113,31 @@ void installCrashHandlers() {
     AddVectoredExceptionHandler(1, &onAnyException);
     ULONG room = 65536; // to handle an overflow in
     SetThreadStackGuarantee(&room);
+}
+
+void atProcessEnd(bool (*handler)()) {
+    static bool (*called)() = handler;
+    std::atexit([] { (void)called(); });
+}
+
+void afterDestructorsOf(const std::filesystem::path& file, void (*handler)()) {
+    // A module that was loaded before the plug-in is notified of the end of the process after it.
+    // The loader calls such modules itself; in place of one more module, this replaces the entry
+    // point in the loader's list of modules.
+    PROCESS_BASIC_INFORMATION process = {};
+    NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process,
+                              sizeof(process), nullptr);
+    const LIST_ENTRY& list = process.PebBaseAddress->Ldr->InMemoryOrderModuleList;
+    void* const module = GetModuleHandleW(file.filename().c_str());
+    for (LIST_ENTRY* entry = list.Flink; entry != &list; entry = entry->Flink) {
+        auto* const known = CONTAINING_RECORD(entry, LDR_DATA_TABLE_ENTRY, InMemoryOrderLinks);
+        void*& entryPoint = known->Reserved3[0];
+        if (known->DllBase == module && entryPoint != nullptr) {
+            calledAfterDestructors = handler;
+            entryOfPlugin = reinterpret_cast<decltype(entryOfPlugin)>(entryPoint);
+            entryPoint = reinterpret_cast<void*>(&enterPlugin);
+        }
+    }
 }
 
 void endNow(int code) {
@@ -105,26 +185,31 @@ std::size_t runningThreads() {
 
 std::vector<HostSetting> platformSettings() {
     std::vector<HostSetting> settings;
+    for (const auto& [signal, name] : runtimeSignals) {
+        settings.push_back(handlerOf(signal, name));
+    }
+    auto* const filter = SetUnhandledExceptionFilter(nullptr);
+    SetUnhandledExceptionFilter(filter);
+    settings.push_back({"the filter of unhandled exceptions", {}, true, bytesOf(filter)});
     constexpr std::array<std::pair<DWORD, const char*>, 3> streams = {
         {{STD_INPUT_HANDLE, "standard input"},
          {STD_OUTPUT_HANDLE, "standard output"},
          {STD_ERROR_HANDLE, "standard error"}}};
     for (const auto& [which, name] : streams) {
-        auto* const handle = GetStdHandle(which);
-        DWORD flags = 0;
-        const bool isOpen = handle != INVALID_HANDLE_VALUE && GetHandleInformation(handle, &flags);
-        settings.push_back({name, isOpen ? "open" : "closed", true});
+        settings.push_back(streamOf(which, name));
     }
-    settings.push_back({"the error mode", std::to_string(GetErrorMode())});
+    settings.push_back({"the error mode", {}, false, std::to_string(GetErrorMode())});
     settings.push_back(
-        {"the priority class", std::to_string(GetPriorityClass(GetCurrentProcess()))});
+        {"the priority class", {}, false, std::to_string(GetPriorityClass(GetCurrentProcess()))});
     std::string environment;
-    char* const block = GetEnvironmentStringsA();
-    for (const char* variable = block; *variable != '\0'; variable += std::strlen(variable) + 1) {
-        environment += std::string(variable) + ' ';
+    wchar_t* const block = GetEnvironmentStringsW();
+    for (const wchar_t* variable = block; *variable != L'\0';
+         variable += std::wcslen(variable) + 1) {
+        environment.append(reinterpret_cast<const char*>(variable),
+                           (std::wcslen(variable) + 1) * sizeof(wchar_t));
     }
-    FreeEnvironmentStringsA(block);
-    settings.push_back({"the environment", environment});
+    FreeEnvironmentStringsW(block);
+    settings.push_back({"the environment", {}, false, environment});
     return settings;
 }
 
@@ -149,6 +234,10 @@ void makeReadOnly(char* pages, std::size_t size) {
 
 void makeUnreadable(char* pages, std::size_t size) {
     VirtualFree(pages, size, MEM_DECOMMIT);
+}
+
+void reserveUnreadable(void* address, std::size_t size) {
+    VirtualAlloc(address, size, MEM_RESERVE, PAGE_NOACCESS);
 }
 
 } // namespace backendcheck

@@ -29,7 +29,7 @@ void classify(const std::string& message, const std::string& fileName, LoadedLib
 
 LoadedLibrary loadPlugin(const std::filesystem::path& file) {
     LoadedLibrary library;
-    const std::string fileName = file.filename().string();
+    const std::string fileName = file.filename().u8string();
     // glibc declares dlopen as noexcept, but exceptions of static initialisers come out of it.
     void* (*const volatile open)(const char*, int) = &dlopen;
     void* const handle = open(fileName.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -28,7 +28,7 @@ void findMissing(const std::filesystem::path& file, std::set<std::string>& seen,
     try {
         content = readLibrary(file);
     } catch (const NotALibrary& fault) {
-        library.missingLibraries.push_back(file.filename().string() + ", which " + fault.what());
+        library.missingLibraries.push_back(file.filename().u8string() + ", which " + fault.what());
         return;
     }
     for (const auto& [name, symbols] : content.imports) {
@@ -73,15 +73,13 @@ LoadedLibrary loadPlugin(const std::filesystem::path& file) {
     if (!library.missingLibraries.empty() || !library.missingSymbols.empty()) {
         return library;
     }
-    HMODULE const module = LoadLibraryA(file.filename().string().c_str());
+    HMODULE const module = LoadLibraryW(file.filename().c_str());
     if (module == nullptr || GetProcAddress(module, "createBackend") == nullptr) {
         const DWORD code = GetLastError();
         library.error = std::string(describe(code)) + " (error " + std::to_string(code) + ")";
         return library;
     }
-    std::string loaded(MAX_PATH, '\0');
-    loaded.resize(GetModuleFileNameA(module, loaded.data(), MAX_PATH));
-    library.file = loaded;
+    library.file = fileOf(module);
     return library;
 }
 
