@@ -3,21 +3,21 @@
 # cmake -DTOOL=<command> -DNAME=<back end> -DDIR=... -DARGS=<more arguments> -DEXIT=<exit code>
 #       -DWRONG=<names of the checks that find a fault> -DNOTES=<names of checks with a note, at least>
 #       -DSAYS=<pattern in the text of a fault or note>
-#       -DLINES=<pattern in the report without --json> -P RunCheck.cmake
+#       -DLINES=<pattern in the report without --json, or in the error message> -P RunCheck.cmake
 
 cmake_minimum_required(VERSION 3.25)
 
 if(LINES)
-    execute_process(COMMAND ${TOOL} ${NAME} ${DIR} ${ARGS}
+    execute_process(COMMAND ${TOOL} "${NAME}" ${DIR} ${ARGS}
         RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
-    string(REPLACE "\r\n" "\n" lines "${output}")
+    string(REPLACE "\r\n" "\n" lines "${output}${errors}")
     if(NOT result STREQUAL EXIT OR NOT lines MATCHES "${LINES}")
         message(FATAL_ERROR "exit code ${result}, expected ${EXIT} and '${LINES}' in\n${output}${errors}")
     endif()
     return()
 endif()
 
-execute_process(COMMAND ${TOOL} ${NAME} ${DIR} --json ${ARGS}
+execute_process(COMMAND ${TOOL} "${NAME}" ${DIR} --json ${ARGS}
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
 string(JSON count ERROR_VARIABLE failed LENGTH "${output}" checks)
 if(failed)

@@ -382,7 +382,7 @@ const std::map<std::string, Maker>& faults() {
          })},
         {"queues-forever",
          inLog([](LoggingLevel, const char* text) { queueText(std::size_t{1} << 30U, text); })},
-        {"bounded-queue", inLog([](LoggingLevel, const char* text) { queueText(2000, text); })},
+        {"bounded-queue", inLog([](LoggingLevel, const char* text) { queueText(500, text); })},
         {"maps-memory", inLog([](LoggingLevel, const char* text) {
              constexpr std::size_t size = std::size_t{256} << 10U;
              if (std::strlen(text) >= size) {

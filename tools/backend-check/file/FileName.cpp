@@ -132,7 +132,7 @@ fs::path findPlugin(const std::string& name, const fs::path& folder, Report& rep
                      "\" contains a path: a host passes the base name, and the loader searches its "
                      "folders\ngive the base name and the folder: " +
                      fs::u8path(name).filename().u8string() + " " +
-                     (folder / namedFolder).u8string());
+                     (folder / namedFolder).make_preferred().u8string());
     }
     if (nameForLoader(name).empty()) {
         return wrong("no host can load \"" + name +
