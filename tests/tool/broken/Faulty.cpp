@@ -5,6 +5,7 @@
 #include <chrono>
 #include <clocale>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -147,6 +148,39 @@ private:
 void leak(std::size_t size) {
     void* volatile leaked = std::malloc(size);
     (void)leaked;
+}
+
+void require(bool condition) {
+    if (!condition) {
+        throw std::logic_error("an allocation function does not work");
+    }
+}
+
+/// No fault: uses the functions that the tool may replace.
+void useAllocations() {
+    constexpr std::size_t large = std::size_t{64} << 20U;
+    char* block = static_cast<char*>(std::calloc(3, 5));
+    for (int i = 0; i < 15; ++i) {
+        require(block[i] == '\0');
+        block[i] = static_cast<char>('a' + i);
+    }
+    block = static_cast<char*>(std::realloc(block, large));
+    require(std::memcmp(block, "abcdefghijklmno", 15) == 0);
+    block = static_cast<char*>(std::realloc(block, 4));
+    require(std::memcmp(block, "abcd", 4) == 0);
+    std::free(block);
+    std::free(nullptr);
+
+    struct alignas(64) Aligned {
+        char data[64];
+    };
+    const auto aligned = std::make_unique<std::array<Aligned, 3>>();
+    require(reinterpret_cast<std::uintptr_t>(aligned.get()) % alignof(Aligned) == 0);
+    void* volatile const tooLarge = std::malloc(static_cast<std::size_t>(-1) / 2);
+    require(tooLarge == nullptr);
+    void* const empty = std::malloc(0);
+    require(empty != nullptr);
+    std::free(empty);
 }
 
 /// Keeps the text in a queue that nothing empties.
@@ -374,6 +408,7 @@ const std::map<std::string, Maker>& faults() {
          })},
         {"slow-channel", inCreateChannel(&createSlowly)},
         {"leaks-bytes", inLog([](LoggingLevel, const char*) { leak(100); })},
+        {"leaks-little", inLog([](LoggingLevel, const char*) { leak(8); })},
         {"leaks-mebibyte", inLog([](LoggingLevel, const char*) { leak(std::size_t{1} << 20U); })},
         {"leaks-long-texts", inLog([](LoggingLevel, const char* text) {
              constexpr std::size_t bufferSize = 4096;
@@ -396,6 +431,15 @@ const std::map<std::string, Maker>& faults() {
              }
              return &good;
          })},
+        {"leaves-thread-of-message", inLog([](LoggingLevel, const char* text) {
+             // Only for some messages: more threads need more memory than a process has.
+             static int count = 0;
+             constexpr int enough = 150;
+             constexpr std::size_t length = 1000;
+             if (std::strlen(text) == length && ++count <= enough) {
+                 std::thread(&sleepForAnHour).detach();
+             }
+         })},
         {"opens-file-again", inCreateChannel(&openFile)},
         {"replaces-any-channel", inCreateChannel(&replaceChannel)},
         {"replaces-channel", inCreateChannel(&replaceChannelOfName)},
@@ -408,6 +452,7 @@ const std::map<std::string, Maker>& faults() {
              }
              freed[4] = 1;
          })},
+        {"allocates", inLog([](LoggingLevel, const char*) { useAllocations(); })},
         {"frees-twice", inLog([](LoggingLevel, const char*) {
              void* volatile const block = std::malloc(16);
              std::free(block);
@@ -419,14 +464,16 @@ const std::map<std::string, Maker>& faults() {
         {"replaces-crash-handler",
          inLog([](LoggingLevel, const char*) { std::signal(SIGSEGV, [](int) {}); })},
         {"blocks-signal", inLog([](LoggingLevel, const char*) { blockSignal(); })},
-        {"changes-umask", inLog([](LoggingLevel, const char*) { ::umask(0); })},
+        {"changes-umask", inLog([](LoggingLevel, const char*) { ::umask(0135); })},
         {"changes-rounding",
          inLog([](LoggingLevel, const char*) { std::fesetround(FE_DOWNWARD); })},
         {"replaces-standard-error",
          inLog([](LoggingLevel, const char*) { replaceStandardError(); })},
-        {"complains", inCreateBackend([](LoggerBackend*) {
+        {"complains-and-crashes",
+         [] {
              std::fputs("Faulty: there is no \x1B collector\n", stderr);
-         })},
+             return inLog(&crashAtUnknownLevel)();
+         }},
         {"complains-often", inLog([](LoggingLevel, const char*) {
              static int count = 0;
              std::fprintf(stderr, "complaint %d %s\n", ++count, std::string(1000, 'x').c_str());
