@@ -19,6 +19,7 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "ZOL/Framework/Framework.h"
 #include "ZOL/Framework/GenericLogger/Logger.h"
@@ -189,6 +190,24 @@ void queueText(std::size_t maxTexts, const char* text) {
     if (queue.size() < maxTexts) {
         queue.emplace_back(text);
     }
+}
+
+/// No fault: a thread empties the queue after a while.
+void queueForWorker(LoggingLevel, const char* text) {
+    static auto& mutex = *new std::mutex;
+    static auto& queue = *new std::vector<std::string>;
+    static std::once_flag first;
+    std::call_once(first, [] {
+        std::thread([] {
+            while (true) {
+                sleepNoticeably();
+                const std::lock_guard<std::mutex> lock(mutex);
+                std::vector<std::string>().swap(queue);
+            }
+        }).detach();
+    });
+    const std::lock_guard<std::mutex> lock(mutex);
+    queue.emplace_back(text);
 }
 
 /// Writes to standard error as long as it is a file of its own.
@@ -417,7 +436,8 @@ const std::map<std::string, Maker>& faults() {
          })},
         {"queues-forever",
          inLog([](LoggingLevel, const char* text) { queueText(std::size_t{1} << 30U, text); })},
-        {"bounded-queue", inLog([](LoggingLevel, const char* text) { queueText(500, text); })},
+        {"bounded-queue", inLog([](LoggingLevel, const char* text) { queueText(1500, text); })},
+        {"delayed-queue", inLog(&queueForWorker)},
         {"maps-memory", inLog([](LoggingLevel, const char* text) {
              constexpr std::size_t size = std::size_t{256} << 10U;
              if (std::strlen(text) >= size) {

@@ -35,7 +35,7 @@ constexpr std::ptrdiff_t enoughLeaked = std::ptrdiff_t{64} << 20U;
 constexpr int minRounds = 3;
 
 /// Time for a thread of the plug-in to write what is queued.
-constexpr std::chrono::seconds maxDelay{1};
+constexpr std::chrono::seconds maxDelay{2};
 
 /// Waits until the heap has shrunk to that size. Whether it has.
 bool shrinksTo(std::ptrdiff_t size) {
