@@ -88,14 +88,16 @@ std::string heapLeak(CheckSession& session, const Series& series) {
            " bytes on the heap: memory leaks, or a queue has no bound";
 }
 
-/// What the process uses without the heap's blocks that the tool itself keeps.
-std::size_t usedWithoutKept() {
+/// The memory of the process that is not on the heap.
+std::size_t otherMemory() {
     const std::size_t used = usedMemory();
-    return used - std::min(used, keptHeap());
+    const std::size_t heap =
+        keptHeap() + static_cast<std::size_t>(std::max(usedHeap(), std::ptrdiff_t{0}));
+    return used - std::min(used, heap);
 }
 
 struct Usage {
-    std::size_t memory = usedWithoutKept();
+    std::size_t memory = otherMemory();
     std::size_t handles = openHandles();
     std::size_t threads = runningThreads();
 };
