@@ -27,6 +27,7 @@ constexpr std::size_t overhead = 32;
 constexpr std::size_t maxKeptSize = std::size_t{64} << 10U;
 
 std::atomic<std::ptrdiff_t> used{0};
+std::atomic<std::ptrdiff_t> maxUsed{0};
 std::atomic<bool> isReleasedBlockChanged{false};
 
 void fill(void* block, std::size_t size) {
@@ -106,6 +107,10 @@ std::ptrdiff_t usedHeap() {
     return used;
 }
 
+std::size_t maxUsedHeap() {
+    return static_cast<std::size_t>(maxUsed);
+}
+
 std::size_t keptHeap() {
     return keptBlocks.memory();
 }
@@ -121,7 +126,10 @@ const char* faultOfFreedBlock(const void* address) {
 }
 
 void countAllocated(std::size_t size) {
-    used += static_cast<std::ptrdiff_t>(size);
+    const std::ptrdiff_t now = used += static_cast<std::ptrdiff_t>(size);
+    std::ptrdiff_t max = maxUsed;
+    while (now > max && !maxUsed.compare_exchange_weak(max, now)) {
+    }
 }
 
 void countFreed(std::size_t size) {

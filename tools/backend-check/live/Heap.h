@@ -17,6 +17,9 @@ void keepFreedBlocks();
 /// The bytes of the blocks in use, counted from the call of keepFreedBlocks.
 std::ptrdiff_t usedHeap();
 
+/// The maximum of that so far.
+std::size_t maxUsedHeap();
+
 /// The memory of the blocks that are kept, in bytes.
 std::size_t keptHeap();
 

@@ -88,12 +88,11 @@ std::string heapLeak(CheckSession& session, const Series& series) {
            " bytes on the heap: memory leaks, or a queue has no bound";
 }
 
-/// The memory of the process that is not on the heap.
+/// The memory of the process that is not on the heap. The heap returns to the system only a part of
+/// what is freed.
 std::size_t otherMemory() {
     const std::size_t used = usedMemory();
-    const std::size_t heap =
-        keptHeap() + static_cast<std::size_t>(std::max(usedHeap(), std::ptrdiff_t{0}));
-    return used - std::min(used, heap);
+    return used - std::min(used, keptHeap() + maxUsedHeap());
 }
 
 struct Usage {
