@@ -428,6 +428,10 @@ const std::map<std::string, Maker>& faults() {
         {"slow-channel", inCreateChannel(&createSlowly)},
         {"leaks-bytes", inLog([](LoggingLevel, const char*) { leak(100); })},
         {"leaks-little", inLog([](LoggingLevel, const char*) { leak(8); })},
+        {"leaks-enlarged", inLog([](LoggingLevel, const char*) {
+             void* volatile leaked = std::realloc(std::malloc(8), 100);
+             (void)leaked;
+         })},
         {"leaks-mebibyte", inLog([](LoggingLevel, const char*) { leak(std::size_t{1} << 20U); })},
         {"leaks-long-texts", inLog([](LoggingLevel, const char* text) {
              constexpr std::size_t bufferSize = 4096;
