@@ -9,9 +9,10 @@ namespace backendcheck {
 //
 // Any thread may call these functions.
 
-/// From now on the heap keeps freed blocks of up to 64 KiB: it overwrites them and does not allocate
-/// their memory again, until there are very many. The use of a destroyed object then crashes instead of finding another
-/// object in its place. To be called once, before other threads exist.
+/// From now on the heap keeps freed blocks of up to 64 KiB: it overwrites them and does not
+/// allocate their memory again, until there are very many. The use of a destroyed object then
+/// crashes instead of finding another object in its place. To be called once, before other threads
+/// exist.
 void keepFreedBlocks();
 
 /// The bytes of the blocks in use, counted from the call of keepFreedBlocks.

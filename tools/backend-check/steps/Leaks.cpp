@@ -82,8 +82,9 @@ std::string heapLeak(CheckSession& session, const Series& series) {
     if (shrinksTo(begin + rounds * leakOfRound)) {
         return {};
     }
-    const std::ptrdiff_t leaked = (usedHeap() - begin) / (rounds * count);
-    return "each of " + std::to_string(rounds * count) + " messages of " +
+    const int messages = rounds * count;
+    const std::ptrdiff_t leaked = (usedHeap() - begin) / messages;
+    return "each of " + std::to_string(messages) + " messages of " +
            std::to_string(series.textSize) + " bytes left about " + std::to_string(leaked) +
            " bytes on the heap: memory leaks, or a queue has no bound";
 }

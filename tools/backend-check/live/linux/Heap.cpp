@@ -101,6 +101,8 @@ void releaseBlock(void* block) {
 
 } // namespace backendcheck
 
+// The C library's own names of parameters are reserved.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 #pragma GCC visibility push(default)
 extern "C" {
 
@@ -160,3 +162,4 @@ std::size_t malloc_usable_size(void* block) noexcept {
 
 } // extern "C"
 #pragma GCC visibility pop
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

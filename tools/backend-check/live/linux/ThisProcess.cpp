@@ -233,7 +233,7 @@ void makeUnreadable(char* pages, std::size_t size) {
 }
 
 void reserveUnreadable(void* address, std::size_t size) {
-    mmap(address, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
+    (void)mmap(address, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
 }
 
 } // namespace backendcheck
