@@ -146,10 +146,17 @@ private:
     LoggingChannel* volatile self_ = this;
 };
 
+// NOLINTBEGIN(clang-analyzer-unix.Malloc): the fault
 void leak(std::size_t size) {
-    void* volatile leaked = std::malloc(size);
+    void* volatile leaked = std::malloc(size + 1);
     (void)leaked;
 }
+
+void leakEnlarged(std::size_t size) {
+    void* volatile leaked = std::realloc(std::malloc(1), size);
+    (void)leaked;
+}
+// NOLINTEND(clang-analyzer-unix.Malloc)
 
 void require(bool condition) {
     if (!condition) {
@@ -428,10 +435,7 @@ const std::map<std::string, Maker>& faults() {
         {"slow-channel", inCreateChannel(&createSlowly)},
         {"leaks-bytes", inLog([](LoggingLevel, const char*) { leak(100); })},
         {"leaks-little", inLog([](LoggingLevel, const char*) { leak(8); })},
-        {"leaks-enlarged", inLog([](LoggingLevel, const char*) {
-             void* volatile leaked = std::realloc(std::malloc(8), 100);
-             (void)leaked;
-         })},
+        {"leaks-enlarged", inLog([](LoggingLevel, const char*) { leakEnlarged(100); })},
         {"leaks-mebibyte", inLog([](LoggingLevel, const char*) { leak(std::size_t{1} << 20U); })},
         {"leaks-long-texts", inLog([](LoggingLevel, const char* text) {
              constexpr std::size_t bufferSize = 4096;
@@ -474,7 +478,7 @@ const std::map<std::string, Maker>& faults() {
                  delete[] block;
                  freed = block;
              }
-             freed[4] = 1;
+             freed[4] = 1; // NOLINT(clang-analyzer-cplusplus.NewDelete): the fault
          })},
         {"allocates", inLog([](LoggingLevel, const char*) { useAllocations(); })},
         {"frees-twice", inLog([](LoggingLevel, const char*) {
