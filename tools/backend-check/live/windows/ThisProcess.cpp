@@ -185,6 +185,7 @@ std::size_t runningThreads() {
 
 std::vector<HostSetting> platformSettings() {
     std::vector<HostSetting> settings;
+    settings.reserve(runtimeSignals.size());
     for (const auto& [signal, name] : runtimeSignals) {
         settings.push_back(handlerOf(signal, name));
     }
