@@ -78,7 +78,7 @@ endforeach()
 
 # Only libraries of the system and of the SDK are needed.
 if(WINDOWS)
-    set(available advapi32.dll kernel32.dll msvcrt.dll shlwapi.dll user32.dll ws2_32.dll
+    set(available advapi32.dll kernel32.dll msvcrt.dll ntdll.dll shell32.dll shlwapi.dll user32.dll ws2_32.dll
         libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll ${MODULE}.dll)
 else()
     set(available libstdc++.so.6 libgcc_s.so.1 libc.so.6 libm.so.6 ld-linux-x86-64.so.2 ${MODULE}.so)
