@@ -76,6 +76,7 @@ TEST_F(LoggerFork, AThousandChildrenOfAProcessInWhichEightThreadsLogCanLog) {
     std::atomic<bool> stop = false;
     std::atomic<int> messages = 0;
     std::vector<std::thread> logging;
+    logging.reserve(threads);
     for (int i = 0; i < threads; ++i) {
         logging.emplace_back([&] {
             while (!stop) {
