@@ -17,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include "ClassicText.h"
+#include "GuardedArrays.h"
 #include "Insertion.h"
 
 using ZOL::Framework::GenericLogger::detail::TextStream;
@@ -336,5 +337,23 @@ TEST(TextStreams, PassOnTheLackOfMemoryOfAnInsertion) {
     stream << "b";
     EXPECT_EQ(stream.view(), "a<b");
 }
+
+#if ZOL_TEST_GUARDED_ARRAYS
+
+TEST(TextStreams, PassOnTheLackOfMemoryForTheLineAndFailQuietlyAfterIt) {
+    const std::string longText(1000, 'x');
+    TextStream stream;
+    stream << "a" << std::hex;
+    support::GuardedArrays::fail(true);
+    EXPECT_THROW(stream << longText, std::bad_alloc);
+    EXPECT_THROW(stream.stream() << longText, std::bad_alloc);
+    support::GuardedArrays::fail(false);
+    EXPECT_TRUE(stream.isIncomplete());
+    EXPECT_NO_THROW(stream.stream().setstate(std::ios_base::badbit));
+    stream << "b";
+    EXPECT_EQ(stream.view(), "ab");
+}
+
+#endif
 
 } // namespace
