@@ -1,4 +1,7 @@
-// Uses what only some compilers and flags fit: CompileErrors.cmake compiles it with each.
+// Uses what only some compilers and flags fit: CompileErrors.cmake compiles it with each. With
+// ZOL_TEST_ONE_HEADER, the command line includes the header.
+
+#if !defined(ZOL_TEST_ONE_HEADER)
 
 #include "ZOL/Framework/Framework.h"
 #include "ZOL/Framework/GenericLogger/LoggerException.h"
@@ -9,3 +12,5 @@ bool isSet(const ZOL::Framework::Management::WideString& name);
 bool isSet(const ZOL::Framework::Management::WideString& name) {
     return ZOL::Framework::Framework::propertyManager()->hasProperty(name);
 }
+
+#endif

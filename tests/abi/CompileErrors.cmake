@@ -21,17 +21,17 @@ test_compile_error(OldStringAbi "properties need _GLIBCXX_USE_CXX11_ABI=1"
     ${CMAKE_CXX_COMPILER} -D_GLIBCXX_USE_CXX11_ABI=0)
 test_compile_error(NoRunTimeTypeInformation "LoggerException needs run-time type information"
     ${CMAKE_CXX_COMPILER} -fno-rtti)
-# The reason is the first error. Each header that can be included alone gives it.
-set(headers GenericLogger/Logger.h ../Gadgets/DLL/DLLHolder.h)
+# The reason is the first error, also of each header that includes no other one.
+set(headers Export.h GenericLogger/LoggingLevel.h GenericLogger/Logger.h ../Gadgets/DLL/DLLHolder.h)
 if(WIN32)
     list(APPEND headers ../RegistryAccess/Registry.h)
 endif()
 foreach(header IN LISTS headers)
     get_filename_component(name ${header} NAME_WE)
     test_compile_error(OldStandard.${name} "needs C[+][+]17 or later"
-        ${CMAKE_CXX_COMPILER} -std=c++14 -Wfatal-errors -include ZOL/Framework/${header})
+        ${CMAKE_CXX_COMPILER} -std=c++14 -Wfatal-errors -DZOL_TEST_ONE_HEADER -include ZOL/Framework/${header})
     test_compile_error(NoExceptions.${name} "needs exceptions"
-        ${CMAKE_CXX_COMPILER} -fno-exceptions -Wfatal-errors -include ZOL/Framework/${header})
+        ${CMAKE_CXX_COMPILER} -fno-exceptions -Wfatal-errors -DZOL_TEST_ONE_HEADER -include ZOL/Framework/${header})
 endforeach()
 foreach(standard 20 23)
     test_compile(Standard${standard}Compiles 0 "" ${CMAKE_CXX_COMPILER} -std=c++${standard})
