@@ -2,7 +2,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
 #include <stdexcept>
+#include <string>
 
 #include <windows.h>
 
@@ -24,6 +26,13 @@ HANDLE makeJob() {
     return job;
 }
 
+bool start(const std::string& program, std::string line, PROCESS_INFORMATION& information) {
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof(startup);
+    return CreateProcessA(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                          nullptr, &startup, &information) != FALSE;
+}
+
 } // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command) {
@@ -31,12 +40,16 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command) {
     for (const std::string& argument : command) {
         line += (line.empty() ? "\"" : " \"") + argument + "\"";
     }
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof(startup);
     PROCESS_INFORMATION information = {};
-    if (!CreateProcessA(command.front().c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                        nullptr, &startup, &information)) {
-        throw std::runtime_error("cannot start " + command.front());
+    // Wine was seen to fail here once, on a busy machine.
+    if (!start(command.front(), line, information)) {
+        const DWORD error = GetLastError();
+        std::cerr << "cannot start " << command.front() << ", error " << error
+                  << "; trying again\n";
+        if (!start(command.front(), line, information)) {
+            throw std::runtime_error("cannot start " + command.front() + ", error " +
+                                     std::to_string(GetLastError()));
+        }
     }
     static auto* const job = makeJob();
     AssignProcessToJobObject(job, information.hProcess);
