@@ -1,12 +1,13 @@
 #pragma once
 
+#include <string>
+
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
 
 namespace support {
 
-/// Whether a library of that base name is in the process; loads nothing.
-inline bool isLoaded(const char* name, const char* version) {
-    const std::string fileName = ZOL::Gadgets::DLL::DLLHolder::dllFileName(name, version);
+/// Whether a library with that file name is in the process; loads nothing.
+inline bool isLoaded(const std::string& fileName) {
 #if defined(_WIN32)
     return GetModuleHandleA(fileName.c_str()) != nullptr;
 #else
@@ -16,6 +17,11 @@ inline bool isLoaded(const char* name, const char* version) {
     }
     return handle != nullptr;
 #endif
+}
+
+/// The same for a library of that base name.
+inline bool isLoaded(const char* name, const char* version) {
+    return isLoaded(ZOL::Gadgets::DLL::DLLHolder::dllFileName(name, version));
 }
 
 } // namespace support

@@ -9,3 +9,10 @@ function(run)
     endif()
     set(output "${output}" PARENT_SCOPE)
 endfunction()
+
+# The option that selects TOOLCHAIN or, without one, COMPILER, in <compiler>.
+if(TOOLCHAIN)
+    set(compiler -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
+elseif(COMPILER)
+    set(compiler -DCMAKE_CXX_COMPILER=${COMPILER})
+endif()

@@ -7,11 +7,6 @@ cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/../../support/Run.cmake)
 
 file(REMOVE_RECURSE ${WORK})
-if(TOOLCHAIN)
-    set(compiler -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
-else()
-    set(compiler -DCMAKE_CXX_COMPILER=${COMPILER})
-endif()
 foreach(example IN LISTS EXAMPLES)
     cmake_path(GET example FILENAME name)
     run(${CMAKE_COMMAND} -S ${example} -B ${WORK}/${name} -G ${GENERATOR} ${compiler}

@@ -8,11 +8,6 @@ cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/../../support/Run.cmake)
 
 file(REMOVE_RECURSE ${WORK})
-if(TOOLCHAIN)
-    set(compiler -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
-else()
-    set(compiler -DCMAKE_CXX_COMPILER=${COMPILER})
-endif()
 run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${WORK} -G ${GENERATOR} ${compiler}
     -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${PACKAGE})
 run(${CMAKE_COMMAND} --build ${WORK} --target good)

@@ -7,9 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include "LoadedModule.h"
+
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
 
 using namespace ZOL::Gadgets::DLL;
+using support::isLoaded;
 using ZOL::Framework::GenericLogger::LoggerBackend;
 
 namespace {
@@ -34,18 +37,6 @@ std::string failure(const DLLHolder& holder, const char* symbol) {
         return error.what();
     }
     return "no std::runtime_error";
-}
-
-bool isLoaded(const std::string& fileName) {
-#if defined(_WIN32)
-    return GetModuleHandleA(fileName.c_str()) != nullptr;
-#else
-    void* const handle = dlopen(fileName.c_str(), RTLD_NOW | RTLD_NOLOAD);
-    if (handle != nullptr) {
-        dlclose(handle);
-    }
-    return handle != nullptr;
-#endif
 }
 
 static_assert(sizeof(DLLHolder) == sizeof(void*));

@@ -1,6 +1,7 @@
 // Channels and back ends that call the logger on the thread that called them.
 
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -15,7 +16,22 @@ using support::RecordingBackend;
 
 namespace {
 
-class LoggerReentrancy : public support::LoggerFixture {};
+class LoggerReentrancy : public support::LoggerFixture {
+protected:
+    /// Installs inner from the first message that outer's channels receive.
+    void installAtFirstMessage(
+        RecordingBackend& outer, RecordingBackend& inner,
+        const std::function<void()>& afterwards = [] {}) {
+        outer.beforeLog = [this, &inner, afterwards, installed = false](
+                              const std::string&, LoggingLevel, const char*) mutable {
+            if (!installed) {
+                installed = true;
+                install(inner);
+                afterwards();
+            }
+        };
+    }
+};
 
 TEST_F(LoggerReentrancy, AChannelMayLogToItsOwnLogger) {
     Logger* const log = logger();
@@ -75,13 +91,7 @@ TEST_F(LoggerReentrancy, TheTextDeliveredInAFlushStaysValidWhileTheCacheGrows) {
 TEST_F(LoggerReentrancy, AChannelThatInstallsABackendMakesTheLiveWalkGoOnOverTheNewChannels) {
     Logger* const log = logger();
     RecordingBackend& late = makeBackend("B");
-    bool installed = false;
-    installBackend("A").beforeLog = [&](const std::string&, LoggingLevel, const char*) {
-        if (!installed) {
-            installed = true;
-            install(late);
-        }
-    };
+    installAtFirstMessage(installBackend("A"), late);
 
     doLog(log, LOG_LEVEL_INFO, "text");
 
@@ -99,13 +109,7 @@ TEST_F(LoggerReentrancy, AChannelThatInstallsABackendDuringAFlushCausesAnInnerFl
     doLog(log, LOG_LEVEL_INFO, longText("second").c_str());
     RecordingBackend& outer = makeBackend("A");
     RecordingBackend& late = makeBackend("B");
-    bool installed = false;
-    outer.beforeLog = [&](const std::string&, LoggingLevel, const char*) {
-        if (!installed) {
-            installed = true;
-            install(late);
-        }
-    };
+    installAtFirstMessage(outer, late);
 
     install(outer);
 
@@ -122,14 +126,8 @@ TEST_F(LoggerReentrancy, AMessageCachedAfterAnInnerFlushReachesEveryChannelOnce)
     doLog(log, LOG_LEVEL_INFO, longText("first").c_str());
     RecordingBackend& outer = makeBackend("A");
     RecordingBackend& late = makeBackend("B");
-    bool installed = false;
-    outer.beforeLog = [&](const std::string&, LoggingLevel, const char*) {
-        if (!installed) {
-            installed = true;
-            install(late);
-            doLog(log, LOG_LEVEL_NONE, longText("added").c_str());
-        }
-    };
+    installAtFirstMessage(outer, late,
+                          [&] { doLog(log, LOG_LEVEL_NONE, longText("added").c_str()); });
 
     install(outer);
     install(makeBackend("C")); // finds nothing left
