@@ -27,6 +27,8 @@ if [ ! -e "$WINEPREFIX/.ready" ]; then
         if [ ! -e "$WINEPREFIX/.ready" ]; then
             DISPLAY='' wine wineboot -i >"$WINEPREFIX.log" 2>&1 ||
                 { echo "wine.sh: cannot make the Wine prefix $WINEPREFIX, see $WINEPREFIX.log" >&2; exit 1; }
+            # Its server ends soon after it. A program that connected to it now could lose it.
+            timeout 60 wineserver -w || true
             find_loader >"$WINEPREFIX/.ready"
         fi
     ) 9>"$WINEPREFIX.lock"
