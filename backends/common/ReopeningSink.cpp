@@ -32,10 +32,10 @@ void ReopeningSink::openSink() {
             pattern_, spdlog::pattern_time_type::local, options_.lineEnd));
     } catch (...) {
         sink_.reset();
-        nextOpening_ = Clock::now() + options_.retryInterval; // an attempt may itself take long
+        startRetryInterval();
         throw;
     }
-    nextOpening_ = Clock::now() + options_.retryInterval;
+    startRetryInterval();
 }
 
 void ReopeningSink::write(const std::string& logger, spdlog::level::level_enum level,
@@ -59,6 +59,9 @@ void ReopeningSink::write(const std::string& logger, spdlog::level::level_enum l
                 sink_->flush();
                 drops_.reset();
                 return;
+            } catch (const SinkTimeout&) {
+                startRetryInterval();
+                throw;
             } catch (const std::exception& error) {
                 sink_.reset(); // its state is unknown after a failure
                 reason = error.what();
@@ -66,6 +69,7 @@ void ReopeningSink::write(const std::string& logger, spdlog::level::level_enum l
         }
         drops_.add(reason);
     } catch (const std::exception& error) {
+        sink_.reset();
         drops_.add(error.what());
     } catch (...) {
         sink_.reset();

@@ -5,6 +5,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,13 @@
 #include "Diagnostics.h"
 
 namespace ZOL::Backends {
+
+/// Thrown by a sink that has waited as long as it may. ReopeningSink then does not try a second
+/// time for the same message: a statement waits for one timeout, not for two.
+class SinkTimeout : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 /// Opens a sink, or throws.
 using SinkFactory = std::function<std::unique_ptr<spdlog::sinks::sink>()>;
@@ -28,7 +36,9 @@ struct SinkOptions {
     SinkFactory factory;
     const char* pattern = timeStampedPattern; ///< fallback of the setting "pattern"
     const char* lineEnd = platformLineEnd;
-    std::chrono::milliseconds retryInterval = std::chrono::seconds(1); ///< from open to open
+    /// From one attempt to open to the next, and after a timeout. Counted from the end of an
+    /// attempt, which may itself take long.
+    std::chrono::milliseconds retryInterval = std::chrono::seconds(1);
     /// Limit for %v, which is "LEVEL [logger] text"; longer lines are truncated. Without a limit, a
     /// line that is too long for the sink would close it, and the next messages would be dropped.
     std::size_t maxLineBytes = std::numeric_limits<std::size_t>::max();
@@ -58,6 +68,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void openSink();
+    void startRetryInterval() noexcept { nextOpening_ = Clock::now() + options_.retryInterval; }
 
     SinkOptions options_;
     std::string pattern_;
