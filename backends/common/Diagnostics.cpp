@@ -1,12 +1,13 @@
 #include "Diagnostics.h"
 
 #include <cstdio>
+#include <new>
 
 #include "Text.h"
 
 namespace ZOL::Backends {
 
-void reportToStderr(std::string_view backend, std::string_view text) noexcept {
+bool reportToStderr(std::string_view backend, std::string_view text) noexcept {
     const ScopedSignalBlock signalBlock;
     try {
         // One call, so that output of other threads cannot split the line.
@@ -14,8 +15,9 @@ void reportToStderr(std::string_view backend, std::string_view text) noexcept {
             "ZOL back end " + std::string(backend) + ": " + escapeControlCharacters(text) + "\n";
         std::fputs(line.c_str(), stderr);
         std::fflush(stderr);
-    } catch (...) {
-        // Out of memory: the report is discarded.
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
     }
 }
 
@@ -35,11 +37,12 @@ void DropCounter::reset() noexcept {
         return;
     }
     try {
-        reportToStderr(backend_, "works again, lost messages: " + std::to_string(count_));
-    } catch (...) {
-        reportToStderr(backend_, "works again");
+        if (reportToStderr(backend_, "works again, lost messages: " + std::to_string(count_))) {
+            count_ = 0;
+        }
+    } catch (const std::bad_alloc&) {
+        // The count is kept for the next report.
     }
-    count_ = 0;
 }
 
 void DropCounter::reportAtExit() const noexcept {

@@ -6,8 +6,9 @@
 
 namespace ZOL::Backends {
 
-/// Writes one line about a back end to standard error. Any thread may call it.
-void reportToStderr(std::string_view backend, std::string_view text) noexcept;
+/// Writes one line about a back end to standard error. Any thread may call it. False if there is no
+/// memory for the line.
+bool reportToStderr(std::string_view backend, std::string_view text) noexcept;
 
 /// Counts dropped messages and reports them: the first one with its reason, and the number of them
 /// when a message is written again or when the process ends.
@@ -20,7 +21,8 @@ public:
     /// A message is dropped. The reason is reported for the first message only.
     void add(std::string_view reason) noexcept;
 
-    /// A message has been written: reports the drops before it, and starts at 0 again.
+    /// A message has been written: reports the drops before it, and starts at 0 again. If there is
+    /// no memory for the report, it is left to the next call.
     void reset() noexcept;
 
     /// Reports the drops since the last reset. May run at the same time as other calls.

@@ -1,6 +1,7 @@
 #include "ReopeningSink.h"
 
 #include <exception>
+#include <new>
 #include <utility>
 
 #include <spdlog/details/os.h>
@@ -15,6 +16,7 @@ const char* const platformLineEnd = spdlog::details::os::default_eol;
 namespace {
 
 constexpr const char* retryPending = "it is not time yet to try again";
+constexpr const char* outOfMemory = "there is no memory for them";
 constexpr const char* unknownReason = "for a reason unknown";
 
 } // namespace
@@ -62,12 +64,19 @@ void ReopeningSink::write(const std::string& logger, spdlog::level::level_enum l
             } catch (const SinkTimeout&) {
                 startRetryInterval();
                 throw;
+            } catch (const std::bad_alloc&) {
+                throw;
             } catch (const std::exception& error) {
                 sink_.reset(); // its state is unknown after a failure
                 reason = error.what();
             }
         }
         drops_.add(reason);
+    } catch (const std::bad_alloc&) {
+        // The sink may be half open. The next message opens it: its partner has not failed.
+        sink_.reset();
+        nextOpening_ = Clock::time_point::min();
+        drops_.add(outOfMemory);
     } catch (const std::exception& error) {
         sink_.reset();
         drops_.add(error.what());
