@@ -13,9 +13,10 @@ using namespace ZOL::Backends;
 namespace {
 
 SinkOptions readOptions(const Settings& settings) {
-    static constexpr spdlog::color_mode modes[] = {
-        spdlog::color_mode::automatic, spdlog::color_mode::always, spdlog::color_mode::never};
-    const auto mode = modes[settings.choice("colour", {"auto", "always", "never"})];
+    const std::string_view colour = settings.choice("colour");
+    const auto mode = colour == "always"  ? spdlog::color_mode::always
+                      : colour == "never" ? spdlog::color_mode::never
+                                          : spdlog::color_mode::automatic;
     SinkOptions options;
     options.factory = [mode] {
         return std::make_unique<spdlog::sinks::stderr_color_sink_st>(mode);

@@ -12,15 +12,11 @@ using namespace ZOL::Backends;
 
 namespace {
 
-constexpr long long lastHour = 23;
-constexpr long long lastMinute = 59;
-constexpr long long maxDays = 10000;
-
 SinkOptions readOptions(const Settings& settings) {
-    const spdlog::filename_t path = settings.path("path", "zol.log").native();
-    const auto hour = static_cast<int>(settings.number("hour", 0, 0, lastHour));
-    const auto minute = static_cast<int>(settings.number("minute", 0, 0, lastMinute));
-    const auto days = static_cast<std::uint16_t>(settings.number("days", 0, 0, maxDays));
+    const spdlog::filename_t path = settings.path("path").native();
+    const auto hour = static_cast<int>(settings.number("hour"));
+    const auto minute = static_cast<int>(settings.number("minute"));
+    const auto days = static_cast<std::uint16_t>(settings.number("days"));
     SinkOptions options;
     options.factory = [path, hour, minute, days] {
         return std::make_unique<spdlog::sinks::daily_file_sink_st>(path, hour, minute, false, days,

@@ -10,9 +10,6 @@ using namespace ZOL::Backends;
 
 namespace {
 
-constexpr const char* defaultHost = "127.0.0.1";
-constexpr long long defaultPort = 5170;
-constexpr long long maxPort = 65535;
 constexpr auto retryInterval = std::chrono::seconds(5); // an attempt may block all loggers for 1 s
 
 constexpr std::size_t maxPacketTextBytes = 60000; // of 65507, which leaves room for the pattern
@@ -36,11 +33,10 @@ private:
 };
 
 SinkOptions readOptions(const Settings& settings) {
-    const std::string host = settings.text("host", defaultHost);
-    const auto port = static_cast<int>(settings.number("port", defaultPort, 1, maxPort));
-    const auto protocol = settings.choice("protocol", {"tcp", "udp"}) == 0
-                              ? Connection::Protocol::tcp
-                              : Connection::Protocol::udp;
+    const std::string host = settings.text("host");
+    const auto port = static_cast<int>(settings.number("port"));
+    const auto protocol = settings.choice("protocol") == "tcp" ? Connection::Protocol::tcp
+                                                               : Connection::Protocol::udp;
     SinkOptions options;
     options.factory = [=] {
         return std::make_unique<NetworkSink>(protocol, host, port);

@@ -11,15 +11,10 @@ using namespace ZOL::Backends;
 
 namespace {
 
-constexpr std::size_t defaultSize = std::size_t{10} * 1024 * 1024;
-constexpr long long defaultCount = 5;
-constexpr long long maxCount = 1000; // each rotation renames all files
-
 SinkOptions readOptions(const Settings& settings) {
-    const spdlog::filename_t path = settings.path("path", "zol.log").native();
-    const std::size_t size = settings.size("size", defaultSize);
-    const auto count =
-        static_cast<std::size_t>(settings.number("count", defaultCount, 0, maxCount));
+    const spdlog::filename_t path = settings.path("path").native();
+    const std::size_t size = settings.size("size");
+    const auto count = static_cast<std::size_t>(settings.number("count"));
     SinkOptions options;
     options.factory = [path, size, count] {
         return std::make_unique<spdlog::sinks::rotating_file_sink_st>(path, size, count, false,

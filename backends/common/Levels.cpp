@@ -3,9 +3,11 @@
 #include <charconv>
 #include <iterator>
 #include <limits>
+#include <utility>
 
 #include <spdlog/common.h>
 
+#include "NearestWord.h"
 #include "Text.h"
 
 namespace ZOL::Backends {
@@ -16,6 +18,8 @@ namespace {
 
 constexpr const char* noLevel = "NONE";
 constexpr const char* off = "OFF";
+constexpr const char* expectedRule = "PREFIX=LEVEL with a level such as INFO, 35 or OFF";
+constexpr const char* expectedSeparator = "rules that are separated by semicolons";
 constexpr long long aboveAllLevels = static_cast<long long>(std::numeric_limits<int>::max()) + 1;
 
 struct NamedLevel {
@@ -40,6 +44,23 @@ const NamedLevel& namedLevelOf(LoggingLevel level) {
         ++named;
     }
     return *named;
+}
+
+/// The word for a level that was probably meant.
+std::string_view nearestLevel(std::string_view text) {
+    std::vector<std::string_view> words{noLevel, off};
+    for (const NamedLevel& named : namedLevels) {
+        words.emplace_back(named.name);
+    }
+    return nearestWord(text, words);
+}
+
+/// Whether a prefix consists of several rules that are not separated by semicolons. Such a rule
+/// would match no logger, in silence.
+bool hasOtherSeparator(std::string_view prefix) {
+    const std::size_t sign = prefix.find('=');
+    return sign != std::string_view::npos &&
+           prefix.find_first_of(",| \t\r\n", sign) != std::string_view::npos;
 }
 
 } // namespace
@@ -76,30 +97,37 @@ spdlog::level::level_enum sinkLevel(LoggingLevel level) {
     return namedLevelOf(level).sinkLevel;
 }
 
-LevelFilter::LevelFilter(std::string_view rules, std::vector<std::string>& invalidRules) {
+LevelFilter::LevelFilter(std::string_view rules, std::vector<InvalidRule>& invalidRules) {
     while (!rules.empty()) {
         const std::size_t end = rules.find(';');
         const std::string_view rule = trim(rules.substr(0, end));
         rules.remove_prefix(end == std::string_view::npos ? rules.size() : end + 1);
-        if (!rule.empty() && !add(rule)) {
-            invalidRules.emplace_back(rule);
+        if (rule.empty()) {
+            continue;
+        }
+        if (std::optional<InvalidRule> invalid = add(rule)) {
+            invalidRules.push_back(*std::move(invalid));
         }
     }
 }
 
-bool LevelFilter::add(std::string_view rule) {
+std::optional<InvalidRule> LevelFilter::add(std::string_view rule) {
     const std::size_t sign = rule.rfind('='); // the name of a logger may contain '='
     if (sign == std::string_view::npos) {
-        return false;
+        return InvalidRule{std::string(rule), expectedRule, {}};
+    }
+    const std::string_view prefix = trim(rule.substr(0, sign));
+    if (hasOtherSeparator(prefix)) {
+        return InvalidRule{std::string(rule), expectedSeparator, {}};
     }
     const std::string_view text = trim(rule.substr(sign + 1));
     const auto level = parseLevel(text);
     if (!level && !equalsIgnoreCase(text, off)) {
-        return false;
+        return InvalidRule{std::string(rule), expectedRule, nearestLevel(text)};
     }
     const long long minLevel = level ? static_cast<long long>(*level) : aboveAllLevels;
-    rules_.push_back({std::string(trim(rule.substr(0, sign))), minLevel});
-    return true;
+    rules_.push_back({std::string(prefix), minLevel});
+    return std::nullopt;
 }
 
 bool LevelFilter::isEnabled(std::string_view logger, LoggingLevel level) const {

@@ -20,6 +20,13 @@ std::optional<Framework::GenericLogger::LoggingLevel> parseLevel(std::string_vie
 /// The closest spdlog level at or below this one. Sinks choose colours and priorities by it.
 spdlog::level::level_enum sinkLevel(Framework::GenericLogger::LoggingLevel level);
 
+/// A rule that a LevelFilter does not apply.
+struct InvalidRule {
+    std::string text;
+    const char* expected;        ///< what the text should be
+    std::string_view suggestion; ///< the level that was probably meant; may be empty
+};
+
 /// Decides by the name of a logger and the level of a message whether to write the message. Of all
 /// rules whose prefix the logger's name starts with, the one with the longest prefix applies.
 ///
@@ -30,8 +37,8 @@ public:
     LevelFilter() = default;
 
     /// @param rules PREFIX=LEVEL, separated by semicolons; an empty prefix matches every logger.
-    /// @param invalidRules receives the rules that cannot be parsed.
-    LevelFilter(std::string_view rules, std::vector<std::string>& invalidRules);
+    /// @param invalidRules receives the rules that are not applied.
+    LevelFilter(std::string_view rules, std::vector<InvalidRule>& invalidRules);
 
     bool isEnabled(std::string_view logger, Framework::GenericLogger::LoggingLevel level) const;
 
@@ -41,7 +48,7 @@ private:
         long long minLevel;
     };
 
-    bool add(std::string_view rule);
+    std::optional<InvalidRule> add(std::string_view rule);
 
     std::vector<Rule> rules_;
 };

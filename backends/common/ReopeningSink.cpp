@@ -10,7 +10,6 @@
 
 namespace ZOL::Backends {
 
-const char* const timeStampedPattern = "%Y-%m-%d %H:%M:%S.%e %^%v%$";
 const char* const platformLineEnd = spdlog::details::os::default_eol;
 
 namespace {

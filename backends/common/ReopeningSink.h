@@ -25,16 +25,12 @@ public:
 /// Opens a sink, or throws.
 using SinkFactory = std::function<std::unique_ptr<spdlog::sinks::sink>()>;
 
-/// The fallback of the setting "pattern": time stamp and %v in the colour of the level.
-extern const char* const timeStampedPattern;
-
 /// The line end of the platform.
 extern const char* const platformLineEnd;
 
 /// What differs from one back end to another.
 struct SinkOptions {
     SinkFactory factory;
-    const char* pattern = timeStampedPattern; ///< fallback of the setting "pattern"
     const char* lineEnd = platformLineEnd;
     /// From one attempt to open to the next, and after a timeout. Counted from the end of an
     /// attempt, which may itself take long.

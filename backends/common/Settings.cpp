@@ -1,12 +1,17 @@
 #include "Settings.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
+#include <stdexcept>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 #include "ZOL/Framework/Framework.h"
 
 #include "Diagnostics.h"
+#include "NearestWord.h"
 #include "Text.h"
 
 namespace ZOL::Backends {
@@ -55,7 +60,7 @@ std::optional<std::size_t> parseSize(std::string_view text) {
     return number << shift;
 }
 
-/// Unchanged where paths are wide, otherwise in UTF-8.
+/// The form of file names: UTF-16 on Windows, UTF-8 elsewhere.
 template <typename Text>
 NativePath nativePath(const Text& text) {
     if constexpr (std::is_same_v<Text, NativePath>) {
@@ -65,104 +70,166 @@ NativePath nativePath(const Text& text) {
     }
 }
 
+/// Whether a character would end the tag in a packet of the system log, or its line.
+bool endsTag(char character) {
+    const auto byte = static_cast<unsigned char>(character);
+    return byte <= ' ' || byte == 0x7F || character == ':' || character == '[';
+}
+
+bool isValidText(SettingType type, const std::string& value) {
+    if (value.empty()) {
+        return false;
+    }
+    switch (type) {
+    case SettingType::tag:
+        return std::none_of(value.begin(), value.end(), endsTag);
+    case SettingType::eventSource:
+        return value.find('\\') == std::string::npos;
+    default:
+        return true;
+    }
+}
+
+std::string inQuotes(const std::string& text) {
+    return "\"" + text + "\"";
+}
+
 } // namespace
 
-std::string Settings::propertyName(std::string_view setting) const {
-    return backend_ + "." + std::string(setting);
+std::string tagOf(std::string_view name) {
+    std::string tag(name);
+    std::replace_if(tag.begin(), tag.end(), endsTag, '_');
+    return tag;
 }
 
-std::optional<WideString> Settings::read(std::string_view setting) const {
-    const std::string ascii = propertyName(setting);
-    const WideString name(ascii.begin(), ascii.end());
+Settings::Settings(std::string backend, const SettingsTable& table)
+    : backend_(std::move(backend)), table_(&table) {
     const PropertyManager* const store = Framework::Framework::propertyManager();
-    if (!store->hasProperty(name)) {
-        return std::nullopt;
+    for (const Setting& setting : table) {
+        if (table.find(backend_, setting.name) != &setting) {
+            continue;
+        }
+        const std::string ascii = backend_ + "." + std::string(setting.name);
+        const WideString property(ascii.begin(), ascii.end());
+        if (store->hasProperty(property)) {
+            values_[setting.name] = store->readProperty(property);
+        }
     }
-    return store->readProperty(name);
 }
 
-std::optional<std::string> Settings::readText(std::string_view setting) const {
-    const std::optional<WideString> value = read(setting);
-    return value ? std::optional<std::string>(utf8(*value)) : std::nullopt;
-}
-
-void Settings::reportInvalid(std::string_view setting, const std::string& value,
-                             const std::string& expected, const std::string& used) const {
-    reportToStderr(backend_, "the property " + propertyName(setting) + " is \"" + value +
-                                 "\" and not " + expected + "; using " + used);
-}
-
-std::string Settings::text(std::string_view setting, std::string_view fallback) const {
-    const std::optional<std::string> value = readText(setting);
-    if (value && value->empty()) {
-        reportInvalid(setting, *value, "a text", "\"" + std::string(fallback) + "\"");
+const Setting& Settings::find(std::string_view setting,
+                              std::initializer_list<SettingType> types) const {
+    const Setting* const found = table_->find(backend_, setting);
+    if (found == nullptr || std::find(types.begin(), types.end(), found->type) == types.end()) {
+        throw std::logic_error("the table of settings has no such " + backend_ + "." +
+                               std::string(setting));
     }
-    return value && !value->empty() ? *value : std::string(fallback);
+    return *found;
 }
 
-std::filesystem::path Settings::path(std::string_view setting, std::string_view fallback) const {
-    const std::optional<WideString> value = read(setting);
-    const bool isValid =
-        value && !value->empty() && value->find(WideString::value_type()) == WideString::npos;
-    if (value && !isValid) {
-        reportInvalid(setting, utf8(*value), "the name of a file",
-                      "\"" + std::string(fallback) + "\"");
-    }
-    return isValid ? nativePath(*value) : NativePath(fallback.begin(), fallback.end());
+const WideString* Settings::valueOf(const Setting& setting) const {
+    const auto value = values_.find(setting.name);
+    return value == values_.end() ? nullptr : &value->second;
 }
 
-long long Settings::number(std::string_view setting, long long fallback, long long min,
-                           long long max) const {
-    const std::optional<std::string> value = readText(setting);
-    if (!value) {
-        return fallback;
+std::optional<std::string> Settings::textOf(const Setting& setting) const {
+    const WideString* const value = valueOf(setting);
+    return value == nullptr ? std::nullopt : std::optional<std::string>(utf8(*value));
+}
+
+void Settings::reportInvalid(const Setting& setting, const std::string& value,
+                             const std::string& expected, const std::string& used,
+                             std::string_view suggestion) const {
+    std::string text = "the property " + backend_ + "." + std::string(setting.name) + " is " +
+                       inQuotes(value) + " and not " + expected + "; using " + used;
+    if (!suggestion.empty()) {
+        text.append(" (did you mean ").append(suggestion).append("?)");
     }
+    reportToStderr(backend_, text);
+}
+
+std::string Settings::text(std::string_view setting) const {
+    const Setting& row = find(setting, {SettingType::text, SettingType::pattern, SettingType::tag,
+                                        SettingType::eventSource});
+    std::optional<std::string> value = textOf(row);
+    if (value && isValidText(row.type, *value)) {
+        return *std::move(value);
+    }
+    std::string fallback = defaultOf(row);
+    if (value) {
+        reportInvalid(row, *value, expectedValue(row), inQuotes(fallback));
+    }
+    return fallback;
+}
+
+std::filesystem::path Settings::path(std::string_view setting) const {
+    const Setting& row = find(setting, {SettingType::path});
+    const WideString* const value = valueOf(row);
+    if (value != nullptr && !value->empty() &&
+        value->find(WideString::value_type()) == WideString::npos) {
+        return nativePath(*value);
+    }
+    const std::string fallback = defaultOf(row);
+    if (value != nullptr) {
+        reportInvalid(row, utf8(*value), expectedValue(row), inQuotes(fallback));
+    }
+    return fallback;
+}
+
+long long Settings::number(std::string_view setting) const {
+    const Setting& row = find(setting, {SettingType::number});
+    const std::optional<std::string> value = textOf(row);
     long long number = 0;
-    if (!parse(*value, number) || number < min || number > max) {
-        reportInvalid(setting, *value,
-                      "a number from " + std::to_string(min) + " to " + std::to_string(max),
-                      std::to_string(fallback));
-        return fallback;
+    if (value && parse(*value, number) && number >= row.min && number <= row.max) {
+        return number;
     }
+    const std::string fallback = defaultOf(row);
+    if (value) {
+        reportInvalid(row, *value, expectedValue(row), fallback);
+    }
+    parse(fallback, number);
     return number;
 }
 
-std::size_t Settings::size(std::string_view setting, std::size_t fallback) const {
-    const std::optional<std::string> value = readText(setting);
-    if (!value) {
-        return fallback;
+std::size_t Settings::size(std::string_view setting) const {
+    const Setting& row = find(setting, {SettingType::size});
+    const std::optional<std::string> value = textOf(row);
+    const std::optional<std::size_t> size = value ? parseSize(*value) : std::nullopt;
+    if (size) {
+        return *size;
     }
-    const std::optional<std::size_t> size = parseSize(*value);
-    if (!size) {
-        reportInvalid(setting, *value, "a size such as 4096, 500K, 10M or 1G",
-                      std::to_string(fallback));
+    const std::size_t fallback = parseSize(defaultOf(row)).value();
+    if (value) {
+        reportInvalid(row, *value, expectedValue(row), std::to_string(fallback));
     }
-    return size.value_or(fallback);
+    return fallback;
 }
 
-std::size_t Settings::choice(std::string_view setting,
-                             const std::vector<std::string>& choices) const {
-    const std::optional<std::string> value = readText(setting);
+std::string_view Settings::choice(std::string_view setting) const {
+    const Setting& row = find(setting, {SettingType::choice});
+    const std::optional<std::string> value = textOf(row);
     if (!value) {
-        return 0;
+        return row.defaultValue;
     }
-    std::string expected;
-    for (std::size_t i = 0; i < choices.size(); ++i) {
-        if (equalsIgnoreCase(*value, choices[i])) {
-            return i;
-        }
-        expected += (i == 0 ? "one of " : ", ") + choices[i];
+    const std::vector<std::string_view> choices(row.choices, row.choices + row.choiceCount);
+    const auto chosen =
+        std::find_if(choices.begin(), choices.end(), [&value](std::string_view choice) {
+            return equalsIgnoreCase(*value, choice);
+        });
+    if (chosen != choices.end()) {
+        return *chosen;
     }
-    reportInvalid(setting, *value, expected, choices.front());
-    return 0;
+    reportInvalid(row, *value, expectedValue(row), std::string(row.defaultValue),
+                  nearestWord(*value, choices));
+    return row.defaultValue;
 }
 
 LevelFilter Settings::levels(std::string_view setting) const {
-    std::vector<std::string> invalidRules;
-    LevelFilter filter(readText(setting).value_or(""), invalidRules);
-    for (const std::string& rule : invalidRules) {
-        reportInvalid(setting, rule, "PREFIX=LEVEL with a level such as INFO, 35 or OFF",
-                      "the other rules");
+    const Setting& row = find(setting, {SettingType::levels});
+    std::vector<InvalidRule> invalidRules;
+    LevelFilter filter(textOf(row).value_or(defaultOf(row)), invalidRules);
+    for (const InvalidRule& rule : invalidRules) {
+        reportInvalid(row, rule.text, rule.expected, "the other rules", rule.suggestion);
     }
     return filter;
 }

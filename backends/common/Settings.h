@@ -2,53 +2,67 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <initializer_list>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "ZOL/Framework/Management/PropertyManager.h"
 
 #include "Levels.h"
+#include "SettingsTable.h"
 
 namespace ZOL::Backends {
 
-/// Reads the settings of one back end: the properties named <BackEnd>.<setting>. A missing property
-/// has the fallback value. An invalid one has it too, and is reported in one line.
+/// A name as a tag of the system log: what a tag may not contain becomes '_'.
+std::string tagOf(std::string_view name);
+
+/// The settings of one back end: the properties named <BackEnd>.<setting>, as they were when this
+/// object was constructed. A missing property has the default of the table. An invalid one has it
+/// too, and is reported in one line when the setting is read.
 ///
-/// The property store has no lock: no thread may set properties while another reads settings.
+/// A setting that is not in the table, or is of another type there, is an error in the program:
+/// std::logic_error.
+///
+/// The property store has no lock: no thread may set properties while another constructs settings.
 class Settings {
 public:
-    explicit Settings(std::string backend) : backend_(std::move(backend)) {}
+    explicit Settings(std::string backend, const SettingsTable& table = settingsTable());
 
     const std::string& backend() const { return backend_; }
 
-    /// In UTF-8. An empty value is invalid.
-    std::string text(std::string_view setting, std::string_view fallback) const;
+    /// A text, pattern, tag or event source, in UTF-8.
+    std::string text(std::string_view setting) const;
 
-    /// The name of a file. An empty value is invalid.
-    std::filesystem::path path(std::string_view setting, std::string_view fallback) const;
+    std::filesystem::path path(std::string_view setting) const;
 
-    long long number(std::string_view setting, long long fallback, long long min,
-                     long long max) const;
+    long long number(std::string_view setting) const;
 
     /// A number of bytes from 1 on. A suffix K, M or G multiplies by a power of 1024.
-    std::size_t size(std::string_view setting, std::size_t fallback) const;
+    std::size_t size(std::string_view setting) const;
 
-    /// The index of the value among the choices; ignores case. The first choice is the fallback.
-    std::size_t choice(std::string_view setting, const std::vector<std::string>& choices) const;
+    /// One of the choices in the table, as it is written there.
+    std::string_view choice(std::string_view setting) const;
 
     LevelFilter levels(std::string_view setting) const;
 
+    /// Whether all properties of the back end have the same values.
+    bool hasSameValues(const Settings& other) const { return values_ == other.values_; }
+
 private:
-    std::string propertyName(std::string_view setting) const;
-    std::optional<Framework::Management::WideString> read(std::string_view setting) const;
-    std::optional<std::string> readText(std::string_view setting) const;
-    void reportInvalid(std::string_view setting, const std::string& value,
-                       const std::string& expected, const std::string& used) const;
+    using WideString = Framework::Management::WideString;
+
+    const Setting& find(std::string_view setting, std::initializer_list<SettingType> types) const;
+    const WideString* valueOf(const Setting& setting) const;
+    std::optional<std::string> textOf(const Setting& setting) const;
+    void reportInvalid(const Setting& setting, const std::string& value,
+                       const std::string& expected, const std::string& used,
+                       std::string_view suggestion = {}) const;
 
     std::string backend_;
+    const SettingsTable* table_;
+    std::map<std::string_view, WideString> values_; ///< by the name of the setting
 };
 
 } // namespace ZOL::Backends

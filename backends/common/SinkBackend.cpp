@@ -32,7 +32,7 @@ void SinkChannel::log(Framework::GenericLogger::LoggingLevel level, const char* 
 SinkBackend::SinkBackend(const Settings& settings, const SinkOptions& options)
     : filter_(settings.levels("levels")),
       maxLineBytes_(options.maxLineBytes),
-      sink_(settings.backend(), settings.text("pattern", options.pattern), options) {}
+      sink_(settings.backend(), settings.text("pattern"), options) {}
 
 Framework::GenericLogger::LoggingChannel* SinkBackend::createChannel(const char* name) {
     try {

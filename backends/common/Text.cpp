@@ -106,7 +106,7 @@ bool equalsIgnoreCase(std::string_view left, std::string_view right) {
 }
 
 std::string_view trim(std::string_view text) {
-    constexpr const char* blanks = " \t";
+    constexpr const char* blanks = " \t\r\n";
     const std::size_t begin = text.find_first_not_of(blanks);
     return begin == std::string_view::npos
                ? std::string_view()

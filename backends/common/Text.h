@@ -21,7 +21,7 @@ std::string truncateUtf8(std::string text, std::size_t maxBytes);
 /// Compares two texts. Ignores the case of ASCII letters only.
 bool equalsIgnoreCase(std::string_view left, std::string_view right);
 
-/// Removes spaces and tabs from both ends.
+/// Removes spaces, tabs and line breaks from both ends.
 std::string_view trim(std::string_view text);
 
 } // namespace ZOL::Backends

@@ -1,6 +1,9 @@
 #include "Levels.h"
 
 #include <limits>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <spdlog/common.h>
@@ -43,12 +46,12 @@ TEST(SinkLevel, IsTheClosestAtOrBelowTheLevel) {
     EXPECT_EQ(sinkLevel(LOG_LEVEL_NONE), spdlog::level::trace);
 }
 
-using InvalidRules = std::vector<std::string>;
+using InvalidRules = std::vector<InvalidRule>;
 
 LevelFilter filterOf(std::string_view text) {
     InvalidRules invalidRules;
     LevelFilter filter(text, invalidRules);
-    EXPECT_EQ(invalidRules, InvalidRules());
+    EXPECT_TRUE(invalidRules.empty()) << text;
     return filter;
 }
 
@@ -90,12 +93,67 @@ TEST(LevelFilter, AcceptsAnEqualsSignInALoggerName) {
     EXPECT_TRUE(filter.isEnabled("a", LOG_LEVEL_INFO));
 }
 
+TEST(LevelFilter, IgnoresBlanksAndLineBreaksAroundRules) {
+    const LevelFilter filter = filterOf("\n =ERROR;\r\n\torders = TRACE ;\n");
+    EXPECT_TRUE(filter.isEnabled("orders", LOG_LEVEL_TRACE));
+    EXPECT_FALSE(filter.isEnabled("stock", LOG_LEVEL_WARNING));
+}
+
+TEST(LevelFilter, AcceptsBlanksCommasAndLineBreaksInALoggerName) {
+    for (const char* name : {"two words", "a,b", "a|b", "two\nlines", "a\r\nb", "a\tb"}) {
+        const LevelFilter filter = filterOf(std::string(name) + "=ERROR");
+        EXPECT_FALSE(filter.isEnabled(name, LOG_LEVEL_INFO)) << name;
+        EXPECT_TRUE(filter.isEnabled("a", LOG_LEVEL_INFO)) << name;
+        EXPECT_TRUE(filter.isEnabled("two", LOG_LEVEL_INFO)) << name;
+    }
+}
+
+TEST(LevelFilter, RejectsRulesWithAnotherSeparator) {
+    for (const char* text :
+         {"=WARNING,orders=TRACE", "=WARNING orders=TRACE", "=WARNING, orders=TRACE",
+          "a=WARNING|orders=TRACE", "a=WARNING\torders=TRACE", "a=WARNING\norders=TRACE",
+          "a=1\rorders=TRACE", "=ERROR,a=INFO,orders=TRACE", "=WARNING,orders=TRCE"}) {
+        InvalidRules invalidRules;
+        const LevelFilter filter(std::string(text) + ";b=ERROR", invalidRules);
+        ASSERT_EQ(invalidRules.size(), 1U) << text;
+        EXPECT_EQ(invalidRules[0].text, text);
+        EXPECT_STREQ(invalidRules[0].expected, "rules that are separated by semicolons");
+        EXPECT_FALSE(filter.isEnabled("b", LOG_LEVEL_INFO)) << text;
+        EXPECT_TRUE(filter.isEnabled("a", LOG_LEVEL_INFO)) << text;
+    }
+}
+
 TEST(LevelFilter, KeepsTheValidRulesBesideInvalidOnes) {
     InvalidRules invalidRules;
-    const LevelFilter filter("orders;a=LOUD;b=ERROR;=", invalidRules);
-    EXPECT_EQ(invalidRules, (InvalidRules{"orders", "a=LOUD", "="}));
+    const LevelFilter filter("orders;a=LOUD;b=ERROR;=;c=TRCAE", invalidRules);
+    ASSERT_EQ(invalidRules.size(), 4U);
+    const char* const expected[][2] = {
+        {"orders", ""}, {"a=LOUD", ""}, {"=", ""}, {"c=TRCAE", "TRACE"}};
+    for (std::size_t i = 0; i < invalidRules.size(); ++i) {
+        EXPECT_EQ(invalidRules[i].text, expected[i][0]);
+        EXPECT_EQ(invalidRules[i].suggestion, expected[i][1]);
+        EXPECT_STREQ(invalidRules[i].expected, "PREFIX=LEVEL with a level such as INFO, 35 or OFF");
+    }
     EXPECT_FALSE(filter.isEnabled("b", LOG_LEVEL_INFO));
     EXPECT_TRUE(filter.isEnabled("a", LOG_LEVEL_TRACE));
+}
+
+TEST(LevelFilter, SuggestsEveryWordForALevel) {
+    for (const auto& [word, suggestion] : {std::pair<const char*, const char*>{"WARN", "WARNING"},
+                                           {"errors", "ERROR"},
+                                           {"t", "TRACE"},
+                                           {"DEBUGG", "DEBUG"},
+                                           {"INFORMATION", "INFO"},
+                                           {"FATLA", "FATAL"},
+                                           {"NON", "NONE"},
+                                           {"OF", "OFF"},
+                                           {"LOUD", ""},
+                                           {"3x", ""}}) {
+        InvalidRules invalidRules;
+        const LevelFilter filter("a=" + std::string(word), invalidRules);
+        ASSERT_EQ(invalidRules.size(), 1U) << word;
+        EXPECT_EQ(invalidRules[0].suggestion, suggestion) << word;
+    }
 }
 
 } // namespace

@@ -1,13 +1,32 @@
 #include "Settings.h"
 
+#include <iterator>
+#include <stdexcept>
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "Property.h"
 
 using namespace ZOL::Backends;
+using namespace ZOL::Framework::GenericLogger;
 using ZOL::Framework::Framework;
 
 namespace {
+
+constexpr std::string_view letters[] = {"alpha", "beta"};
+
+constexpr Setting rows[] = {
+    {"Test", "text", SettingType::text, "", "default", {}},
+    {"Test", "path", SettingType::path, "", "file", {}},
+    {"Test", "number", SettingType::number, "", "7", {}, 0, 9},
+    {"Test", "size", SettingType::size, "", "2K", {}},
+    {"Test", "choice", SettingType::choice, "", letters[0], {}, 0, 0, letters, std::size(letters)},
+    {"Test", "levels", SettingType::levels, "", "", {}},
+    {"Test", "tag", SettingType::tag, "", "sender", {}},
+    {"Test", "source", SettingType::eventSource, "", "sender", {}},
+};
+constexpr SettingsTable table(rows, std::size(rows));
 
 /// The settings of a back end named Test, and the reports about them.
 class SettingsTest : public testing::Test {
@@ -16,8 +35,11 @@ protected:
 
     void TearDown() override {
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "unexpected report";
-        if (Framework::propertyManager()->hasProperty(name)) {
-            Framework::propertyManager()->clearProperty(name);
+        for (const Setting& setting : table) {
+            const auto name = support::wide("Test." + std::string(setting.name));
+            if (Framework::propertyManager()->hasProperty(name)) {
+                Framework::propertyManager()->clearProperty(name);
+            }
         }
     }
 
@@ -27,37 +49,61 @@ protected:
         return text;
     }
 
-    static void set(std::string_view value) { setProperty("Test.x", value); }
+    static Settings settings() { return Settings("Test", table); }
 
-    const ZOL::Framework::Management::WideString name = support::wide("Test.x");
-    const Settings settings{"Test"};
+    /// The settings with one property set.
+    static Settings settings(const std::string& name, std::string_view value) {
+        setProperty("Test." + name, value);
+        return settings();
+    }
 };
 
-TEST_F(SettingsTest, HasFallbacksIfNoPropertyIsSet) {
-    EXPECT_EQ(settings.text("x", "default"), "default");
-    EXPECT_EQ(settings.path("x", "file"), std::filesystem::path("file"));
-    EXPECT_EQ(settings.number("x", 7, 0, 9), 7);
-    EXPECT_EQ(settings.size("x", 7), 7U);
-    EXPECT_EQ(settings.choice("x", {"a", "b"}), 0U);
-    EXPECT_TRUE(settings.levels("x").isEnabled("any", {}));
+TEST_F(SettingsTest, HaveTheDefaultsOfTheTableIfNoPropertyIsSet) {
+    EXPECT_EQ(settings().text("text"), "default");
+    EXPECT_EQ(settings().text("tag"), "sender");
+    EXPECT_EQ(settings().text("source"), "sender");
+    EXPECT_EQ(settings().path("path"), std::filesystem::path("file"));
+    EXPECT_EQ(settings().number("number"), 7);
+    EXPECT_EQ(settings().size("size"), 2048U);
+    EXPECT_EQ(settings().choice("choice"), "alpha");
+    EXPECT_TRUE(settings().levels("levels").isEnabled("any", {}));
+}
+
+TEST_F(SettingsTest, ThrowIfTheTableHasNoSuchSettingOrOneOfAnotherType) {
+    EXPECT_THROW(settings().text("numbre"), std::logic_error);
+    EXPECT_THROW(settings().text("number"), std::logic_error);
+    EXPECT_THROW(settings().path("text"), std::logic_error);
+    EXPECT_THROW(settings().number("size"), std::logic_error);
+    EXPECT_THROW(settings().size("number"), std::logic_error);
+    EXPECT_THROW(settings().choice("text"), std::logic_error);
+    EXPECT_THROW(settings().levels("text"), std::logic_error);
+    EXPECT_THROW(Settings("Other", table).text("text"), std::logic_error);
+}
+
+TEST_F(SettingsTest, KeepTheValuesThatWereSetWhenTheyWereConstructed) {
+    const Settings before = settings("text", "before");
+    const Settings after = settings("text", "after");
+    EXPECT_EQ(before.text("text"), "before");
+    EXPECT_EQ(after.text("text"), "after");
+    EXPECT_FALSE(before.hasSameValues(after));
+    EXPECT_TRUE(before.hasSameValues(settings("text", "before")));
 }
 
 TEST_F(SettingsTest, ReadsTexts) {
-    Framework::propertyManager()->setProperty(name, {0x20AC});
-    EXPECT_EQ(settings.text("x", "default"), "\xE2\x82\xAC");
-    set("");
-    EXPECT_EQ(settings.text("x", "default"), "default");
-    EXPECT_EQ(report(), "ZOL back end Test: the property Test.x is \"\" and not a text; "
+    Framework::propertyManager()->setProperty(support::wide("Test.text"), {0x20AC});
+    EXPECT_EQ(settings().text("text"), "\xE2\x82\xAC");
+    EXPECT_EQ(settings("text", "").text("text"), "default");
+    EXPECT_EQ(report(), "ZOL back end Test: the property Test.text is \"\" and not a text; "
                         "using \"default\"\n");
 }
 
 TEST_F(SettingsTest, ReadsNumbersWithinTheirRange) {
-    set("9");
-    EXPECT_EQ(settings.number("x", 7, 0, 9), 9);
+    EXPECT_EQ(settings("number", "0").number("number"), 0);
+    EXPECT_EQ(settings("number", "9").number("number"), 9);
     for (const char* invalid : {"10", "-1", "", "3 ", "three", "99999999999999999999"}) {
-        set(invalid);
-        EXPECT_EQ(settings.number("x", 7, 0, 9), 7);
-        EXPECT_EQ(report(), "ZOL back end Test: the property Test.x is \"" + std::string(invalid) +
+        EXPECT_EQ(settings("number", invalid).number("number"), 7);
+        EXPECT_EQ(report(), "ZOL back end Test: the property Test.number is \"" +
+                                std::string(invalid) +
                                 "\" and not a number from 0 to 9; using 7\n");
     }
 }
@@ -66,46 +112,92 @@ TEST_F(SettingsTest, ReadsSizesWithTheirUnits) {
     for (const auto& [text, size] : {std::pair<const char*, std::size_t>{"1", 1},
                                      {"4096", 4096},
                                      {"500K", 500 * 1024},
+                                     {"3k", 3 * 1024},
                                      {"2m", 2 * 1024 * 1024},
-                                     {"1G", 1024 * 1024 * 1024}}) {
-        set(text);
-        EXPECT_EQ(settings.size("x", 7), size) << text;
+                                     {"7M", 7 * 1024 * 1024},
+                                     {"1G", 1024 * 1024 * 1024},
+                                     {"2g", std::size_t{2} * 1024 * 1024 * 1024}}) {
+        EXPECT_EQ(settings("size", text).size("size"), size) << text;
     }
     for (const char* invalid : {"0", "", "K", "1KB", "-1", "1.5M", "18014398509481984K"}) {
-        set(invalid);
-        EXPECT_EQ(settings.size("x", 7), 7U);
-        EXPECT_EQ(report(), "ZOL back end Test: the property Test.x is \"" + std::string(invalid) +
-                                "\" and not a size such as 4096, 500K, 10M or 1G; using 7\n");
+        EXPECT_EQ(settings("size", invalid).size("size"), 2048U);
+        EXPECT_EQ(report(), "ZOL back end Test: the property Test.size is \"" +
+                                std::string(invalid) +
+                                "\" and not a size such as 4096, 500K, 10M or 1G; using 2048\n");
     }
 }
 
 TEST_F(SettingsTest, ReadsChoicesInAnyCase) {
-    set("B");
-    EXPECT_EQ(settings.choice("x", {"a", "b"}), 1U);
-    set("c");
-    EXPECT_EQ(settings.choice("x", {"a", "b"}), 0U);
-    EXPECT_EQ(report(),
-              "ZOL back end Test: the property Test.x is \"c\" and not one of a, b; using a\n");
+    EXPECT_EQ(settings("choice", "BETA").choice("choice"), "beta");
+    EXPECT_EQ(settings("choice", "Alpha").choice("choice"), "alpha");
+}
+
+TEST_F(SettingsTest, ReportsAnUnknownChoiceWithTheNearestOne) {
+    EXPECT_EQ(settings("choice", "beat").choice("choice"), "alpha");
+    EXPECT_EQ(report(), "ZOL back end Test: the property Test.choice is \"beat\" and not one of "
+                        "alpha, beta; using alpha (did you mean beta?)\n");
+    EXPECT_EQ(settings("choice", "gamma").choice("choice"), "alpha");
+    EXPECT_EQ(report(), "ZOL back end Test: the property Test.choice is \"gamma\" and not one of "
+                        "alpha, beta; using alpha\n");
 }
 
 TEST_F(SettingsTest, ReadsLevelRulesAndReportsEachInvalidOne) {
-    set("a=ERROR;b=LOUD;c");
-    const LevelFilter filter = settings.levels("x");
-    EXPECT_FALSE(filter.isEnabled("a", ZOL::Framework::GenericLogger::LOG_LEVEL_INFO));
-    const std::string text = report();
-    EXPECT_NE(text.find("Test.x is \"b=LOUD\" and not PREFIX=LEVEL"), std::string::npos) << text;
-    EXPECT_NE(text.find("Test.x is \"c\" and not PREFIX=LEVEL"), std::string::npos) << text;
+    const LevelFilter filter = settings("levels", "a=ERROR;b=WARNIGN;c").levels("levels");
+    EXPECT_FALSE(filter.isEnabled("a", LOG_LEVEL_INFO));
+    EXPECT_TRUE(filter.isEnabled("b", LOG_LEVEL_INFO));
+    const std::string begin = "ZOL back end Test: the property Test.levels is ";
+    const std::string end =
+        " and not PREFIX=LEVEL with a level such as INFO, 35 or OFF; using the other rules";
+    EXPECT_EQ(report(), begin + "\"b=WARNIGN\"" + end + " (did you mean WARNING?)\n" + begin +
+                            "\"c\"" + end + "\n");
+}
+
+TEST_F(SettingsTest, ReportsLevelRulesWithAnotherSeparator) {
+    const LevelFilter filter = settings("levels", "=WARNING,b=TRACE;a=ERROR").levels("levels");
+    EXPECT_FALSE(filter.isEnabled("a", LOG_LEVEL_INFO));
+    EXPECT_EQ(report(), "ZOL back end Test: the property Test.levels is \"=WARNING,b=TRACE\" and "
+                        "not rules that are separated by semicolons; using the other rules\n");
+}
+
+TEST_F(SettingsTest, ReadsTagsWithoutCharactersThatEndATag) {
+    for (const char* valid : {"shop", "shop-2.5_x/y]", "\xC3\xB6"}) {
+        Framework::propertyManager()->setProperty(support::wide("Test.tag"), support::wide(valid));
+        EXPECT_NE(settings().text("tag"), "sender") << valid;
+    }
+    for (const char* invalid :
+         {"", "my shop", " shop", "shop:", "shop[1]", "a\tb", "a\x1F", "\x7F"}) {
+        EXPECT_EQ(settings("tag", invalid).text("tag"), "sender") << invalid;
+        const std::string text = report();
+        EXPECT_NE(text.find("and not a text without blanks, control characters, ':' and '['; using "
+                            "\"sender\"\n"),
+                  std::string::npos)
+            << text;
+    }
+}
+
+TEST_F(SettingsTest, ReadsEventSourcesWithoutABackslash) {
+    EXPECT_EQ(settings("source", "my shop: [1]").text("source"), "my shop: [1]");
+    for (const char* invalid : {"", "\\", "shop\\x"}) {
+        EXPECT_EQ(settings("source", invalid).text("source"), "sender");
+        EXPECT_EQ(report(), "ZOL back end Test: the property Test.source is \"" +
+                                std::string(invalid) +
+                                "\" and not a text without backslashes; using \"sender\"\n");
+    }
+}
+
+TEST(TagOf, ReplacesCharactersThatEndATag) {
+    EXPECT_EQ(tagOf("my shop:[1]\x7F"), "my_shop__1]_");
+    EXPECT_EQ(tagOf("shop-2.5"), "shop-2.5");
 }
 
 TEST_F(SettingsTest, RejectsAPathWithAZero) {
-    set(std::string_view("a\0b", 3));
-    EXPECT_EQ(settings.path("x", "file"), std::filesystem::path("file"));
+    const std::string_view withZero("a\0b", 3);
+    EXPECT_EQ(settings("path", withZero).path("path"), std::filesystem::path("file"));
     EXPECT_NE(report().find("not the name of a file; using \"file\"\n"), std::string::npos);
 }
 
 TEST_F(SettingsTest, ReportsAnInvalidValueWithLineBreaksInOneLine) {
-    set("1\n2");
-    settings.number("x", 7, 0, 9);
+    static_cast<void>(settings("number", "1\n2").number("number"));
     EXPECT_NE(report().find("is \"1\\n2\" and not"), std::string::npos);
 }
 

@@ -53,7 +53,6 @@ SinkOptions readOptions(const Settings&) {
     options.factory = [] {
         return std::make_unique<JournalSink>();
     };
-    options.pattern = "%v"; // the journal adds the time
     options.lineEnd = "";
     options.maxLineBytes = LogSocket::maxTextBytes;
     return options;

@@ -26,7 +26,6 @@ std::unique_ptr<spdlog::sinks::sink> openSink() {
 SinkOptions readOptions(const Settings&) {
     SinkOptions options;
     options.factory = openSink<spdlog::sinks::msvc_sink_st>;
-    options.pattern = "%v";
     options.lineEnd = "\n";
     return options;
 }

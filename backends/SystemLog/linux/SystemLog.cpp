@@ -1,7 +1,8 @@
 // The SystemLog back end on Linux: sends each message to the system log through /dev/log.
 
-#include <cerrno> // program_invocation_short_name
 #include <ctime>
+#include <stdexcept>
+#include <string_view>
 
 #include <spdlog/details/null_mutex.h>
 #include <spdlog/details/os.h>
@@ -17,8 +18,25 @@ using namespace ZOL::Backends;
 namespace {
 
 constexpr const char* systemLogPath = "/dev/log";
-constexpr int facilities[] = {LOG_USER,   LOG_DAEMON, LOG_LOCAL0, LOG_LOCAL1, LOG_LOCAL2,
-                              LOG_LOCAL3, LOG_LOCAL4, LOG_LOCAL5, LOG_LOCAL6, LOG_LOCAL7};
+
+struct Facility {
+    std::string_view name;
+    int code;
+};
+
+constexpr Facility facilities[] = {
+    {"user", LOG_USER},     {"daemon", LOG_DAEMON}, {"local0", LOG_LOCAL0}, {"local1", LOG_LOCAL1},
+    {"local2", LOG_LOCAL2}, {"local3", LOG_LOCAL3}, {"local4", LOG_LOCAL4}, {"local5", LOG_LOCAL5},
+    {"local6", LOG_LOCAL6}, {"local7", LOG_LOCAL7}};
+
+int facilityCode(std::string_view name) {
+    for (const Facility& facility : facilities) {
+        if (facility.name == name) {
+            return facility.code;
+        }
+    }
+    throw std::logic_error("a facility of the table of settings is unknown");
+}
 
 /// Sends to the system log. spdlog's own sink calls openlog, which replaces the host's settings; it
 /// blocks without a limit while the log does not read, and does not report dropped messages.
@@ -45,15 +63,12 @@ private:
 };
 
 SinkOptions readOptions(const Settings& settings) {
-    const std::string name = settings.text("source", program_invocation_short_name);
-    const int facility =
-        facilities[settings.choice("facility", {"user", "daemon", "local0", "local1", "local2",
-                                                "local3", "local4", "local5", "local6", "local7"})];
+    const std::string name = settings.text("source");
+    const int facility = facilityCode(settings.choice("facility"));
     SinkOptions options;
     options.factory = [name, facility] {
         return std::make_unique<SystemLogSink>(name, facility);
     };
-    options.pattern = "%v"; // the packet has a time stamp of its own
     options.lineEnd = "";
     options.maxLineBytes = LogSocket::maxTextBytes;
     return options;

@@ -12,12 +12,11 @@ namespace {
 constexpr std::size_t maxEventBytes = 30000; // Windows accepts at most 31839 characters
 
 SinkOptions readOptions(const Settings& settings) {
-    const std::string source = settings.text("source", "ZOL");
+    const std::string source = settings.text("source");
     SinkOptions options;
     options.factory = [source] {
         return std::make_unique<spdlog::sinks::win_eventlog_sink_st>(source);
     };
-    options.pattern = "%v"; // an event has a time of its own
     options.lineEnd = "";
     options.maxLineBytes = maxEventBytes;
     return options;

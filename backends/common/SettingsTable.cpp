@@ -1,0 +1,142 @@
+#include "SettingsTable.h"
+
+#include <iterator>
+
+namespace ZOL::Backends {
+
+namespace {
+
+// Each function makes a row. The default of a choice is its first word.
+
+constexpr Setting text(SettingType type, std::string_view backend, std::string_view name,
+                       std::string_view defaultValue, std::string_view help) {
+    return {backend, name, type, help, defaultValue, {}};
+}
+
+constexpr Setting number(std::string_view backend, std::string_view name,
+                         std::string_view defaultValue, long long min, long long max,
+                         std::string_view help) {
+    return {backend, name, SettingType::number, help, defaultValue, {}, min, max};
+}
+
+template <std::size_t count>
+constexpr Setting choice(std::string_view backend, std::string_view name,
+                         const std::string_view (&choices)[count], std::string_view help) {
+    return {backend, name, SettingType::choice, help, choices[0], {}, 0, 0, choices, count};
+}
+
+constexpr Setting withDefaultHelp(Setting setting, std::string_view defaultHelp) {
+    setting.defaultHelp = defaultHelp;
+    return setting;
+}
+
+constexpr Setting only(SettingPlatform platform, Setting setting) {
+    setting.platform = platform;
+    return setting;
+}
+
+constexpr std::string_view timeStampedPattern = "%Y-%m-%d %H:%M:%S.%e %^%v%$";
+constexpr std::string_view times[] = {"local", "utc"};
+constexpr std::string_view colours[] = {"auto", "always", "never"};
+constexpr std::string_view protocols[] = {"tcp", "udp"};
+constexpr std::string_view facilities[] = {"user",   "daemon", "local0", "local1", "local2",
+                                           "local3", "local4", "local5", "local6", "local7"};
+
+constexpr Setting rows[] = {
+    withDefaultHelp(
+        text(SettingType::levels, everyBackend, "levels", "", "the minimum level for each logger"),
+        "all messages are written"),
+    text(SettingType::pattern, everyBackend, "pattern", timeStampedPattern,
+         "the line, in spdlog's pattern language. %v is LEVEL [logger] text, %n is the logger. "
+         "The part from %^ to %$ is coloured where colours are supported"),
+    text(SettingType::pattern, "DebugOutput", "pattern", "%v",
+         "the line, as for the other back ends. The journal or the viewer adds the time"),
+    text(SettingType::pattern, "Network", "pattern", timeStampedPattern,
+         "the line, as for the other back ends"),
+    text(SettingType::pattern, "SystemLog", "pattern", "%v",
+         "the line, as for the other back ends. The system log adds the time"),
+    choice(everyBackend, "time", times, "the time zone of the time stamps in the line"),
+
+    choice("Console", "colour", colours, "when lines are coloured. auto is on a terminal"),
+
+    text(SettingType::path, "RotatingFile", "path", "zol.log",
+         "the file. A relative path starts at the current folder. Missing folders are created"),
+    text(SettingType::size, "RotatingFile", "size", "10M",
+         "the maximum size of a file in bytes, at least 1. K, M and G are powers of 1024"),
+    number("RotatingFile", "count", "5", 0, 1000, // each rotation renames all files
+           "how many older files are kept"),
+
+    text(SettingType::path, "DailyFile", "path", "zol.log",
+         "the file, as for RotatingFile. The date is inserted before the last dot"),
+    number("DailyFile", "hour", "0", 0, 23,
+           "the hour of the local time at which a new file begins"),
+    number("DailyFile", "minute", "0", 0, 59,
+           "the minute of the local time at which a new file begins"),
+    number("DailyFile", "days", "0", 0, 10000, "how many files are kept. 0 keeps all files"),
+
+    only(SettingPlatform::onLinux, withDefaultHelp(text(SettingType::tag, "SystemLog", "source", "",
+                                                        "the name of the sender"),
+                                                   "the program's name")),
+    only(SettingPlatform::onWindows,
+         text(SettingType::eventSource, "SystemLog", "source", "ZOL", "the name of the sender")),
+    only(SettingPlatform::onLinux,
+         choice("SystemLog", "facility", facilities, "the kind of sender")),
+
+    text(SettingType::text, "Network", "host", "127.0.0.1",
+         "the collector's host name or address, IPv4 or IPv6"),
+    number("Network", "port", "5170", 1, 65535, "the collector's port"),
+    choice("Network", "protocol", protocols, "the protocol. udp sends one packet for each line"),
+};
+
+constexpr SettingsTable table(rows, std::size(rows));
+
+} // namespace
+
+const SettingsTable& settingsTable() {
+    return table;
+}
+
+const Setting* SettingsTable::find(std::string_view backend, std::string_view name) const {
+    const Setting* common = nullptr;
+    for (const Setting& setting : *this) {
+        if (setting.name != name || !isOnThisPlatform(setting)) {
+            continue;
+        }
+        if (setting.backend == backend) {
+            return &setting;
+        }
+        if (setting.backend == everyBackend) {
+            common = &setting;
+        }
+    }
+    return common;
+}
+
+std::string expectedValue(const Setting& setting) {
+    switch (setting.type) {
+    case SettingType::path:
+        return "the name of a file";
+    case SettingType::number:
+        return "a number from " + std::to_string(setting.min) + " to " +
+               std::to_string(setting.max);
+    case SettingType::size:
+        return "a size such as 4096, 500K, 10M or 1G";
+    case SettingType::choice: {
+        std::string expected = "one of ";
+        for (std::size_t i = 0; i < setting.choiceCount; ++i) {
+            expected.append(i == 0 ? "" : ", ").append(setting.choices[i]);
+        }
+        return expected;
+    }
+    case SettingType::levels:
+        return "rules PREFIX=LEVEL, separated by semicolons";
+    case SettingType::tag:
+        return "a text without blanks, control characters, ':' and '['";
+    case SettingType::eventSource:
+        return "a text without backslashes";
+    default:
+        return "a text";
+    }
+}
+
+} // namespace ZOL::Backends
