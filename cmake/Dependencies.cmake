@@ -1,12 +1,14 @@
 # Boost.Thread and header-only libraries, for each way to build:
 #   zol_boost_thread   what the framework module links
 #   zol_spdlog         the headers of spdlog and fmt; backends/common compiles both
+#   zol_utf8           UTF8-CPP, which backends/common includes
 #   zol_command_line   CLI11 and
 #   zol_json           JSON for Modern C++, what the tools compile in
 #   zol_elf            libelf, which the tools link on Linux
 
 add_library(zol_boost_thread INTERFACE)
 add_library(zol_spdlog INTERFACE)
+add_library(zol_utf8 INTERFACE)
 add_library(zol_command_line INTERFACE)
 add_library(zol_json INTERFACE)
 add_library(zol_elf INTERFACE)
@@ -33,6 +35,7 @@ if(MINGW)
 
     target_include_directories(zol_spdlog SYSTEM INTERFACE ${ZOL_WINDOWS_DEPS}/include)
     target_compile_definitions(zol_spdlog INTERFACE SPDLOG_FMT_EXTERNAL)
+    target_include_directories(zol_utf8 SYSTEM INTERFACE ${ZOL_WINDOWS_DEPS}/include/utf8cpp)
 
     foreach(target IN ITEMS zol_command_line zol_json)
         target_include_directories(${target} SYSTEM INTERFACE ${ZOL_WINDOWS_DEPS}/include)
@@ -60,6 +63,8 @@ else()
             # vcpkg has newer releases of fmt than those that Spdlog.cpp is written for.
             target_compile_definitions(zol_spdlog INTERFACE FMT_HEADER_ONLY)
         endif()
+        find_package(utf8cpp REQUIRED)
+        target_link_libraries(zol_utf8 INTERFACE utf8::cpp)
     endif()
 
     if(ZOL_BUILD_TOOLS)

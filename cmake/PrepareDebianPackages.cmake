@@ -11,7 +11,7 @@ set(staging ${CPACK_TEMPORARY_DIRECTORY})
 
 # The packages of Debian whose code is compiled in. The licences ask for their notices in each copy.
 file(READ ${source}/packaging/debian/copyright copyright)
-foreach(library IN ITEMS libspdlog-dev libfmt-dev libcli11-dev nlohmann-json3-dev)
+foreach(library IN ITEMS libspdlog-dev libfmt-dev libutfcpp-dev libcli11-dev nlohmann-json3-dev)
     file(READ /usr/share/doc/${library}/copyright notices)
     string(APPEND copyright "\n\n${library}\n\n${notices}")
 endforeach()

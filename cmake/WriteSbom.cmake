@@ -29,13 +29,10 @@ function(header_macros result header)
     set(${result} ${values} PARENT_SCOPE)
 endfunction()
 
-# owner_version(<result> <file of the compiler's libraries>): the version of its Debian package, or of
-# the compiler if it belongs to no package.
-function(owner_version result file)
-    separate_arguments(flags UNIX_COMMAND "${linkFlags}")
-    execute_process(COMMAND ${compiler} ${flags} -print-file-name=${file}
-        OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-    file(REAL_PATH ${path} path)
+# package_version(<result> <file>): the version of the Debian package of a file, or empty.
+function(package_version result file)
+    set(${result} "" PARENT_SCOPE)
+    file(REAL_PATH ${file} path)
     find_program(dpkgQuery dpkg-query NO_CACHE)
     if(dpkgQuery)
         # With a merged /usr, some packages list /lib for files in /usr/lib.
@@ -52,9 +49,21 @@ function(owner_version result file)
             endif()
         endforeach()
     endif()
-    execute_process(COMMAND ${compiler} -dumpfullversion
-        OUTPUT_VARIABLE version OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-    set(${result} "of compiler ${version}" PARENT_SCOPE)
+endfunction()
+
+# owner_version(<result> <file of the compiler's libraries>): the version of its Debian package, or of
+# the compiler if it belongs to no package.
+function(owner_version result file)
+    separate_arguments(flags UNIX_COMMAND "${linkFlags}")
+    execute_process(COMMAND ${compiler} ${flags} -print-file-name=${file}
+        OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    package_version(version ${path})
+    if(NOT version)
+        execute_process(COMMAND ${compiler} -dumpfullversion
+            OUTPUT_VARIABLE version OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+        set(version "of compiler ${version}")
+    endif()
+    set(${result} ${version} PARENT_SCOPE)
 endfunction()
 
 # set_texts(<variable with a JSON object> <key> <text>...)
@@ -120,6 +129,14 @@ if(backends)
     math(EXPR minor "${fmt} / 100 % 100")
     math(EXPR patch "${fmt} % 100")
     add_package(fmt ${major}.${minor}.${patch} MIT ${others} CONTAINS "Compiled into the back ends")
+
+    # Its headers do not name their version.
+    find_file(utf8Header utf8.h PATHS ${includeFolders} NO_DEFAULT_PATH NO_CACHE REQUIRED)
+    package_version(libraryVersion ${utf8Header})
+    if(NOT libraryVersion)
+        set(libraryVersion NOASSERTION)
+    endif()
+    add_package(UTF8-CPP ${libraryVersion} BSL-1.0 ${others} CONTAINS "Compiled into the back ends")
 endif()
 
 if(tools)

@@ -2,7 +2,7 @@
 # setup.sh [PROFILE] [windows|linux]: installs what a bare Debian 12 or 13 lacks for a job, on one
 # platform or on both, and puts the headers and sources that the cross build uses into build/deps.
 # A second run costs nothing. Profiles, each with what the ones before it need:
-#   demo        compilers, CMake, Boost, spdlog and fmt; Wine for Windows
+#   demo        compilers, CMake, Boost, spdlog, fmt and UTF8-CPP; Wine for Windows
 #   sdk         the libraries of zol-backend-check, and what makes packages
 #   test        what scripts/test.sh needs (the default)
 #   all         what scripts/test.sh all needs: clang's sanitizers, Visual C++'s ABI, the documents
@@ -85,7 +85,7 @@ suitable_llvm() { # COMMAND...: of those versions for whose packages the command
 are_installed() { [ -z "$(missing "$@")" ]; }
 are_offered() { apt-cache show "$@" >/dev/null 2>&1; }
 
-packages=(cmake ninja-build libboost-dev libspdlog-dev libfmt-dev)
+packages=(cmake ninja-build libboost-dev libspdlog-dev libfmt-dev libutfcpp-dev)
 if has linux "${platforms[@]}"; then
     packages+=(g++ libboost-thread-dev)
 fi
@@ -158,7 +158,7 @@ if has windows "${platforms[@]}"; then
 
     # Links to the header-only parts, so that no other Linux header reaches the cross build.
     mkdir -p "$deps/include"
-    for header in boost spdlog fmt CLI nlohmann; do
+    for header in boost spdlog fmt utf8cpp CLI nlohmann; do
         ln -sfn "/usr/include/$header" "$deps/include/$header"
     done
 fi

@@ -11,8 +11,11 @@ bool reportToStderr(std::string_view backend, std::string_view text) noexcept {
     const ScopedSignalBlock signalBlock;
     try {
         // One call, so that output of other threads cannot split the line.
-        const std::string line =
-            "ZOL back end " + std::string(backend) + ": " + escapeControlCharacters(text) + "\n";
+        std::string line = "ZOL back end ";
+        appendEscaped(line, backend);
+        line += ": ";
+        appendEscaped(line, text);
+        line += '\n';
         std::fputs(line.c_str(), stderr);
         std::fflush(stderr);
         return true;

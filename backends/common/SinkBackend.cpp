@@ -11,7 +11,7 @@ namespace ZOL::Backends {
 SinkChannel::SinkChannel(const char* logger, ReopeningSink& sink, const LevelFilter& filter,
                          std::size_t maxLineBytes)
     : logger_(logger),
-      escapedLogger_(escapeControlCharacters(logger)),
+      escapedLogger_(escaped(logger)),
       sink_(sink),
       filter_(filter),
       maxLineBytes_(maxLineBytes) {}
@@ -21,9 +21,11 @@ void SinkChannel::log(Framework::GenericLogger::LoggingLevel level, const char* 
         if (!filter_.isEnabled(logger_, level)) {
             return;
         }
-        std::string line =
-            levelName(level) + " [" + escapedLogger_ + "] " + escapeControlCharacters(text);
-        sink_.write(escapedLogger_, sinkLevel(level), truncateUtf8(std::move(line), maxLineBytes_));
+        std::string line = levelName(level);
+        line.append(" [").append(escapedLogger_).append("] ");
+        appendEscaped(line, text);
+        truncateEscaped(line, maxLineBytes_);
+        sink_.write(escapedLogger_, sinkLevel(level), line);
     } catch (...) {
         sink_.countDropped("there is no memory for them"); // the host must not see an exception
     }

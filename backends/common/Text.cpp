@@ -1,6 +1,9 @@
 #include "Text.h"
 
 #include <algorithm>
+#include <iterator>
+
+#include <utf8.h>
 
 namespace ZOL::Backends {
 
@@ -12,6 +15,12 @@ constexpr char32_t firstLowSurrogate = 0xDC00;
 constexpr char32_t afterSurrogates = 0xE000;
 constexpr char32_t firstSupplementary = 0x10000;
 
+constexpr char32_t firstPrintable = ' ';
+constexpr char32_t deleteCharacter = 0x7F;
+constexpr char32_t lastC1Control = 0x9F;
+constexpr char32_t lineSeparator = 0x2028;
+constexpr char32_t paragraphSeparator = 0x2029;
+
 constexpr std::string_view ellipsis = "...";
 
 bool isHighSurrogate(char32_t unit) {
@@ -22,24 +31,69 @@ bool isLowSurrogate(char32_t unit) {
     return unit >= firstLowSurrogate && unit < afterSurrogates;
 }
 
-void append(std::string& result, char32_t character) {
-    const auto add = [&result](char32_t byte) {
-        result += static_cast<char>(byte);
-    };
-    if (character < 0x80) {
-        add(character);
-    } else if (character < 0x800) {
-        add(0xC0 | character >> 6);
-        add(0x80 | (character & 0x3F));
-    } else if (character < firstSupplementary) {
-        add(0xE0 | character >> 12);
-        add(0x80 | (character >> 6 & 0x3F));
-        add(0x80 | (character & 0x3F));
-    } else {
-        add(0xF0 | character >> 18);
-        add(0x80 | (character >> 12 & 0x3F));
-        add(0x80 | (character >> 6 & 0x3F));
-        add(0x80 | (character & 0x3F));
+/// ASCII that needs no escape.
+bool isPlain(char character) {
+    const auto byte = static_cast<unsigned char>(character);
+    return (byte >= firstPrintable && byte < deleteCharacter) || byte == '\t';
+}
+
+bool isControlCharacter(char32_t character) {
+    return (character < firstPrintable && character != '\t') ||
+           (character >= deleteCharacter && character <= lastC1Control) ||
+           character == lineSeparator || character == paragraphSeparator;
+}
+
+void appendEscape(std::string& line, char32_t character) {
+    switch (character) {
+    case '\0':
+        line += "\\0";
+        break;
+    case '\n':
+        line += "\\n";
+        break;
+    case '\r':
+        line += "\\r";
+        break;
+    case lineSeparator:
+        line += "\\u2028";
+        break;
+    case paragraphSeparator:
+        line += "\\u2029";
+        break;
+    default:
+        constexpr const char* digits = "0123456789ABCDEF";
+        line += "\\x";
+        line += digits[character >> 4];
+        line += digits[character & 0xF];
+    }
+}
+
+/// Appends valid UTF-8.
+void appendValid(std::string& line, std::string_view text) {
+    const char* unwritten = text.data();
+    const char* const end = text.data() + text.size();
+    for (const char* next = unwritten; next != end;) {
+        const char* const begin = next;
+        const char32_t character = ::utf8::unchecked::next(next);
+        if (isControlCharacter(character)) {
+            line.append(unwritten, begin);
+            appendEscape(line, character);
+            unwritten = next;
+        }
+    }
+    line.append(unwritten, end);
+}
+
+/// The size of the escape that a text begins with. The text begins with a backslash, which need not
+/// begin an escape.
+std::size_t escapeSize(std::string_view text) {
+    switch (text.size() > 1 ? text[1] : '\0') {
+    case 'x':
+        return std::string_view("\\xHH").size();
+    case 'u':
+        return std::string_view("\\uHHHH").size();
+    default:
+        return std::string_view("\\n").size();
     }
 }
 
@@ -55,49 +109,66 @@ char lower(char letter) {
 
 std::string utf8(const Framework::Management::WideString& text) {
     std::string result;
+    result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const char32_t unit = text[i];
+        char32_t character = text[i];
         const char32_t next = i + 1 < text.size() ? text[i + 1] : 0;
-        if (isHighSurrogate(unit) && isLowSurrogate(next)) {
-            append(result, firstSupplementary + ((unit - firstHighSurrogate) << 10) +
-                               (next - firstLowSurrogate));
+        if (isHighSurrogate(character) && isLowSurrogate(next)) {
+            character = firstSupplementary + ((character - firstHighSurrogate) << 10) +
+                        (next - firstLowSurrogate);
             ++i;
-        } else {
-            append(result, isHighSurrogate(unit) || isLowSurrogate(unit) ? replacement : unit);
+        } else if (isHighSurrogate(character) || isLowSurrogate(character)) {
+            character = replacement;
         }
+        ::utf8::append(character, std::back_inserter(result));
     }
     return result;
 }
 
-std::string escapeControlCharacters(std::string_view text) {
+void appendEscaped(std::string& line, std::string_view text) {
     while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
         text.remove_suffix(1);
     }
-    std::string line;
-    line.reserve(text.size());
-    for (const char character : text) {
-        if (character == '\n') {
-            line += "\\n";
-        } else if (character == '\r') {
-            line += "\\r";
-        } else if (character == '\0') {
-            line += "\\0"; // C functions would stop reading here
-        } else {
-            line += character;
-        }
+    if (std::all_of(text.begin(), text.end(), isPlain)) {
+        line += text;
+    } else if (::utf8::find_invalid(text.begin(), text.end()) == text.end()) {
+        appendValid(line, text);
+    } else {
+        std::string valid;
+        valid.reserve(text.size());
+        ::utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid), replacement);
+        appendValid(line, valid);
     }
+}
+
+std::string escaped(std::string_view text) {
+    std::string line;
+    appendEscaped(line, text);
     return line;
 }
 
-std::string truncateUtf8(std::string text, std::size_t maxBytes) {
+std::string escapedWord(std::string_view text) {
+    std::string word = escaped(text);
+    std::replace_if(
+        word.begin(), word.end(), [](char c) { return c == ' ' || c == '\t'; }, '_');
+    return word.empty() ? "-" : word;
+}
+
+void truncateEscaped(std::string& text, std::size_t maxBytes) {
     if (text.size() <= maxBytes) {
-        return text;
+        return;
     }
     std::size_t end = maxBytes - ellipsis.size();
     while (end > 0 && isContinuationByte(text[end])) {
         --end;
     }
-    return text.replace(end, std::string::npos, ellipsis);
+    const std::string_view kept = std::string_view(text).substr(0, end);
+    const std::size_t backslash = kept.rfind('\\');
+    if (backslash != std::string_view::npos &&
+        backslash + escapeSize(std::string_view(text).substr(backslash)) > end) {
+        end = backslash;
+    }
+    text.replace(end, std::string::npos, ellipsis);
 }
 
 bool equalsIgnoreCase(std::string_view left, std::string_view right) {

@@ -11,12 +11,21 @@ namespace ZOL::Backends {
 /// Converts the text of a property to UTF-8. An unpaired surrogate becomes U+FFFD.
 std::string utf8(const Framework::Management::WideString& text);
 
-/// Makes a message one line: replaces line breaks and zero bytes by \n, \r and \0, and removes line
-/// breaks at the end.
-std::string escapeControlCharacters(std::string_view text);
+/// Appends a text to a line. Line ends at the end of the text are removed. The rest is made safe to
+/// show: an invalid UTF-8 sequence becomes U+FFFD, and control characters except tab become escapes
+/// such as \n, \r, \0, \x1B, \x85 and \u2028. A backslash stays as it is.
+void appendEscaped(std::string& line, std::string_view text);
 
-/// Shortens a text to at most maxBytes, with "..." at its end. Never splits a UTF-8 character.
-std::string truncateUtf8(std::string text, std::size_t maxBytes);
+/// The text as appendEscaped appends it.
+std::string escaped(std::string_view text);
+
+/// The text as one word of a line: escaped, with '_' for each space and tab. "-" for an empty text.
+std::string escapedWord(std::string_view text);
+
+/// Shortens an escaped text to at most maxBytes, with "..." at its end. Splits neither a UTF-8
+/// character nor an escape.
+/// @param maxBytes at least 3.
+void truncateEscaped(std::string& text, std::size_t maxBytes);
 
 /// Compares two texts. Ignores the case of ASCII letters only.
 bool equalsIgnoreCase(std::string_view left, std::string_view right);
