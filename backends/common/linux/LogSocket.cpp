@@ -11,6 +11,8 @@
 #include <syslog.h>
 #include <unistd.h>
 
+#include "Descriptors.h"
+
 namespace ZOL::Backends {
 
 namespace {
@@ -39,7 +41,7 @@ int syslogPriority(spdlog::level::level_enum level) {
 }
 
 LogSocket::LogSocket(const std::string& path)
-    : path_(path), socket_(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+    : path_(path), socket_(aboveStandardStreams(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0))) {
     if (socket_ == -1) {
         throwLastError(path_);
     }
