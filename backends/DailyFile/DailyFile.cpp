@@ -5,8 +5,8 @@
 
 #include <spdlog/sinks/daily_file_sink.h>
 
+#include "FileEvents.h"
 #include "SinkBackend.h"
-#include "TornLine.h"
 
 using namespace ZOL::Backends;
 
@@ -17,10 +17,14 @@ SinkOptions readOptions(const Settings& settings) {
     const auto hour = static_cast<int>(settings.number("hour"));
     const auto minute = static_cast<int>(settings.number("minute"));
     const auto days = static_cast<std::uint16_t>(settings.number("days"));
+    const FileEvents events;
     SinkOptions options;
-    options.factory = [path, hour, minute, days] {
+    options.factory = [events, path, hour, minute, days] {
         return std::make_unique<spdlog::sinks::daily_file_sink_st>(path, hour, minute, false, days,
-                                                                   terminateTornLine());
+                                                                   events.handlers());
+    };
+    options.signals = [events] {
+        return events.signals();
     };
     return options;
 }

@@ -4,8 +4,8 @@
 #include <spdlog/details/os.h> // which the next one needs but does not include
 #include <spdlog/sinks/rotating_file_sink-inl.h>
 
+#include "FileEvents.h"
 #include "SinkBackend.h"
-#include "TornLine.h"
 
 using namespace ZOL::Backends;
 
@@ -15,10 +15,14 @@ SinkOptions readOptions(const Settings& settings) {
     const spdlog::filename_t path = settings.path("path").native();
     const std::size_t size = settings.size("size");
     const auto count = static_cast<std::size_t>(settings.number("count"));
+    const FileEvents events;
     SinkOptions options;
-    options.factory = [path, size, count] {
+    options.factory = [events, path, size, count] {
         return std::make_unique<spdlog::sinks::rotating_file_sink_st>(path, size, count, false,
-                                                                      terminateTornLine());
+                                                                      events.handlers());
+    };
+    options.signals = [events] {
+        return events.signals();
     };
     return options;
 }

@@ -1,26 +1,29 @@
 #include "Diagnostics.h"
 
-#include <cstdio>
+#include <exception>
 #include <new>
 
+#include <spdlog/details/os.h>
+
+#include "StandardError.h"
 #include "Text.h"
 
 namespace ZOL::Backends {
 
 bool reportToStderr(std::string_view backend, std::string_view text) noexcept {
-    const ScopedSignalBlock signalBlock;
     try {
         // One call, so that output of other threads cannot split the line.
         std::string line = "ZOL back end ";
         appendEscaped(line, backend);
         line += ": ";
         appendEscaped(line, text);
-        line += '\n';
-        std::fputs(line.c_str(), stderr);
-        std::fflush(stderr);
+        line += spdlog::details::os::default_eol;
+        writeToStandardError(line);
         return true;
     } catch (const std::bad_alloc&) {
         return false;
+    } catch (const std::exception&) {
+        return true; // standard error cannot be written: the report is discarded
     }
 }
 

@@ -6,8 +6,8 @@
 
 namespace ZOL::Backends {
 
-/// Writes one line about a back end to standard error. Any thread may call it. False if there is no
-/// memory for the line.
+/// Writes one line about a back end to standard error. Discards it if that fails. Any thread may
+/// call it. False if there is no memory for the line.
 bool reportToStderr(std::string_view backend, std::string_view text) noexcept;
 
 /// Counts dropped messages and reports them: the first one with its reason, and the number of them
@@ -31,23 +31,6 @@ public:
 private:
     std::string backend_;
     std::atomic<unsigned long long> count_ = 0;
-};
-
-/// Blocks SIGPIPE and SIGXFSZ for the current thread, so that a write to a pipe or connection
-/// without a reader, or beyond the file size limit, fails instead of ending the process. The
-/// destructor discards these signals if they are pending, and unblocks them; a signal that was
-/// blocked before is left alone.
-class ScopedSignalBlock {
-public:
-    ScopedSignalBlock() noexcept;
-    ScopedSignalBlock(const ScopedSignalBlock&) = delete;
-    ScopedSignalBlock& operator=(const ScopedSignalBlock&) = delete;
-    // NOLINTNEXTLINE(performance-trivially-destructible): empty on Windows only
-    ~ScopedSignalBlock();
-
-private:
-    bool blockedPipe_ = false;
-    bool blockedFileSize_ = false;
 };
 
 } // namespace ZOL::Backends

@@ -41,7 +41,7 @@ void ReopeningSink::openSink() {
 
 void ReopeningSink::write(const std::string& logger, spdlog::level::level_enum level,
                           std::string_view line) noexcept {
-    const ScopedSignalBlock signalBlock;
+    ScopedSignalBlock signalBlock(options_.signals ? options_.signals() : WriteSignals());
     std::string reason;
     try {
         const spdlog::details::log_msg message(logger, level, {line.data(), line.size()});
@@ -66,6 +66,7 @@ void ReopeningSink::write(const std::string& logger, spdlog::level::level_enum l
             } catch (const std::bad_alloc&) {
                 throw;
             } catch (const std::exception& error) {
+                signalBlock.writeFailed();
                 sink_.reset(); // its state is unknown after a failure
                 reason = error.what();
             }
@@ -77,9 +78,11 @@ void ReopeningSink::write(const std::string& logger, spdlog::level::level_enum l
         nextOpening_ = Clock::time_point::min();
         drops_.add(outOfMemory);
     } catch (const std::exception& error) {
+        signalBlock.writeFailed();
         sink_.reset();
         drops_.add(error.what());
     } catch (...) {
+        signalBlock.writeFailed();
         sink_.reset();
         drops_.add(unknownReason);
     }

@@ -12,6 +12,7 @@
 #include <spdlog/fwd.h>
 
 #include "Diagnostics.h"
+#include "ScopedSignalBlock.h"
 
 namespace ZOL::Backends {
 
@@ -38,6 +39,9 @@ struct SinkOptions {
     /// Limit for %v, which is "LEVEL [logger] text"; longer lines are truncated. Without a limit, a
     /// line that is too long for the sink would close it, and the next messages would be dropped.
     std::size_t maxLineBytes = std::numeric_limits<std::size_t>::max();
+    /// The signals that the sink can raise at the moment; asked before each message. A sink that
+    /// raises none needs no function.
+    std::function<WriteSignals()> signals;
 };
 
 /// Writes to a sink, and opens the sink again after a failure, at most once per retry interval.

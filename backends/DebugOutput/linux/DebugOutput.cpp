@@ -3,6 +3,7 @@
 
 #include <cerrno> // program_invocation_short_name
 #include <cstdint>
+#include <utility>
 
 #include <spdlog/details/null_mutex.h>
 #include <spdlog/sinks/base_sink.h>
@@ -40,7 +41,7 @@ private:
         appendField(entry, "PRIORITY", std::to_string(syslogPriority(message.level)));
         appendField(entry, "SYSLOG_IDENTIFIER", program_invocation_short_name);
         appendField(entry, "ZOL_LOGGER", {message.logger_name.data(), message.logger_name.size()});
-        socket_.send(entry);
+        socket_.send(std::move(entry));
     }
 
     void flush_() override {}

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "SocketHeaders.h"
+#include "linux/Descriptors.h"
 
 namespace ZOL::Backends::Sockets {
 
@@ -23,8 +24,9 @@ void initialize() {}
 void shutdown() {}
 
 std::intptr_t open(const addrinfo& address) {
-    return ::socket(address.ai_family, address.ai_socktype | SOCK_CLOEXEC | SOCK_NONBLOCK,
-                    address.ai_protocol);
+    return aboveStandardStreams(::socket(address.ai_family,
+                                         address.ai_socktype | SOCK_CLOEXEC | SOCK_NONBLOCK,
+                                         address.ai_protocol));
 }
 
 void close(std::intptr_t socket) {
@@ -49,7 +51,7 @@ int pendingError(std::intptr_t socket) {
 }
 
 long long send(std::intptr_t socket, const char* data, std::size_t size) {
-    const ssize_t sent = ::send(descriptor(socket), data, size, 0);
+    const ssize_t sent = ::send(descriptor(socket), data, size, MSG_NOSIGNAL);
     return sent < 0 && (errno == EAGAIN || errno == EINTR) ? 0 : sent;
 }
 

@@ -18,27 +18,11 @@
 
 #include "FreshProcess.h"
 #include "Property.h"
+#include "RedirectedStandardError.h"
 
 using namespace ZOL::Framework::GenericLogger;
 
 namespace {
-
-/// Redirects standard error to another descriptor during its lifetime.
-class StandardError {
-public:
-    explicit StandardError(int descriptor) : saved_(dup(STDERR_FILENO)) {
-        dup2(descriptor, STDERR_FILENO);
-    }
-    StandardError(const StandardError&) = delete;
-    StandardError& operator=(const StandardError&) = delete;
-    ~StandardError() {
-        dup2(saved_, STDERR_FILENO);
-        close(saved_);
-    }
-
-private:
-    int saved_;
-};
 
 /// Opens a pseudo-terminal; mounts /dev/pts if it is missing, as in a new chroot.
 bool openTerminal(int& master, int& slave) {
@@ -63,7 +47,7 @@ TEST(ConsoleOnTerminal, HasDifferentColoursForLevels) {
     ASSERT_TRUE(openTerminal(master, slave)) << std::strerror(errno);
     setenv("TERM", "xterm", 1);
     {
-        const StandardError terminal(slave);
+        const RedirectedStandardError terminal(slave);
         LoggerBackend* const console = Logger::installBackend("Console");
         Logger::getLogger("orders")->error("red");
         Logger::getLogger("orders")->info("green");
@@ -97,7 +81,7 @@ TEST(ConsoleOnTerminal, ThrowsNothingIfStandardErrorCannotBeWritten) {
     const int full = open("/dev/full", O_WRONLY);
     ASSERT_NE(full, -1);
     {
-        const StandardError fullDevice(full);
+        const RedirectedStandardError fullDevice(full);
         LoggerBackend* const console = Logger::installBackend("Console");
         EXPECT_NO_THROW(Logger::getLogger("orders")->error("dropped"));
         Logger::uninstallBackend(console);

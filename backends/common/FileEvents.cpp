@@ -1,10 +1,12 @@
-#include "TornLine.h"
+#include "FileEvents.h"
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 
 #include <spdlog/details/os.h>
+
+#include "StandardStreams.h"
 
 namespace ZOL::Backends {
 
@@ -19,9 +21,12 @@ bool endsInTornLine(const spdlog::filename_t& path) {
 
 } // namespace
 
-spdlog::file_event_handlers terminateTornLine() {
+spdlog::file_event_handlers FileEvents::handlers() const {
     spdlog::file_event_handlers handlers;
-    handlers.after_open = [](const spdlog::filename_t& path, std::FILE* file) {
+    handlers.after_open = [mayBePipe = mayBePipe_](const spdlog::filename_t& path,
+                                                   std::FILE* file) {
+        keepApartFromStandardStreams(file);
+        *mayBePipe = signalsOf(file).pipe;
         if (endsInTornLine(path)) {
             std::fputs(spdlog::details::os::default_eol, file);
         }
