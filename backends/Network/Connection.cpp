@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "ReopeningSink.h"
 #include "SocketHeaders.h"
 #include "Sockets.h"
 
@@ -12,19 +13,22 @@ namespace ZOL::Backends {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+/// The result of connecting to an address that does not answer in time; no error code of a system.
+constexpr int noAnswer = -1;
 
-constexpr std::chrono::milliseconds timeout = std::chrono::seconds(1);
+/// What a statement discards at most of what the collector sends, so that one that never stops
+/// sending does not stall it.
+constexpr int maxDiscards = 64;
 
 /// Waits again if a signal has interrupted the wait.
-bool waitWritable(std::intptr_t socket, Clock::time_point deadline) {
+bool waitWritable(std::intptr_t socket, StatementTimeout::Clock::time_point deadline) {
     for (;;) {
-        const auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+            deadline - StatementTimeout::Clock::now());
         if (Sockets::waitWritable(socket, left.count() < 0 ? 0 : static_cast<int>(left.count()))) {
             return true;
         }
-        if (Clock::now() >= deadline) {
+        if (StatementTimeout::Clock::now() >= deadline) {
             return false;
         }
     }
@@ -44,16 +48,25 @@ Addresses resolve(Connection::Protocol protocol, const std::string& host, int po
     addrinfo* found = nullptr;
     const int error = ::getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &found);
     if (error != 0) {
-        throw std::runtime_error("there is no address for the host " + host + " (error " +
-                                 std::to_string(error) + ")");
+        throw std::runtime_error("there is no address for the host " + host + ": " +
+                                 Sockets::resolutionError(error));
     }
     return Addresses(found);
 }
 
+int count(const addrinfo* addresses) {
+    int number = 0;
+    for (; addresses != nullptr; addresses = addresses->ai_next) {
+        ++number;
+    }
+    return number;
+}
+
 } // namespace
 
-Connection::Connection(Protocol protocol, const std::string& host, int port)
-    : protocol_(protocol), socket_(Sockets::invalidSocket) {
+Connection::Connection(Protocol protocol, const std::string& host, int port,
+                       StatementTimeout& timeout)
+    : protocol_(protocol), timeout_(timeout), socket_(Sockets::invalidSocket) {
     Sockets::initialize();
     try {
         open(host, port);
@@ -65,33 +78,43 @@ Connection::Connection(Protocol protocol, const std::string& host, int port)
 
 void Connection::open(const std::string& host, int port) {
     const Addresses addresses = resolve(protocol_, host, port);
-    const Clock::time_point deadline = Clock::now() + timeout;
+    const Clock::time_point deadline = timeout_.deadline();
+    int addressesLeft = count(addresses.get());
     int error = 0;
     for (const addrinfo* address = addresses.get(); address != nullptr;
          address = address->ai_next) {
-        const std::intptr_t socket = Sockets::open(*address);
-        if (socket == Sockets::invalidSocket) {
-            error = Sockets::lastError();
-            continue;
+        const Clock::time_point now = Clock::now();
+        error = connectTo(*address, now + (deadline - now) / addressesLeft);
+        if (error == 0) {
+            return;
         }
-        if (!Sockets::connect(socket, *address)) {
-            error = Sockets::lastError();
-        } else if (!waitWritable(socket, deadline)) {
-            error = 0;
-        } else {
-            error = Sockets::pendingError(socket);
-            if (error == 0) {
-                socket_ = socket;
-                return;
-            }
-        }
-        Sockets::close(socket);
+        --addressesLeft;
     }
     const std::string what = "no connection to " + host + " port " + std::to_string(port);
-    if (error == 0) {
-        throw std::runtime_error(what + ": no answer");
+    if (error == noAnswer) {
+        throw SinkTimeout(what + ": no answer");
     }
     throw std::system_error(error, std::system_category(), what);
+}
+
+/// Returns 0 once connected, noAnswer, or the error code of the system.
+int Connection::connectTo(const addrinfo& address, Clock::time_point deadline) {
+    const std::intptr_t socket = Sockets::open(address);
+    if (socket == Sockets::invalidSocket) {
+        return Sockets::lastError();
+    }
+    int error = noAnswer;
+    if (!Sockets::connect(socket, address)) {
+        error = Sockets::lastError();
+    } else if (waitWritable(socket, deadline)) {
+        error = Sockets::pendingError(socket);
+    }
+    if (error == 0) {
+        socket_ = socket;
+    } else {
+        Sockets::close(socket);
+    }
+    return error;
 }
 
 Connection::~Connection() {
@@ -100,15 +123,26 @@ Connection::~Connection() {
 }
 
 void Connection::throwIfClosedByPeer() {
-    // Otherwise the system would accept one more message, and its loss would not be noticed.
-    if (protocol_ == Protocol::tcp && Sockets::isClosedByPeer(socket_)) {
-        throw std::runtime_error("the collector has closed the connection");
+    // The system would accept one more message for a closed connection, and drop it unnoticed. What
+    // the collector has sent precedes the end of the connection.
+    if (protocol_ != Protocol::tcp) {
+        return;
+    }
+    for (int i = 0; i < maxDiscards; ++i) {
+        switch (Sockets::discardIncoming(socket_)) {
+        case Sockets::Incoming::none:
+            return;
+        case Sockets::Incoming::discarded:
+            break;
+        case Sockets::Incoming::ended:
+            throw std::runtime_error("the collector has closed the connection");
+        }
     }
 }
 
 void Connection::send(const char* data, std::size_t size) {
+    const Clock::time_point deadline = timeout_.deadline();
     throwIfClosedByPeer();
-    const Clock::time_point deadline = Clock::now() + timeout;
     while (size > 0) {
         const long long sent = Sockets::send(socket_, data, size);
         if (sent < 0) {
@@ -117,10 +151,12 @@ void Connection::send(const char* data, std::size_t size) {
         }
         data += sent;
         size -= static_cast<std::size_t>(sent);
-        if (size > 0 && !waitWritable(socket_, deadline)) {
-            throw std::runtime_error("the collector takes no more messages");
+        // A collector that reads slowly is always writable again after some time.
+        if (size > 0 && (!waitWritable(socket_, deadline) || Clock::now() >= deadline)) {
+            throw SinkTimeout("the collector takes no more messages");
         }
     }
+    timeout_.end();
 }
 
 } // namespace ZOL::Backends

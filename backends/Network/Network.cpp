@@ -10,15 +10,17 @@ using namespace ZOL::Backends;
 
 namespace {
 
-constexpr auto retryInterval = std::chrono::seconds(5); // an attempt may block all loggers for 1 s
+constexpr auto timeout = std::chrono::seconds(1); // of one statement: all loggers wait
+constexpr auto retryInterval = std::chrono::seconds(5);
 
 constexpr std::size_t maxPacketTextBytes = 60000; // of 65507, which leaves room for the pattern
 
 /// spdlog's own sinks block all loggers of the process without a time limit.
 class NetworkSink final : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
 public:
-    NetworkSink(Connection::Protocol protocol, const std::string& host, int port)
-        : connection_(protocol, host, port) {}
+    NetworkSink(Connection::Protocol protocol, const std::string& host, int port,
+                StatementTimeout& statement)
+        : connection_(protocol, host, port, statement) {}
 
 private:
     void sink_it_(const spdlog::details::log_msg& message) override {
@@ -38,8 +40,8 @@ SinkOptions readOptions(const Settings& settings) {
     const auto protocol = settings.choice("protocol") == "tcp" ? Connection::Protocol::tcp
                                                                : Connection::Protocol::udp;
     SinkOptions options;
-    options.factory = [=] {
-        return std::make_unique<NetworkSink>(protocol, host, port);
+    options.factory = [=, statement = std::make_shared<StatementTimeout>(timeout)] {
+        return std::make_unique<NetworkSink>(protocol, host, port, *statement);
     };
     options.lineEnd = "\n"; // the collector may run on another platform
     options.retryInterval = retryInterval;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 struct addrinfo;
 
@@ -10,11 +11,15 @@ namespace ZOL::Backends::Sockets {
 
 constexpr std::intptr_t invalidSocket = -1;
 
+/// How much one call of discardIncoming reads.
+constexpr std::size_t discardedBytes = 4096;
+
 /// Must precede the other functions. Each call needs one call of shutdown.
 void initialize();
 void shutdown();
 
-/// Returns a non-blocking socket, or invalidSocket.
+/// Returns a non-blocking socket that child processes do not inherit, or invalidSocket. It is none
+/// of the standard streams.
 std::intptr_t open(const addrinfo& address);
 void close(std::intptr_t socket);
 
@@ -28,9 +33,20 @@ bool waitWritable(std::intptr_t socket, int milliseconds);
 int pendingError(std::intptr_t socket);
 
 /// Returns the number of bytes accepted, 0 if the socket is not writable, negative on failure.
+/// Raises no signal.
 long long send(std::intptr_t socket, const char* data, std::size_t size);
 
-bool isClosedByPeer(std::intptr_t socket);
+enum class Incoming {
+    none,
+    discarded, ///< there may be more
+    ended      ///< the peer has closed the connection, or it has failed
+};
+
+/// Reads and discards at most discardedBytes of what the peer has sent. Does not wait.
+Incoming discardIncoming(std::intptr_t socket);
+
+/// The text of an error code of getaddrinfo.
+std::string resolutionError(int error);
 
 /// The error code of the last failed function on this thread.
 int lastError();

@@ -1,7 +1,6 @@
 #include "Collector.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <stdexcept>
 
@@ -12,12 +11,12 @@ namespace {
 constexpr std::intptr_t invalidSocket = -1;
 constexpr long timeoutSeconds = 10;
 
-sockaddr_in loopback(int port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
+sockaddr_in socketAddress(const char* address, int port) {
+    sockaddr_in result{};
+    result.sin_family = AF_INET;
+    result.sin_port = htons(static_cast<std::uint16_t>(port));
+    inet_pton(AF_INET, address, &result.sin_addr);
+    return result;
 }
 
 std::intptr_t newSocket(bool udp) {
@@ -34,14 +33,15 @@ bool waitReadable(std::intptr_t socket) {
 
 } // namespace
 
-Collector::Collector(Kind kind, int port) : listener_(invalidSocket), sender_(invalidSocket) {
+Collector::Collector(Kind kind, int port, const char* address)
+    : listener_(invalidSocket), sender_(invalidSocket) {
     std::fill(std::begin(waiting_), std::end(waiting_), invalidSocket);
     initializeSockets();
     listener_ = newSocket(kind == Kind::udp);
     allowPortReuse(static_cast<Socket>(listener_));
-    const sockaddr_in address = loopback(port);
-    if (bind(static_cast<Socket>(listener_), reinterpret_cast<const sockaddr*>(&address),
-             sizeof(address)) != 0) {
+    const sockaddr_in own = socketAddress(address, port);
+    if (bind(static_cast<Socket>(listener_), reinterpret_cast<const sockaddr*>(&own),
+             sizeof(own)) != 0) {
         throw std::runtime_error("the collector cannot bind its port");
     }
     if (kind == Kind::udp) {
@@ -51,13 +51,13 @@ Collector::Collector(Kind kind, int port) : listener_(invalidSocket), sender_(in
     listen(static_cast<Socket>(listener_), kind == Kind::unresponsive ? 0 : 1);
     if (kind == Kind::unresponsive) {
         // These connections fill the listen queue.
-        const sockaddr_in own = loopback(this->port());
+        const sockaddr_in bound = socketAddress(address, this->port());
         for (std::intptr_t& waiting : waiting_) {
             waiting = newSocket(false);
             makeNonBlocking(static_cast<Socket>(waiting));
             // It stays pending: it is never accepted.
             static_cast<void>(connect(static_cast<Socket>(waiting),
-                                      reinterpret_cast<const sockaddr*>(&own), sizeof(own)));
+                                      reinterpret_cast<const sockaddr*>(&bound), sizeof(bound)));
         }
     }
 }
@@ -91,19 +91,44 @@ void Collector::accept() {
     }
 }
 
+long long Collector::send(const std::string& text) {
+    accept();
+    makeNonBlocking(static_cast<Socket>(sender_));
+    return ::send(static_cast<Socket>(sender_), text.data(), static_cast<int>(text.size()),
+                  noSignal);
+}
+
+std::string Collector::read(std::size_t size) {
+    accept();
+    std::string text(size, '\0');
+    const auto received = waitReadable(sender_) ? recv(static_cast<Socket>(sender_), text.data(),
+                                                       static_cast<int>(size), 0)
+                                                : 0;
+    text.resize(received > 0 ? static_cast<std::size_t>(received) : 0);
+    return text;
+}
+
+void Collector::endSending() {
+    constexpr int sending = 1; // SHUT_WR or SD_SEND
+    accept();
+    shutdown(static_cast<Socket>(sender_), sending);
+}
+
+void Collector::disconnect() {
+    accept();
+    closeSocket(static_cast<Socket>(sender_));
+    sender_ = invalidSocket;
+}
+
 std::string Collector::receive(const std::string& end) {
     accept();
     std::string text;
-    std::array<char, 65536> buffer{}; // no UDP packet is larger
     while (text.size() < end.size() || text.substr(text.size() - end.size()) != end) {
-        if (!waitReadable(sender_)) {
+        const std::string part = read(65536); // no UDP packet is larger
+        if (part.empty()) {
             break;
         }
-        const auto size = recv(static_cast<Socket>(sender_), buffer.data(), buffer.size(), 0);
-        if (size <= 0) {
-            break;
-        }
-        text.append(buffer.data(), static_cast<std::size_t>(size));
+        text += part;
     }
     return text;
 }

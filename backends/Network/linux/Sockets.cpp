@@ -2,7 +2,9 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <system_error>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -15,6 +17,18 @@ namespace {
 
 int descriptor(std::intptr_t socket) {
     return static_cast<int>(socket);
+}
+
+/// What the process prints must not reach the collector if its standard streams are closed.
+int aboveStandardStreams(int socket) {
+    if (socket < 0 || socket > STDERR_FILENO) {
+        return socket;
+    }
+    const int moved = ::fcntl(socket, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    const int error = errno;
+    ::close(socket);
+    errno = error;
+    return moved;
 }
 
 } // namespace
@@ -55,10 +69,17 @@ long long send(std::intptr_t socket, const char* data, std::size_t size) {
     return sent < 0 && (errno == EAGAIN || errno == EINTR) ? 0 : sent;
 }
 
-bool isClosedByPeer(std::intptr_t socket) {
-    char byte = 0;
-    const ssize_t size = ::recv(descriptor(socket), &byte, 1, MSG_PEEK | MSG_DONTWAIT);
-    return size == 0 || (size < 0 && errno != EAGAIN && errno != EINTR);
+Incoming discardIncoming(std::intptr_t socket) {
+    char data[discardedBytes];
+    const ssize_t size = ::recv(descriptor(socket), data, sizeof(data), 0);
+    if (size > 0) {
+        return Incoming::discarded;
+    }
+    return size < 0 && (errno == EAGAIN || errno == EINTR) ? Incoming::none : Incoming::ended;
+}
+
+std::string resolutionError(int error) {
+    return error == EAI_SYSTEM ? std::generic_category().message(errno) : ::gai_strerror(error);
 }
 
 int lastError() {

@@ -73,10 +73,17 @@ long long send(std::intptr_t socket, const char* data, std::size_t size) {
     return sent < 0 && ::WSAGetLastError() == WSAEWOULDBLOCK ? 0 : sent;
 }
 
-bool isClosedByPeer(std::intptr_t socket) {
-    char byte = 0;
-    const int size = ::recv(handle(socket), &byte, 1, MSG_PEEK);
-    return size == 0 || (size < 0 && ::WSAGetLastError() != WSAEWOULDBLOCK);
+Incoming discardIncoming(std::intptr_t socket) {
+    char data[discardedBytes];
+    const int size = ::recv(handle(socket), data, sizeof(data), 0);
+    if (size > 0) {
+        return Incoming::discarded;
+    }
+    return size < 0 && ::WSAGetLastError() == WSAEWOULDBLOCK ? Incoming::none : Incoming::ended;
+}
+
+std::string resolutionError(int error) {
+    return std::system_category().message(error); // gai_strerrorA is not thread-safe
 }
 
 int lastError() {

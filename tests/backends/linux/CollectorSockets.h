@@ -9,6 +9,8 @@
 using Socket = int;
 using SocketLength = socklen_t;
 
+constexpr int noSignal = MSG_NOSIGNAL;
+
 inline void initializeSockets() {}
 
 inline void closeSocket(Socket socket) {

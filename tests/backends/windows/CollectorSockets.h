@@ -6,6 +6,8 @@
 using Socket = SOCKET;
 using SocketLength = int;
 
+constexpr int noSignal = 0;
+
 inline void initializeSockets() {
     WSADATA data;
     WSAStartup(MAKEWORD(2, 2), &data);

@@ -49,4 +49,9 @@ inline void mountMemory(const char* folder, const char* options) {
     requireMounts(mount("tmpfs", folder, "tmpfs", 0, options) == 0, "mount of a tmpfs");
 }
 
+/// Puts a file in place of another one, which exists.
+inline void mountFile(const std::string& file, const char* place) {
+    requireMounts(mount(file.c_str(), place, nullptr, MS_BIND, nullptr) == 0, place);
+}
+
 } // namespace support

@@ -1,0 +1,241 @@
+// The connection of the Network back end, with timeouts that are shorter than the product's.
+
+#include "Connection.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "Collector.h"
+#include "OpenHandles.h"
+#include "ReopeningSink.h"
+
+using namespace ZOL::Backends;
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+using Protocol = Connection::Protocol;
+
+namespace {
+
+constexpr const char* loopback = "127.0.0.1";
+constexpr const char* noHost = "::1%no-such-interface"; // no name server is asked
+constexpr auto longTimeout = 20s;                       // of a statement that does not reach it
+constexpr auto timeout = 200ms;
+constexpr auto maxDuration = 5s; // against a hang, also on a busy machine
+
+constexpr std::size_t moreThanBuffersHold = std::size_t{32} * 1024 * 1024;
+
+/// A text in which each position differs from those before it, closed by a line feed.
+std::string numberedText(std::size_t size) {
+    std::string text;
+    for (int i = 0; text.size() < size; ++i) {
+        text += std::to_string(i) + ";";
+    }
+    return text + "\n";
+}
+
+void expectSame(const std::string& received, const std::string& expected) {
+    ASSERT_EQ(received.size(), expected.size());
+    EXPECT_TRUE(received == expected);
+}
+
+template <class Exception, class Action>
+std::string thrownText(Action action) {
+    try {
+        action();
+    } catch (const Exception& error) {
+        return error.what();
+    }
+    return "nothing thrown";
+}
+
+void send(Connection& connection, const std::string& text) {
+    connection.send(text.data(), text.size());
+}
+
+TEST(Connection, SendsALongTextUnchangedToACollectorThatReadsLate) {
+    Collector collector(Collector::Kind::tcp);
+    StatementTimeout statement(longTimeout);
+    Connection connection(Protocol::tcp, loopback, collector.port(), statement);
+    const std::string text = numberedText(moreThanBuffersHold);
+    std::string received;
+    std::thread reader([&] {
+        collector.accept();
+        std::this_thread::sleep_for(100ms);
+        received = collector.receive("\n");
+    });
+    send(connection, text);
+    reader.join();
+    expectSame(received, text);
+}
+
+TEST(Connection, TimesOutIfTheHostDoesNotAnswer) {
+    const Collector unresponsive(Collector::Kind::unresponsive);
+    StatementTimeout statement(timeout);
+    const auto begin = Clock::now();
+    EXPECT_EQ(
+        thrownText<SinkTimeout>([&] {
+            const Connection connection(Protocol::tcp, loopback, unresponsive.port(), statement);
+        }),
+        "no connection to 127.0.0.1 port " + std::to_string(unresponsive.port()) + ": no answer");
+    EXPECT_GE(Clock::now() - begin, timeout - 1ms);
+    EXPECT_LT(Clock::now() - begin, maxDuration);
+}
+
+TEST(Connection, TimesOutIfTheCollectorDoesNotRead) {
+    Collector collector(Collector::Kind::tcp);
+    StatementTimeout statement(timeout);
+    Connection connection(Protocol::tcp, loopback, collector.port(), statement);
+    collector.accept();
+    const std::string text(moreThanBuffersHold, 'x');
+    const auto begin = Clock::now();
+    EXPECT_EQ(thrownText<SinkTimeout>([&] { send(connection, text); }),
+              "the collector takes no more messages");
+    EXPECT_LT(Clock::now() - begin, maxDuration);
+}
+
+TEST(Connection, TimesOutIfTheCollectorReadsSlowly) {
+    Collector collector(Collector::Kind::tcp);
+    StatementTimeout statement(timeout);
+    Connection connection(Protocol::tcp, loopback, collector.port(), statement);
+    collector.accept();
+    std::atomic<bool> done = false;
+    std::thread reader([&] { // some megabytes per second
+        while (!done && !collector.read(std::size_t{64} * 1024).empty()) {
+            std::this_thread::sleep_for(10ms);
+        }
+    });
+    const std::string text(moreThanBuffersHold, 'x');
+    EXPECT_EQ(thrownText<SinkTimeout>([&] { send(connection, text); }),
+              "the collector takes no more messages");
+    done = true;
+    reader.join();
+}
+
+TEST(Connection, DeadlineOfAStatementCoversAllItsConnections) {
+    Collector collector(Collector::Kind::tcp);
+    StatementTimeout statement(longTimeout);
+    Connection connection(Protocol::tcp, loopback, collector.port(), statement);
+    const auto deadline = statement.deadline();
+    std::this_thread::sleep_for(10ms);
+    EXPECT_EQ(statement.deadline(), deadline) << "the statement goes on";
+    send(connection, "first\n");
+    EXPECT_GT(statement.deadline(), deadline) << "the message is sent, so that is the next one";
+    collector.disconnect();
+    std::this_thread::sleep_for(50ms); // until the end of the connection has arrived
+    const auto deadlineOfSecond = statement.deadline();
+    EXPECT_THROW(send(connection, "second\n"), std::runtime_error);
+    Connection again(Protocol::tcp, loopback, collector.port(), statement);
+    EXPECT_EQ(statement.deadline(), deadlineOfSecond);
+}
+
+TEST(Connection, StatementAfterADeadlineHasItsOwn) {
+    StatementTimeout statement(20ms);
+    const auto deadline = statement.deadline();
+    std::this_thread::sleep_until(deadline);
+    const auto now = Clock::now();
+    EXPECT_GE(statement.deadline(), now + 20ms);
+}
+
+TEST(Connection, NoticesTheEndOfACollectorThatHasSentSomething) {
+    Collector collector(Collector::Kind::tcp);
+    StatementTimeout statement(longTimeout);
+    Connection connection(Protocol::tcp, loopback, collector.port(), statement);
+    collector.send(std::string(30000, 'b') + "welcome\n");
+    send(connection, "first\n");
+    EXPECT_EQ(collector.receive("\n"), "first\n");
+    collector.send("goodbye\n");
+    collector.disconnect();
+    std::this_thread::sleep_for(50ms); // until the end of the connection has arrived
+    EXPECT_EQ(thrownText<std::runtime_error>([&] { send(connection, "second\n"); }),
+              "the collector has closed the connection");
+}
+
+TEST(Connection, CollectorThatNeverStopsSendingDoesNotStallIt) {
+    Collector collector(Collector::Kind::tcp);
+    StatementTimeout statement(longTimeout);
+    Connection connection(Protocol::tcp, loopback, collector.port(), statement);
+    collector.accept();
+    std::atomic<bool> started = false;
+    std::atomic<bool> done = false;
+    std::thread sender([&] {
+        const std::string noise(std::size_t{64} * 1024, 'n');
+        for (const auto end = Clock::now() + 2 * maxDuration; !done && Clock::now() < end;) {
+            collector.send(noise);
+            started = true;
+        }
+    });
+    while (!started) {
+        std::this_thread::yield();
+    }
+    const auto begin = Clock::now();
+    std::string expected;
+    for (int i = 0; i < 1000; ++i) {
+        send(connection, "message\n");
+        expected += "message\n";
+    }
+    EXPECT_LT(Clock::now() - begin, maxDuration);
+    done = true;
+    sender.join();
+    send(connection, "last\n");
+    EXPECT_EQ(collector.receive("last\n"), expected + "last\n");
+}
+
+TEST(Connection, GivesTheReasonWhyAHostHasNoAddress) {
+    StatementTimeout statement(longTimeout);
+    const std::string text = thrownText<std::runtime_error>(
+        [&] { const Connection connection(Protocol::tcp, noHost, 1, statement); });
+    const std::string begin = "there is no address for the host " + std::string(noHost) + ": ";
+    EXPECT_EQ(text.substr(0, begin.size()), begin);
+    EXPECT_GT(text.size(), begin.size() + 5) << text;
+    EXPECT_EQ(text.find_first_of("0123456789", begin.size()), std::string::npos)
+        << "no bare number: " << text;
+}
+
+TEST(Connection, ReleasesWhatAFailedAttemptHasOpened) {
+    int closedPort = 0;
+    {
+        const Collector gone(Collector::Kind::tcp);
+        closedPort = gone.port();
+    }
+    const Collector unresponsive(Collector::Kind::unresponsive);
+    const auto attempts = [&] {
+        StatementTimeout statement(5ms);
+        for (const int port : {closedPort, unresponsive.port()}) {
+            EXPECT_ANY_THROW(Connection(Protocol::tcp, loopback, port, statement));
+        }
+        EXPECT_ANY_THROW(Connection(Protocol::tcp, noHost, 1, statement));
+    };
+    support::warmUpExceptions();
+    attempts();
+    const std::size_t before = support::openHandles();
+    for (int i = 0; i < 10; ++i) {
+        attempts();
+    }
+    EXPECT_EQ(support::openHandles(), before);
+}
+
+TEST(Connection, ReleasesWhatItHasOpened) {
+    const auto sendOne = [](Collector::Kind kind, Protocol protocol) {
+        const Collector collector(kind);
+        StatementTimeout statement(longTimeout);
+        Connection connection(protocol, loopback, collector.port(), statement);
+        send(connection, "message\n");
+    };
+    const auto sendByBoth = [&] {
+        sendOne(Collector::Kind::tcp, Protocol::tcp);
+        sendOne(Collector::Kind::udp, Protocol::udp);
+    };
+    sendByBoth();
+    const std::size_t before = support::openHandles();
+    for (int i = 0; i < 10; ++i) {
+        sendByBoth();
+    }
+    EXPECT_EQ(support::openHandles(), before);
+}
+
+} // namespace
