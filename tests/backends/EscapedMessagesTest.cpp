@@ -8,6 +8,7 @@
 #include <spdlog/sinks/base_sink.h>
 
 #include "Diagnostics.h"
+#include "Property.h"
 #include "SinkBackend.h"
 
 using namespace ZOL::Backends;
@@ -43,7 +44,7 @@ protected:
         options.factory = [this] {
             return std::make_unique<RecordingSink>(written);
         };
-        options.pattern = "%v";
+        setProperty("Test.pattern", "%v");
         options.lineEnd = "";
         options.maxLineBytes = maxLineBytes;
         return SinkBackend(Settings("Test"), options);
