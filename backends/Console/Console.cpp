@@ -53,6 +53,5 @@ SinkOptions readOptions(const Settings& settings) {
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
-    static auto* const backend = createSinkBackend("Console", readOptions);
-    return backend;
+    return createSinkBackend("Console", readOptions);
 }

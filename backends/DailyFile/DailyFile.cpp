@@ -32,6 +32,5 @@ SinkOptions readOptions(const Settings& settings) {
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
-    static auto* const backend = createSinkBackend("DailyFile", readOptions);
-    return backend;
+    return createSinkBackend("DailyFile", readOptions);
 }

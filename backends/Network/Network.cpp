@@ -54,6 +54,5 @@ SinkOptions readOptions(const Settings& settings) {
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
-    static auto* const backend = createSinkBackend("Network", readOptions);
-    return backend;
+    return createSinkBackend("Network", readOptions);
 }

@@ -30,6 +30,5 @@ SinkOptions readOptions(const Settings& settings) {
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
-    static auto* const backend = createSinkBackend("RotatingFile", readOptions);
-    return backend;
+    return createSinkBackend("RotatingFile", readOptions);
 }

@@ -26,6 +26,13 @@ ReopeningSink::ReopeningSink(std::string_view backend, std::string pattern,
 
 ReopeningSink::~ReopeningSink() = default;
 
+void ReopeningSink::reconfigure(std::string pattern, SinkOptions options) noexcept {
+    sink_.reset();
+    pattern_ = std::move(pattern);
+    options_ = std::move(options);
+    nextOpening_ = Clock::time_point::min();
+}
+
 void ReopeningSink::openSink() {
     try {
         sink_ = options_.factory();

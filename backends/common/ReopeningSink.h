@@ -62,6 +62,10 @@ public:
     /// Counts a message that was dropped before it came here.
     void countDropped(std::string_view reason) noexcept { drops_.add(reason); }
 
+    /// Closes the sink. The next message opens it with this pattern and these options, at once.
+    /// The count of dropped messages stays.
+    void reconfigure(std::string pattern, SinkOptions options) noexcept;
+
     void reportDropsAtExit() const noexcept { drops_.reportAtExit(); }
 
 private:

@@ -1,6 +1,7 @@
 #include "SinkBackend.h"
 
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "Diagnostics.h"
@@ -8,39 +9,65 @@
 
 namespace ZOL::Backends {
 
-SinkChannel::SinkChannel(const char* logger, ReopeningSink& sink, const LevelFilter& filter,
-                         std::size_t maxLineBytes)
+SinkConfiguration::SinkConfiguration(Settings readSettings, OptionsReader readOptions)
+    : settings(std::move(readSettings)),
+      options(readOptions(settings)),
+      maxLineBytes(options.maxLineBytes),
+      filter(settings.levels("levels")),
+      pattern(settings.text("pattern")) {}
+
+SinkChannel::SinkChannel(const char* logger, ReopeningSink& sink,
+                         const SinkConfiguration& configuration)
     : logger_(logger),
       escapedLogger_(escaped(logger)),
       sink_(sink),
-      filter_(filter),
-      maxLineBytes_(maxLineBytes) {}
+      configuration_(configuration) {}
 
 void SinkChannel::log(Framework::GenericLogger::LoggingLevel level, const char* text) {
     try {
-        if (!filter_.isEnabled(logger_, level)) {
+        if (!configuration_.filter.isEnabled(logger_, level)) {
             return;
         }
         std::string line = levelName(level);
         line.append(" [").append(escapedLogger_).append("] ");
         appendEscaped(line, text);
-        truncateEscaped(line, maxLineBytes_);
+        truncateEscaped(line, configuration_.maxLineBytes);
         sink_.write(escapedLogger_, sinkLevel(level), line);
     } catch (...) {
         sink_.countDropped("there is no memory for them"); // the host must not see an exception
     }
 }
 
-SinkBackend::SinkBackend(const Settings& settings, const SinkOptions& options)
-    : filter_(settings.levels("levels")),
-      maxLineBytes_(options.maxLineBytes),
-      sink_(settings.backend(), settings.text("pattern"), options) {}
+SinkBackend::SinkBackend(Settings settings, OptionsReader readOptions)
+    : readOptions_(readOptions),
+      configuration_(std::move(settings), readOptions),
+      sink_(configuration_.settings.backend(), configuration_.pattern, configuration_.options) {}
+
+void SinkBackend::update(Settings settings) {
+    if (nextConfiguration_ != nullptr && settings.hasSameValues(nextConfiguration_->settings)) {
+        return;
+    }
+    if (settings.hasSameValues(configuration_.settings)) {
+        nextConfiguration_.reset();
+        return;
+    }
+    nextConfiguration_ = std::make_unique<SinkConfiguration>(std::move(settings), readOptions_);
+}
+
+void SinkBackend::applyUpdate() noexcept {
+    configuration_ = std::move(*nextConfiguration_);
+    nextConfiguration_.reset();
+    sink_.reconfigure(std::move(configuration_.pattern), std::move(configuration_.options));
+}
 
 Framework::GenericLogger::LoggingChannel* SinkBackend::createChannel(const char* name) {
+    if (nextConfiguration_ != nullptr) {
+        applyUpdate();
+    }
     try {
         std::unique_ptr<SinkChannel>& channel = channels_[name];
         if (channel == nullptr) {
-            channel = std::make_unique<SinkChannel>(name, sink_, filter_, maxLineBytes_);
+            channel = std::make_unique<SinkChannel>(name, sink_, configuration_);
         }
         return channel.get();
     } catch (...) {
@@ -63,19 +90,24 @@ struct ExitReport {
 
 } // namespace
 
-SinkBackend* createSinkBackend(const char* name,
-                               SinkOptions (*readOptions)(const Settings&)) noexcept {
+SinkBackend* createSinkBackend(const char* name, OptionsReader readOptions) noexcept {
+    static SinkBackend* backend = nullptr;
     try {
-        const Settings settings(name);
-        auto* const backend = new SinkBackend(settings, readOptions(settings));
-        static const ExitReport exitReport(*backend);
-        return backend;
+        Settings settings(name);
+        if (backend != nullptr) {
+            backend->update(std::move(settings));
+        } else {
+            backend = new SinkBackend(std::move(settings), readOptions);
+            static const ExitReport exitReport(*backend);
+        }
+    } catch (const std::bad_alloc&) {
+        reportToStderr(name, "there is no memory for the settings");
     } catch (const std::exception& error) {
         reportToStderr(name, error.what());
     } catch (...) {
-        reportToStderr(name, "cannot be made");
+        reportToStderr(name, "the settings cannot be read");
     }
-    return nullptr;
+    return backend;
 }
 
 } // namespace ZOL::Backends

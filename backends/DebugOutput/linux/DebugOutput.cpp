@@ -62,6 +62,5 @@ SinkOptions readOptions(const Settings&) {
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
-    static auto* const backend = createSinkBackend("DebugOutput", readOptions);
-    return backend;
+    return createSinkBackend("DebugOutput", readOptions);
 }

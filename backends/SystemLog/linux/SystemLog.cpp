@@ -77,6 +77,5 @@ SinkOptions readOptions(const Settings& settings) {
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
-    static auto* const backend = createSinkBackend("SystemLog", readOptions);
-    return backend;
+    return createSinkBackend("SystemLog", readOptions);
 }

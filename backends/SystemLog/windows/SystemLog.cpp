@@ -25,6 +25,5 @@ SinkOptions readOptions(const Settings& settings) {
 } // namespace
 
 extern "C" ZOL_BACKEND_EXPORT ZOL::Framework::GenericLogger::LoggerBackend* createBackend() {
-    static auto* const backend = createSinkBackend("SystemLog", readOptions);
-    return backend;
+    return createSinkBackend("SystemLog", readOptions);
 }
