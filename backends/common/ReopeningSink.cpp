@@ -5,8 +5,9 @@
 #include <utility>
 
 #include <spdlog/details/os.h>
-#include <spdlog/pattern_formatter.h>
 #include <spdlog/sinks/sink.h>
+
+#include "Levels.h"
 
 namespace ZOL::Backends {
 
@@ -21,23 +22,24 @@ constexpr const char* unknownReason = "for a reason unknown";
 } // namespace
 
 ReopeningSink::ReopeningSink(std::string_view backend, std::string pattern,
-                             const SinkOptions& options)
-    : options_(options), pattern_(std::move(pattern)), drops_(backend) {}
+                             const SinkOptions& options, spdlog::pattern_time_type timeType)
+    : options_(options), pattern_(std::move(pattern)), timeType_(timeType), drops_(backend) {}
 
 ReopeningSink::~ReopeningSink() = default;
 
-void ReopeningSink::reconfigure(std::string pattern, SinkOptions options) noexcept {
+void ReopeningSink::reconfigure(std::string pattern, SinkOptions options,
+                                spdlog::pattern_time_type timeType) noexcept {
     sink_.reset();
     pattern_ = std::move(pattern);
     options_ = std::move(options);
+    timeType_ = timeType;
     nextOpening_ = Clock::time_point::min();
 }
 
 void ReopeningSink::openSink() {
     try {
         sink_ = options_.factory();
-        sink_->set_formatter(std::make_unique<spdlog::pattern_formatter>(
-            pattern_, spdlog::pattern_time_type::local, options_.lineEnd));
+        sink_->set_formatter(makeFormatter(pattern_, timeType_, options_.lineEnd, record_));
     } catch (...) {
         sink_.reset();
         startRetryInterval();
@@ -46,12 +48,14 @@ void ReopeningSink::openSink() {
     startRetryInterval();
 }
 
-void ReopeningSink::write(const std::string& logger, spdlog::level::level_enum level,
-                          std::string_view line) noexcept {
+void ReopeningSink::write(const Record& record) noexcept {
     ScopedSignalBlock signalBlock(options_.signals ? options_.signals() : WriteSignals());
     std::string reason;
     try {
-        const spdlog::details::log_msg message(logger, level, {line.data(), line.size()});
+        record_ = record;
+        const spdlog::details::log_msg message({record.logger.data(), record.logger.size()},
+                                               sinkLevel(record.level),
+                                               {record.line.data(), record.line.size()});
         // If an open sink fails, retry once at once: the collector may have been restarted, or the
         // file moved away.
         for (int attempt = 0; attempt < 2; ++attempt) {

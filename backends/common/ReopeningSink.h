@@ -12,6 +12,7 @@
 #include <spdlog/fwd.h>
 
 #include "Diagnostics.h"
+#include "Pattern.h"
 #include "ScopedSignalBlock.h"
 
 namespace ZOL::Backends {
@@ -50,21 +51,22 @@ struct SinkOptions {
 /// Calls are serialised by the caller, except reportDropsAtExit.
 class ReopeningSink {
 public:
-    ReopeningSink(std::string_view backend, std::string pattern, const SinkOptions& options);
+    ReopeningSink(std::string_view backend, std::string pattern, const SinkOptions& options,
+                  spdlog::pattern_time_type timeType = spdlog::pattern_time_type::local);
     ReopeningSink(const ReopeningSink&) = delete;
     ReopeningSink& operator=(const ReopeningSink&) = delete;
     ~ReopeningSink();
 
     /// Writes one message and flushes it.
-    void write(const std::string& logger, spdlog::level::level_enum level,
-               std::string_view line) noexcept;
+    void write(const Record& record) noexcept;
 
     /// Counts a message that was dropped before it came here.
     void countDropped(std::string_view reason) noexcept { drops_.add(reason); }
 
     /// Closes the sink. The next message opens it with this pattern and these options, at once.
     /// The count of dropped messages stays.
-    void reconfigure(std::string pattern, SinkOptions options) noexcept;
+    void reconfigure(std::string pattern, SinkOptions options,
+                     spdlog::pattern_time_type timeType) noexcept;
 
     void reportDropsAtExit() const noexcept { drops_.reportAtExit(); }
 
@@ -76,6 +78,8 @@ private:
 
     SinkOptions options_;
     std::string pattern_;
+    spdlog::pattern_time_type timeType_;
+    Record record_; ///< the message that is written
     Clock::time_point nextOpening_ = Clock::time_point::min();
     std::unique_ptr<spdlog::sinks::sink> sink_;
     DropCounter drops_;

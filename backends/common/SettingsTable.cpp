@@ -36,6 +36,9 @@ constexpr Setting only(SettingPlatform platform, Setting setting) {
 }
 
 constexpr std::string_view timeStampedPattern = "%Y-%m-%d %H:%M:%S.%e %^%v%$";
+/// The header of a line for collectors that expect the syslog format. A line that began with the
+/// time would be misread by them: they take digits at its begin for its length.
+constexpr std::string_view syslogPattern = "<%y>%Y-%m-%dT%H:%M:%S.%e%z %W %N[%P]: %v";
 constexpr std::string_view times[] = {"local", "utc"};
 constexpr std::string_view colours[] = {"auto", "always", "never"};
 constexpr std::string_view protocols[] = {"tcp", "udp"};
@@ -47,11 +50,10 @@ constexpr Setting rows[] = {
         text(SettingType::levels, everyBackend, "levels", "", "the minimum level for each logger"),
         "all messages are written"),
     text(SettingType::pattern, everyBackend, "pattern", timeStampedPattern,
-         "the line, in spdlog's pattern language. %v is LEVEL [logger] text, %n is the logger. "
-         "The part from %^ to %$ is coloured where colours are supported"),
+         "the line, see docs/patterns.md. %v is LEVEL [logger] text"),
     text(SettingType::pattern, "DebugOutput", "pattern", "%v",
          "the line, as for the other back ends. The journal or the viewer adds the time"),
-    text(SettingType::pattern, "Network", "pattern", timeStampedPattern,
+    text(SettingType::pattern, "Network", "pattern", syslogPattern,
          "the line, as for the other back ends"),
     text(SettingType::pattern, "SystemLog", "pattern", "%v",
          "the line, as for the other back ends. The system log adds the time"),

@@ -1,5 +1,6 @@
 #include "SinkBackend.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <utility>
@@ -9,17 +10,44 @@
 
 namespace ZOL::Backends {
 
-SinkConfiguration::SinkConfiguration(Settings readSettings, OptionsReader readOptions)
+namespace {
+
+/// Reports the unknown flags of the pattern in one line.
+std::string readPattern(const Settings& settings) {
+    std::string pattern = settings.text("pattern");
+    std::string unknown;
+    for (const std::string& flag : unknownFlags(pattern)) {
+        unknown += (unknown.empty() ? "\"" : ", \"") + flag + "\"";
+    }
+    if (!unknown.empty()) {
+        reportToStderr(settings.backend(),
+                       "the property " + settings.backend() + ".pattern contains " + unknown +
+                           " and not only % with one of " + std::string(knownFlags()) +
+                           "; writing " + unknown + " as it is");
+    }
+    return pattern;
+}
+
+spdlog::pattern_time_type readTimeType(const Settings& settings) {
+    return settings.choice("time") == "utc" ? spdlog::pattern_time_type::utc
+                                            : spdlog::pattern_time_type::local;
+}
+
+} // namespace
+
+SinkConfiguration::SinkConfiguration(Settings readSettings, const OptionsReader& readOptions)
     : settings(std::move(readSettings)),
       options(readOptions(settings)),
       maxLineBytes(options.maxLineBytes),
       filter(settings.levels("levels")),
-      pattern(settings.text("pattern")) {}
+      pattern(readPattern(settings)),
+      timeType(readTimeType(settings)) {}
 
 SinkChannel::SinkChannel(const char* logger, ReopeningSink& sink,
                          const SinkConfiguration& configuration)
     : logger_(logger),
       escapedLogger_(escaped(logger)),
+      bracketedLogger_(" [" + escapedLogger_ + "] "),
       sink_(sink),
       configuration_(configuration) {}
 
@@ -28,20 +56,27 @@ void SinkChannel::log(Framework::GenericLogger::LoggingLevel level, const char* 
         if (!configuration_.filter.isEnabled(logger_, level)) {
             return;
         }
-        std::string line = levelName(level);
-        line.append(" [").append(escapedLogger_).append("] ");
-        appendEscaped(line, text);
+        const std::string_view message = text;
+        const std::string name = levelName(level);
+        std::string line;
+        line.reserve(name.size() + bracketedLogger_.size() + message.size());
+        line.append(name).append(bracketedLogger_);
+        const std::size_t prefixSize = line.size();
+        appendEscaped(line, message);
         truncateEscaped(line, configuration_.maxLineBytes);
-        sink_.write(escapedLogger_, sinkLevel(level), line);
+        const std::string_view lineView = line;
+        sink_.write(
+            {level, escapedLogger_, line, lineView.substr(std::min(prefixSize, lineView.size()))});
     } catch (...) {
         sink_.countDropped("there is no memory for them"); // the host must not see an exception
     }
 }
 
 SinkBackend::SinkBackend(Settings settings, OptionsReader readOptions)
-    : readOptions_(readOptions),
-      configuration_(std::move(settings), readOptions),
-      sink_(configuration_.settings.backend(), configuration_.pattern, configuration_.options) {}
+    : readOptions_(std::move(readOptions)),
+      configuration_(std::move(settings), readOptions_),
+      sink_(configuration_.settings.backend(), configuration_.pattern, configuration_.options,
+            configuration_.timeType) {}
 
 void SinkBackend::update(Settings settings) {
     if (nextConfiguration_ != nullptr && settings.hasSameValues(nextConfiguration_->settings)) {
@@ -57,7 +92,8 @@ void SinkBackend::update(Settings settings) {
 void SinkBackend::applyUpdate() noexcept {
     configuration_ = std::move(*nextConfiguration_);
     nextConfiguration_.reset();
-    sink_.reconfigure(std::move(configuration_.pattern), std::move(configuration_.options));
+    sink_.reconfigure(std::move(configuration_.pattern), std::move(configuration_.options),
+                      configuration_.timeType);
 }
 
 Framework::GenericLogger::LoggingChannel* SinkBackend::createChannel(const char* name) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -15,21 +16,22 @@
 namespace ZOL::Backends {
 
 /// Describes the sink of a back end by its settings.
-using OptionsReader = SinkOptions (*)(const Settings& settings);
+using OptionsReader = std::function<SinkOptions(const Settings& settings)>;
 
 /// What the settings of a back end mean.
 struct SinkConfiguration {
-    SinkConfiguration(Settings readSettings, OptionsReader readOptions);
+    SinkConfiguration(Settings readSettings, const OptionsReader& readOptions);
 
     Settings settings;
     SinkOptions options;
     std::size_t maxLineBytes; ///< also if the options have been moved to the sink
     LevelFilter filter;
     std::string pattern;
+    spdlog::pattern_time_type timeType;
 };
 
-/// The channel of one logger. Formats a message as "LEVEL [logger] text", which is %v in the
-/// sink's pattern.
+/// The channel of one logger. Makes each message one line of valid UTF-8, "LEVEL [logger] text",
+/// which is %v in the sink's pattern.
 class SinkChannel final : public Framework::GenericLogger::LoggingChannel {
 public:
     /// The sink and the configuration belong to the back end and outlive its channels.
@@ -41,6 +43,7 @@ public:
 private:
     std::string logger_;
     std::string escapedLogger_;
+    std::string bracketedLogger_; ///< " [logger] "
     ReopeningSink& sink_;
     const SinkConfiguration& configuration_;
 };

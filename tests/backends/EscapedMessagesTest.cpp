@@ -4,11 +4,10 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <spdlog/details/null_mutex.h>
-#include <spdlog/sinks/base_sink.h>
 
 #include "Diagnostics.h"
 #include "Property.h"
+#include "RecordingSink.h"
 #include "SinkBackend.h"
 
 using namespace ZOL::Backends;
@@ -16,41 +15,16 @@ using namespace ZOL::Framework::GenericLogger;
 
 namespace {
 
-struct Written {
-    std::string logger;
-    std::string line;
-};
-
-class RecordingSink final : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
-public:
-    explicit RecordingSink(std::vector<Written>& written) : written_(written) {}
-
-private:
-    void sink_it_(const spdlog::details::log_msg& message) override {
-        spdlog::memory_buf_t line;
-        formatter_->format(message, line);
-        written_.push_back({std::string(message.logger_name.data(), message.logger_name.size()),
-                            std::string(line.data(), line.size())});
-    }
-    void flush_() override {}
-
-    std::vector<Written>& written_;
-};
-
 class EscapedMessagesTest : public testing::Test {
 protected:
     SinkBackend backend(std::size_t maxLineBytes) {
-        SinkOptions options;
-        options.factory = [this] {
-            return std::make_unique<RecordingSink>(written);
-        };
         setProperty("Test.pattern", "%v");
-        options.lineEnd = "";
+        SinkOptions options = recordingOptions(written);
         options.maxLineBytes = maxLineBytes;
-        return SinkBackend(Settings("Test"), options);
+        return SinkBackend(Settings("Test"), [options](const Settings&) { return options; });
     }
 
-    std::vector<Written> written;
+    std::vector<RecordedLine> written;
 };
 
 TEST_F(EscapedMessagesTest, EscapesTheMessageAndTheNameOfTheLogger) {

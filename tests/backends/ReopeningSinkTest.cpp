@@ -69,7 +69,9 @@ protected:
     }
 
     static void write(ReopeningSink& sink, const char* text) {
-        sink.write("", spdlog::level::info, text);
+        Record record;
+        record.line = text;
+        sink.write(record);
     }
 
     SinkState state;

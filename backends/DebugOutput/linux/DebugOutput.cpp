@@ -1,14 +1,15 @@
 // The DebugOutput back end on Linux: sends each message to the systemd journal, with the name of
 // its logger in a field.
 
-#include <cerrno> // program_invocation_short_name
 #include <cstdint>
 #include <utility>
 
 #include <spdlog/details/null_mutex.h>
 #include <spdlog/sinks/base_sink.h>
 
+#include "Process.h"
 #include "SinkBackend.h"
+#include "SyslogPriority.h"
 #include "linux/LogSocket.h"
 
 using namespace ZOL::Backends;
@@ -39,7 +40,7 @@ private:
         std::string entry;
         appendField(entry, "MESSAGE", {text.data(), text.size()});
         appendField(entry, "PRIORITY", std::to_string(syslogPriority(message.level)));
-        appendField(entry, "SYSLOG_IDENTIFIER", program_invocation_short_name);
+        appendField(entry, "SYSLOG_IDENTIFIER", programName());
         appendField(entry, "ZOL_LOGGER", {message.logger_name.data(), message.logger_name.size()});
         socket_.send(std::move(entry));
     }

@@ -10,7 +10,9 @@
 #include <spdlog/sinks/base_sink.h>
 #include <syslog.h>
 
+#include "Process.h"
 #include "SinkBackend.h"
+#include "SyslogPriority.h"
 #include "linux/LogSocket.h"
 
 using namespace ZOL::Backends;

@@ -4,10 +4,8 @@
 #include <system_error>
 
 #include <poll.h>
-#include <spdlog/common.h>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <syslog.h>
 #include <unistd.h>
 
 #include "Descriptors.h"
@@ -25,21 +23,6 @@ constexpr std::chrono::milliseconds timeout(100);
 }
 
 } // namespace
-
-int syslogPriority(spdlog::level::level_enum level) {
-    switch (level) {
-    case spdlog::level::critical:
-        return LOG_CRIT;
-    case spdlog::level::err:
-        return LOG_ERR;
-    case spdlog::level::warn:
-        return LOG_WARNING;
-    case spdlog::level::info:
-        return LOG_INFO;
-    default:
-        return LOG_DEBUG;
-    }
-}
 
 LogSocket::LogSocket(const std::string& path) : path_(path) {
     open();

@@ -4,12 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include <spdlog/fwd.h>
-
 namespace ZOL::Backends {
-
-/// The syslog priority of a level. The journal uses the same numbers.
-int syslogPriority(spdlog::level::level_enum level);
 
 /// A client of a log service on this machine that listens on a socket in the file system: a
 /// datagram socket, or a stream socket, on which a zero byte ends each record. Raises no signal.

@@ -1,7 +1,6 @@
 #include "SettingsTable.h"
 
-#include <cerrno> // program_invocation_short_name
-
+#include "Process.h"
 #include "Settings.h"
 
 namespace ZOL::Backends {
@@ -12,7 +11,7 @@ bool isOnThisPlatform(const Setting& setting) {
 
 std::string defaultOf(const Setting& setting) {
     return setting.type == SettingType::tag && setting.defaultValue.empty()
-               ? tagOf(program_invocation_short_name)
+               ? tagOf(programName())
                : std::string(setting.defaultValue);
 }
 

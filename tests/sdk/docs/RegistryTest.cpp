@@ -41,4 +41,16 @@ TEST(RegistryDocument, Assignment) {
     Registry::open(HKEY_CURRENT_USER, "Software").deleteSubKey(name);
 }
 
+TEST(RegistryDocument, Text) {
+#include "registry_text.inc"
+    EXPECT_EQ(utf8(""), "");
+    EXPECT_EQ(utf8("Software\\Shop"), "Software\\Shop");
+    const std::wstring word = L"Caf\u00e9";
+    char ansi[16] = "";
+    ASSERT_NE(
+        WideCharToMultiByte(CP_ACP, 0, word.c_str(), -1, ansi, sizeof(ansi), nullptr, nullptr), 0);
+    EXPECT_EQ(utf8(ansi), "Caf\xC3\xA9");
+    EXPECT_STREQ(ansi, "Caf\xE9") << "else the code page does not differ from UTF-8";
+}
+
 } // namespace

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace ZOL::Backends {
+
+/// The name of the program, without its folder and ".exe". A word, see escapedWord.
+std::string programName();
+
+/// The name of this machine. A word, see escapedWord.
+std::string hostName();
+
+} // namespace ZOL::Backends
