@@ -102,6 +102,7 @@ if has "$profile" test all; then
     packages+=(ccache googletest clang clang-format clang-tidy python3)
     if has linux "${platforms[@]}"; then
         packages+=(g++ valgrind)
+        packages+=(rsyslog) # a log collector; the tests run it with a configuration of their own
     fi
 fi
 if [ "$profile" = all ]; then

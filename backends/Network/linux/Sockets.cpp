@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <system_error>
 
-#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -17,18 +16,6 @@ namespace {
 
 int descriptor(std::intptr_t socket) {
     return static_cast<int>(socket);
-}
-
-/// What the process prints must not reach the collector if its standard streams are closed.
-int aboveStandardStreams(int socket) {
-    if (socket < 0 || socket > STDERR_FILENO) {
-        return socket;
-    }
-    const int moved = ::fcntl(socket, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    const int error = errno;
-    ::close(socket);
-    errno = error;
-    return moved;
 }
 
 } // namespace
