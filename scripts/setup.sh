@@ -139,6 +139,24 @@ if [ "$profile" = all ]; then
     fi
 fi
 
+if [ "$profile" = all ] && has linux "${platforms[@]}" && [ ! -e "$deps/syslog-ng/usr/sbin/syslog-ng" ]; then
+    # A log collector that the tests run. It cannot be installed beside rsyslog: unpack it and those of
+    # its libraries that are not installed.
+    update
+    mapfile -t parts < <(apt-get install --simulate --no-install-recommends syslog-ng-core |
+        sed -n 's/^Inst \([^ ]*\) .*/\1/p')
+    [ ${#parts[@]} -gt 0 ] || die "apt-get does not say what syslog-ng-core needs"
+    say "unpacking ${parts[*]}"
+    rm -rf "$deps/syslog-ng"
+    mkdir -p "$deps/syslog-ng/packages"
+    (cd "$deps/syslog-ng/packages" && apt-get download "${parts[@]}" >/dev/null 2>&1) ||
+        die "apt-get cannot download ${parts[*]}"
+    for part in "$deps"/syslog-ng/packages/*.deb; do
+        dpkg -x "$part" "$deps/syslog-ng"
+    done
+    rm -r "$deps/syslog-ng/packages"
+fi
+
 if has windows "${platforms[@]}"; then
     # Boost.Thread is a compiled library, and Debian builds it for Linux only: fetch the sources that
     # belong to the installed headers.

@@ -1,0 +1,76 @@
+// The Network back end and the real syslog-ng, with the configuration of collectors.md.
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "ZOL/Framework/GenericLogger/Logger.h"
+
+#include "Daemon.h"
+#include "FreshFolder.h"
+#include "Property.h"
+#include "RealCollector.h"
+
+using namespace ZOL::Framework::GenericLogger;
+using namespace realCollector;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* log = "shop.log";
+
+/// The folder of the modules, whose name is the version.
+std::string moduleFolder(const std::string& libraries) {
+    for (const auto& entry : fs::directory_iterator(libraries)) {
+        if (entry.is_directory() && fs::exists(entry.path() / "libaffile.so")) {
+            return entry.path().string();
+        }
+    }
+    throw std::runtime_error("syslog-ng has no modules in " + libraries);
+}
+
+std::vector<std::string> command() {
+    const std::string folder = SYSLOG_NG_FOLDER;
+    const std::string libraries = folder + "/usr/lib/syslog-ng";
+    return {"/usr/bin/env",
+            "LD_LIBRARY_PATH=" + libraries + ":" + folder + "/usr/lib/x86_64-linux-gnu",
+            folder + "/usr/sbin/syslog-ng",
+            "--foreground",
+            "--no-caps",
+            "--stderr",
+            "--module-path=" + moduleFolder(libraries),
+            "--cfgfile=syslog-ng.conf",
+            "--persist-file=syslog-ng.persist",
+            "--pidfile=syslog-ng.pid",
+            "--control=syslog-ng.ctl"};
+}
+
+/// Runs syslog-ng with the block of the page, and installs the back end for it.
+void collectWithSyslogNg(Collector::Kind kind, int messages, int portion) {
+    const int port = freePort(kind);
+    std::ofstream("syslog-ng.conf")
+        << "@version: current\n"
+        << replaced(replaced(documented("syslog_ng.conf"), "5170", std::to_string(port)),
+                    "/var/log/shop.log", (fs::current_path() / log).string());
+    const Daemon syslogNg(command(), "collector.txt");
+    waitForPort(kind, port);
+    setProperty("Network.port", std::to_string(port));
+    setProperty("Network.protocol", kind == Collector::Kind::udp ? "udp" : "tcp");
+    setProperty("Network.pattern", "<13>%Y-%m-%dT%H:%M:%S.%e%z vm zol_collectors_tests[%P]: %v");
+    ASSERT_NE(Logger::installBackend("Network"), nullptr);
+    expectToCollect(messages, portion, log);
+}
+
+TEST(SyslogNg, CollectsEachMessageByTcp) {
+    inFreshFolder([] { collectWithSyslogNg(Collector::Kind::tcp, 20000, 20000); });
+}
+
+TEST(SyslogNg, CollectsEachMessageByUdp) {
+    inFreshFolder([] { collectWithSyslogNg(Collector::Kind::udp, 1000, 50); });
+}
+
+} // namespace
