@@ -4,6 +4,7 @@
 #include <spdlog/sinks/base_sink.h>
 
 #include "Connection.h"
+#include "Pattern.h"
 #include "SinkBackend.h"
 
 using namespace ZOL::Backends;

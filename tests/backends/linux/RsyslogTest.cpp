@@ -36,7 +36,6 @@ void collectWithRsyslog(const std::string& documented, Collector::Kind kind, int
     waitForPort(kind, port);
     setProperty("Network.port", std::to_string(port));
     setProperty("Network.protocol", kind == Collector::Kind::udp ? "udp" : "tcp");
-    setProperty("Network.pattern", "<13>%Y-%m-%dT%H:%M:%S.%e%z vm zol_collectors_tests[%P]: %v");
     ASSERT_NE(Logger::installBackend("Network"), nullptr);
     expectToCollect(messages, portion, log);
 }
