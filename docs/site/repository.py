@@ -22,7 +22,7 @@ CONTENTS = {
     "index": {
         "Start": ["concepts", "tutorial"],
         "Using it": ["services", "diagnostics", "questions", "coming-from", "porting", "packages"],
-        "Back ends": ["back-ends", "patterns", "writing-a-back-end"],
+        "Back ends": ["back-ends", "patterns", "collectors", "writing-a-back-end"],
         "In depth": ["performance", "binary-contract", "registry", REFERENCE + "index"],
     },
     "services": {
