@@ -10,7 +10,9 @@
 #include "TextShape.h"
 
 #include "ZOL/Framework/GenericLogger/Logger.h"
+#include "ZOL/Framework/GenericLogger/LoggerBackend.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackendLoadError.h"
+#include "ZOL/Framework/GenericLogger/LoggingChannel.h"
 
 using namespace ZOL::Framework::GenericLogger;
 
@@ -59,6 +61,17 @@ TEST_F(ConsoleTest, IsLoadedByItsName) {
 TEST_F(ConsoleTest, WritesTimeStampLevelNameLoggerNameAndMessageOnOneLine) {
     Logger::getLogger("orders")->warning("stock is low: ") << 3;
     EXPECT_EQ(written(), "WARNING [orders] stock is low: 3\n");
+}
+
+TEST_F(ConsoleTest, ReturnsTheChannelOfALoggerToACallByHand) {
+    Logger::getLogger("orders")->info("x");
+    LoggingChannel* const channel = backend->createChannel("orders");
+    EXPECT_EQ(backend->createChannel("orders"), channel);
+    EXPECT_NE(backend->createChannel("stock"), channel);
+    channel->log(LOG_LEVEL_ERROR, "by hand");
+    channel->release();
+    Logger::getLogger("orders")->info("y");
+    EXPECT_EQ(written(), "INFO [orders] x\nERROR [orders] by hand\nINFO [orders] y\n");
 }
 
 TEST_F(ConsoleTest, NamesTheLevels) {
@@ -119,6 +132,21 @@ TEST(ConsoleSettings, ChangeColourPatternAndLevels) {
         std::string text = testing::internal::GetCapturedStderr();
         text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
         EXPECT_EQ(text, "INFO [orders] written!\n");
+    });
+}
+
+TEST(ConsoleSettings, HaveARuleForALoggerNameWithALineBreak) {
+    support::inFreshProcess([] {
+        setProperty("Console.pattern", "%v");
+        setProperty("Console.levels", "two\nlines=ERROR");
+        testing::internal::CaptureStderr();
+        Logger::installBackend("Console");
+        Logger::getLogger("two\nlines")->info("dropped by the filter");
+        Logger::getLogger("two\nlines")->error("written");
+        Logger::getLogger("two")->info("written");
+        std::string text = testing::internal::GetCapturedStderr();
+        text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+        EXPECT_EQ(text, "ERROR [two\\nlines] written\nINFO [two] written\n");
     });
 }
 

@@ -37,6 +37,7 @@ TEST(DailyFile, WritesToAFileNamedAfterTheDateByDefault) {
         const std::string name = files().front();
         ASSERT_TRUE(hasShape(name, "zol_0000-00-00.log")) << name;
         const std::string text = textOf(name);
+        EXPECT_TRUE(hasShape(text.substr(0, timeStampShape.size()), timeStampShape)) << text;
         EXPECT_EQ(text.substr(0, 10), name.substr(4, 10)) << "the line has the date of its file";
         EXPECT_NE(text.find(" WARNING [orders] stock is low\n"), std::string::npos) << text;
     });

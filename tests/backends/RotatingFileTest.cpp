@@ -79,6 +79,46 @@ TEST(RotatingFile, StartsANewFileAtTheSizeAndKeepsTheConfiguredNumber) {
     });
 }
 
+TEST(RotatingFile, KeepsFiveOlderFilesByDefault) {
+    inFreshFolder([] {
+        setProperty("RotatingFile.size", "1");
+        Logger::installBackend("RotatingFile");
+        for (int i = 0; i < 8; ++i) {
+            logLine("longer than a file");
+        }
+        for (const char* name : {"zol.log", "zol.1.log", "zol.5.log"}) {
+            EXPECT_TRUE(fs::exists(name)) << name;
+        }
+        EXPECT_FALSE(fs::exists("zol.6.log"));
+    });
+}
+
+TEST(RotatingFile, StartsANewFileAtTenMebibytesByDefault) {
+    inFreshFolder([] {
+        setProperty("RotatingFile.pattern", messageOnly);
+        Logger::installBackend("RotatingFile");
+        constexpr std::size_t defaultSize = 10485760;
+        logLine("");
+        const std::size_t lineSize = fs::file_size("zol.log");
+        logLine(std::string(defaultSize - 2 * lineSize, 'x'));
+        EXPECT_EQ(fs::file_size("zol.log"), defaultSize);
+        EXPECT_FALSE(fs::exists("zol.1.log")) << "the file is full";
+        logLine("");
+        EXPECT_EQ(fs::file_size("zol.1.log"), defaultSize);
+        EXPECT_EQ(fs::file_size("zol.log"), lineSize);
+    });
+}
+
+TEST(RotatingFile, WritesMessagesOfEveryLevelByDefault) {
+    inFreshFolder([] {
+        setProperty("RotatingFile.pattern", messageOnly);
+        Logger::installBackend("RotatingFile");
+        Logger::getLogger("orders")->log(static_cast<LoggingLevel>(-1)) << "x";
+        Logger::getLogger("stock")->trace("x");
+        EXPECT_EQ(textOf("zol.log"), "TRACE-11 [orders] x\nTRACE [stock] x\n");
+    });
+}
+
 TEST(RotatingFile, WritesToAFileWithAUnicodeName) {
     inFreshFolder([] {
         const ZOL::Framework::Management::WideString name{0x00F6, 0x65E5, u'.', u'l'};

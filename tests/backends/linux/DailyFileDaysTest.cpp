@@ -1,5 +1,7 @@
 // DailyFile over several days, with a clock that the test moves.
 
+#include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -43,6 +45,66 @@ TEST(DailyFileDays, HaveOneFileEach) {
             EXPECT_EQ(textOf(file), "INFO [orders] day " + std::to_string(day++) + "\n");
         }
         EXPECT_EQ(day, 3);
+    });
+}
+
+/// Logs the text at a time of January or February 2026 in UTC, which is the local time of the test.
+void logAt(int month, int day, int hour, int minute, int second, const char* text) {
+    std::tm time{};
+    time.tm_year = 2026 - 1900;
+    time.tm_mon = month - 1;
+    time.tm_mday = day;
+    time.tm_hour = hour;
+    time.tm_min = minute;
+    time.tm_sec = second;
+    support::TestClock::set(timegm(&time));
+    Logger::getLogger("orders")->info(text);
+}
+
+void installInUtc() {
+    setenv("TZ", "UTC0", 1);
+    tzset();
+    setProperty("DailyFile.pattern", "%v");
+    Logger::installBackend("DailyFile");
+}
+
+TEST(DailyFileDays, AreAllKeptByDefault) {
+    inFreshFolder([] {
+        installInUtc();           // without days of 23 and 25 hours
+        constexpr int days = 400; // more than a year, which would be a plausible default
+        logOnDays(days);
+        EXPECT_EQ(files().size(), static_cast<std::size_t>(days));
+    });
+}
+
+TEST(DailyFileDays, BeginAtMidnightByDefault) {
+    inFreshFolder([] {
+        installInUtc();
+        logAt(1, 31, 23, 58, 30, "1");
+        logAt(1, 31, 23, 59, 30, "2");
+        logAt(2, 1, 0, 0, 0, "3");
+        logAt(2, 1, 0, 1, 0, "4");
+        logAt(2, 1, 23, 59, 30, "5");
+        EXPECT_EQ(files(), (Files{"./zol_2026-01-31.log", "./zol_2026-02-01.log"}));
+        EXPECT_EQ(textOf("zol_2026-01-31.log"), "INFO [orders] 1\nINFO [orders] 2\n");
+        EXPECT_EQ(textOf("zol_2026-02-01.log"),
+                  "INFO [orders] 3\nINFO [orders] 4\nINFO [orders] 5\n");
+    });
+}
+
+TEST(DailyFileDays, BeginAtTheConfiguredTime) {
+    inFreshFolder([] {
+        setProperty("DailyFile.hour", "23");
+        setProperty("DailyFile.minute", "59");
+        installInUtc();
+        logAt(1, 31, 0, 0, 0, "1");
+        logAt(1, 31, 23, 58, 30, "2");
+        logAt(1, 31, 23, 59, 30, "3");
+        logAt(2, 1, 0, 0, 0, "4");
+        logAt(2, 1, 23, 58, 30, "5");
+        logAt(2, 1, 23, 59, 30, "6");
+        EXPECT_EQ(files(), (Files{"./zol_2026-01-31.log", "./zol_2026-02-01.log"}));
+        EXPECT_EQ(textOf("zol_2026-02-01.log"), "INFO [orders] 6\n");
     });
 }
 

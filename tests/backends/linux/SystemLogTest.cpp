@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno> // program_invocation_short_name
 #include <chrono>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -76,6 +78,68 @@ TEST(SystemLog, SendsAPriorityForEachLevelInTheConfiguredFacility) {
         EXPECT_EQ(priorityOf(LOG_LEVEL_INFO), "<134>");
         EXPECT_EQ(priorityOf(LOG_LEVEL_DEBUG), "<135>");
         EXPECT_EQ(priorityOf(LOG_LEVEL_TRACE), "<135>");
+    });
+}
+
+TEST(SystemLog, SendsThePriorityOfEachFacility) {
+    support::inFreshProcess([] {
+        mountPrivateDev();
+        const ListeningSocket log(systemLog);
+        // The numbers of RFC 5424, each with severity 6, information.
+        const std::pair<const char*, int> facilities[] = {
+            {"user", 1},    {"daemon", 3},  {"local0", 16}, {"local1", 17}, {"local2", 18},
+            {"local3", 19}, {"local4", 20}, {"local5", 21}, {"local6", 22}, {"LOCAL7", 23}};
+        for (const auto& [name, number] : facilities) {
+            setProperty("SystemLog.facility", name);
+            LoggerBackend* const backend = Logger::installBackend("SystemLog");
+            Logger::getLogger("orders")->info("x");
+            Logger::uninstallBackend(backend);
+            const std::string packet = log.receive();
+            const std::string priority = "<" + std::to_string(number * 8 + 6) + ">";
+            EXPECT_EQ(packet.substr(0, priority.size()), priority) << name << ": " << packet;
+        }
+    });
+}
+
+TEST(SystemLog, ReportsAnUnknownFacilityWithTheNearestOne) {
+    support::inFreshProcess([] {
+        testing::internal::CaptureStderr();
+        setProperty("SystemLog.facility", "locall3");
+        Logger::installBackend("SystemLog");
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "ZOL back end SystemLog: the property SystemLog.facility is \"locall3\" and not "
+                  "one of user, daemon, local0, local1, local2, local3, local4, local5, local6, "
+                  "local7; using user (did you mean local3?)\n");
+    });
+}
+
+TEST(SystemLog, ReplacesASourceThatWouldSplitTheTag) {
+    support::inFreshProcess([] {
+        testing::internal::CaptureStderr(); // before the mount, which hides the folder of its file
+        mountPrivateDev();
+        const ListeningSocket log(systemLog);
+        setProperty("SystemLog.source", "my shop");
+        Logger::installBackend("SystemLog");
+        Logger::getLogger("orders")->info("x");
+        const std::string packet = log.receive();
+        EXPECT_NE(packet.find(" zol_system_log_tests["), std::string::npos) << packet;
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "ZOL back end SystemLog: the property SystemLog.source is \"my shop\" and not a "
+                  "text without blanks, control characters, ':' and '['; using "
+                  "\"zol_system_log_tests\"\n");
+    });
+}
+
+TEST(SystemLog, HasATagWithoutBlanksAlsoIfTheNameOfTheProgramHasSome) {
+    support::inFreshProcess([] {
+        mountPrivateDev();
+        const ListeningSocket log(systemLog);
+        std::string name = "my shop: [1]";
+        program_invocation_short_name = name.data();
+        Logger::installBackend("SystemLog");
+        Logger::getLogger("orders")->info("x");
+        const std::string packet = log.receive();
+        EXPECT_NE(packet.find(" my_shop___1]["), std::string::npos) << packet;
     });
 }
 

@@ -13,12 +13,18 @@ namespace {
 
 constexpr long running = -1;
 std::atomic<long> fixedNanosecond = running;
-std::atomic<int> hoursAhead = 0;
+std::atomic<std::time_t> secondsAhead = 0;
 
 } // namespace
 
 void advance(int hours) {
-    hoursAhead += hours;
+    secondsAhead += static_cast<std::time_t>(hours) * 60 * 60;
+}
+
+void set(std::time_t time) {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    secondsAhead += time - now.tv_sec;
 }
 
 FixedNanosecond::FixedNanosecond(long nanosecond) {
@@ -38,7 +44,7 @@ extern "C" [[gnu::visibility("default")]] int clock_gettime(clockid_t id, timesp
     static auto* const next = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "clock_gettime"));
     const int result = next(id, tp);
     if (id == CLOCK_REALTIME) {
-        tp->tv_sec += static_cast<std::time_t>(TestClock::hoursAhead) * 60 * 60;
+        tp->tv_sec += TestClock::secondsAhead;
         const long nanosecond = TestClock::fixedNanosecond;
         if (nanosecond != TestClock::running) {
             tp->tv_nsec = nanosecond;
