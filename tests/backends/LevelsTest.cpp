@@ -73,6 +73,13 @@ TEST(LevelFilter, AppliesTheLongestPrefixInAnyOrderOfRules) {
     }
 }
 
+TEST(LevelFilter, ComparesThePrefixInItsWholeLength) {
+    const std::string name(1000, 'x');
+    const LevelFilter filter = filterOf(name + "=ERROR");
+    EXPECT_FALSE(filter.isEnabled(name, LOG_LEVEL_INFO));
+    EXPECT_TRUE(filter.isEnabled(name.substr(1), LOG_LEVEL_INFO));
+}
+
 TEST(LevelFilter, EnablesLoggersWithoutARule) {
     EXPECT_TRUE(filterOf("orders=ERROR").isEnabled("stock", LOG_LEVEL_TRACE));
 }
@@ -88,9 +95,11 @@ TEST(LevelFilter, AppliesTheLastRuleOfAPrefix) {
 }
 
 TEST(LevelFilter, AcceptsAnEqualsSignInALoggerName) {
-    const LevelFilter filter = filterOf("a=b=ERROR");
-    EXPECT_FALSE(filter.isEnabled("a=b", LOG_LEVEL_INFO));
-    EXPECT_TRUE(filter.isEnabled("a", LOG_LEVEL_INFO));
+    for (const char* name : {"a=b", "a=", "a,b c=d", "a=xyz-1:2/3"}) {
+        const LevelFilter filter = filterOf(std::string(name) + "=ERROR");
+        EXPECT_FALSE(filter.isEnabled(name, LOG_LEVEL_INFO)) << name;
+        EXPECT_TRUE(filter.isEnabled("a", LOG_LEVEL_INFO)) << name;
+    }
 }
 
 TEST(LevelFilter, IgnoresBlanksAndLineBreaksAroundRules) {
@@ -112,7 +121,8 @@ TEST(LevelFilter, RejectsRulesWithAnotherSeparator) {
     for (const char* text :
          {"=WARNING,orders=TRACE", "=WARNING orders=TRACE", "=WARNING, orders=TRACE",
           "a=WARNING|orders=TRACE", "a=WARNING\torders=TRACE", "a=WARNING\norders=TRACE",
-          "a=1\rorders=TRACE", "=ERROR,a=INFO,orders=TRACE", "=WARNING,orders=TRCE"}) {
+          "=WARNING,a=b=TRACE", "a=1\rorders=TRACE", "=ERROR,a=INFO,orders=TRACE",
+          "=WARNING,orders=TRCE"}) {
         InvalidRules invalidRules;
         const LevelFilter filter(std::string(text) + ";b=ERROR", invalidRules);
         ASSERT_EQ(invalidRules.size(), 1U) << text;

@@ -148,10 +148,12 @@ TEST(SettingsTable, HasTheSettingsOfThisPlatformOnly) {
     const Setting windowsOnly{"Test",  "x", SettingType::text,         "", "windows", {}, 0, 0,
                               nullptr, 0,   SettingPlatform::onWindows};
     EXPECT_NE(isOnThisPlatform(linuxOnly), isOnThisPlatform(windowsOnly));
-    const Setting rows[] = {linuxOnly, windowsOnly};
-    const Setting* const found = SettingsTable(rows, 2).find("Test", "x");
-    ASSERT_NE(found, nullptr);
-    EXPECT_TRUE(isOnThisPlatform(*found));
+    const Setting rows[] = {linuxOnly, windowsOnly, linuxOnly};
+    for (const Setting* first : {rows, rows + 1}) { // in either order
+        const Setting* const found = SettingsTable(first, 2).find("Test", "x");
+        ASSERT_NE(found, nullptr);
+        EXPECT_TRUE(isOnThisPlatform(*found));
+    }
 }
 
 } // namespace
