@@ -98,7 +98,7 @@ TEST(ConsoleOnTerminal, HasNoColoursIfColourIsNever) {
         setProperty("Console.colour", "never");
         setProperty("Console.pattern", "%^%v%$");
         {
-            const StandardError terminal(slave);
+            const RedirectedStandardError terminal(slave);
             Logger::installBackend("Console");
             Logger::getLogger("orders")->error("red");
         }
