@@ -125,6 +125,13 @@ std::string utf8(const Framework::Management::WideString& text) {
     return result;
 }
 
+Framework::Management::WideString utf16(std::string_view text) {
+    Framework::Management::WideString result;
+    result.reserve(text.size());
+    ::utf8::utf8to16(text.begin(), text.end(), std::back_inserter(result));
+    return result;
+}
+
 void appendEscaped(std::string& line, std::string_view text) {
     while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
         text.remove_suffix(1);

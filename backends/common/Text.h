@@ -11,6 +11,10 @@ namespace ZOL::Backends {
 /// Converts the text of a property to UTF-8. An unpaired surrogate becomes U+FFFD.
 std::string utf8(const Framework::Management::WideString& text);
 
+/// Converts UTF-8 to UTF-16. Throws a std::exception if the text is not valid UTF-8; texts from
+/// appendEscaped are.
+Framework::Management::WideString utf16(std::string_view text);
+
 /// Appends a text to a line. Line ends at the end of the text are removed. The rest is made safe to
 /// show: an invalid UTF-8 sequence becomes U+FFFD, and control characters except tab become escapes
 /// such as \n, \r, \0, \x1B, \x85 and \u2028. A backslash stays as it is.

@@ -32,6 +32,18 @@ TEST(Utf8, ReplacesUnpairedSurrogates) {
                                                    "a");
 }
 
+TEST(Utf16, DecodesCharactersOfEveryLength) {
+    EXPECT_EQ(utf16("a\u00e9\u20ac\U0001F600"), wide(u"a\u00e9\u20ac\U0001F600"));
+    EXPECT_EQ(utf16("\u007f\u0080\u07ff\u0800\uffff\U00010000\U0010ffff"),
+              wide(u"\u007f\u0080\u07ff\u0800\uffff\U00010000\U0010ffff"));
+    EXPECT_EQ(utf16(""), wide(u""));
+}
+
+TEST(Utf16, RejectsWhatIsNotUtf8) {
+    EXPECT_THROW(utf16("a\xE9"), std::exception);
+    EXPECT_THROW(utf16("\xED\xA0\x80"), std::exception);
+}
+
 /// U+FFFD, which replaces an invalid sequence.
 const std::string replaced = "\xEF\xBF\xBD";
 

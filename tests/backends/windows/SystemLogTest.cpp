@@ -18,14 +18,16 @@ namespace {
 
 struct Event {
     WORD type;
+    DWORD id;
+    bool hasUser;
     std::wstring text;
 };
 
 std::vector<Event> events;
-std::string eventSource;
+std::wstring eventSource;
 bool isLogFull = false;
 
-HANDLE WINAPI registerEventSource(LPCSTR, LPCSTR source) {
+HANDLE WINAPI registerEventSource(LPCWSTR, LPCWSTR source) {
     eventSource = source;
     return GetCurrentProcess(); // a handle that may be closed
 }
@@ -34,19 +36,20 @@ BOOL WINAPI deregisterEventSource(HANDLE) {
     return TRUE;
 }
 
-BOOL WINAPI reportEvent(HANDLE, WORD type, WORD, DWORD, PSID, WORD, DWORD, LPCWSTR* texts, LPVOID) {
+BOOL WINAPI reportEvent(HANDLE, WORD type, WORD, DWORD id, PSID user, WORD, DWORD, LPCWSTR* texts,
+                        LPVOID) {
     if (isLogFull) {
         SetLastError(ERROR_LOG_FILE_FULL);
         return FALSE;
     }
-    events.push_back({type, texts[0]});
+    events.push_back({type, id, user != nullptr && IsValidSid(user), texts[0]});
     return TRUE;
 }
 
 void install() {
     ASSERT_NE(Logger::installBackend("SystemLog"), nullptr);
     HMODULE const plugin = GetModuleHandleA("SystemLog_r.dll");
-    ASSERT_NE(support::hookImport(plugin, "RegisterEventSourceA",
+    ASSERT_NE(support::hookImport(plugin, "RegisterEventSourceW",
                                   reinterpret_cast<void*>(&registerEventSource)),
               nullptr);
     ASSERT_NE(support::hookImport(plugin, "DeregisterEventSource",
@@ -58,17 +61,47 @@ void install() {
 
 TEST(SystemLog, ReportsAnEventOfTheRightTypeForEachMessage) {
     support::inFreshProcess([] {
-        setProperty("SystemLog.source", "shop");
+        ZOL::Framework::Framework::propertyManager()->setProperty(L"SystemLog.source",
+                                                                  L"sh\u00f6p \u20ac");
         install();
         Logger::getLogger("orders")->error("sold out \xE2\x82\xAC");
         Logger::getLogger("orders")->warning("low");
         Logger::getLogger("orders")->info("fine");
-        EXPECT_EQ(eventSource, "shop");
-        ASSERT_EQ(events.size(), 3U);
+        Logger::getLogger("orders")->debug("details");
+        Logger::getLogger("orders")->fatal("fire");
+        EXPECT_EQ(eventSource, L"sh\u00f6p \u20ac");
+        ASSERT_EQ(events.size(), 5U);
         EXPECT_EQ(events[0].text, L"ERROR [orders] sold out \u20AC");
         EXPECT_EQ(events[0].type, EVENTLOG_ERROR_TYPE);
         EXPECT_EQ(events[1].type, EVENTLOG_WARNING_TYPE);
         EXPECT_EQ(events[2].type, EVENTLOG_INFORMATION_TYPE);
+        EXPECT_EQ(events[3].type, EVENTLOG_SUCCESS);
+        EXPECT_EQ(events[4].type, EVENTLOG_ERROR_TYPE);
+        for (const Event& event : events) {
+            EXPECT_EQ(event.id, 1000U);
+            EXPECT_TRUE(event.hasUser);
+        }
+    });
+}
+
+TEST(SystemLog, IsNamedZolWithoutASetting) {
+    support::inFreshProcess([] {
+        install();
+        Logger::getLogger("orders")->info("fine");
+        EXPECT_EQ(eventSource, L"ZOL");
+    });
+}
+
+TEST(SystemLog, WritesAMessageInTheAnsiCodePageAndTheNextOne) {
+    support::inFreshProcess([] {
+        install();
+        testing::internal::CaptureStderr();
+        Logger::getLogger("orders")->info("Caf\xE9 \x80");
+        Logger::getLogger("orders")->info("fine");
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        ASSERT_EQ(events.size(), 2U);
+        EXPECT_EQ(events[0].text, L"INFO [orders] Caf\uFFFD \uFFFD");
+        EXPECT_EQ(events[1].text, L"INFO [orders] fine");
     });
 }
 
