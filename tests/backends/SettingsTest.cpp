@@ -25,6 +25,7 @@ constexpr Setting rows[] = {
     {"Test", "levels", SettingType::levels, "", "", {}},
     {"Test", "tag", SettingType::tag, "", "sender", {}},
     {"Test", "source", SettingType::eventSource, "", "sender", {}},
+    {"Other", "other", SettingType::text, "", "default", {}},
 };
 constexpr SettingsTable table(rows, std::size(rows));
 
@@ -87,6 +88,7 @@ TEST_F(SettingsTest, KeepTheValuesThatWereSetWhenTheyWereConstructed) {
     EXPECT_EQ(after.text("text"), "after");
     EXPECT_FALSE(before.hasSameValues(after));
     EXPECT_TRUE(before.hasSameValues(settings("text", "before")));
+    EXPECT_TRUE(before.hasSameValues(settings("other", "not a setting of this back end")));
 }
 
 TEST_F(SettingsTest, ReadsTexts) {
@@ -189,6 +191,13 @@ TEST(TagOf, ReplacesCharactersThatEndATag) {
     EXPECT_EQ(tagOf("my shop:[1]\x7F"), "my_shop__1]_");
     EXPECT_EQ(tagOf("[x"), "_x");
     EXPECT_EQ(tagOf("shop-2.5"), "shop-2.5");
+}
+
+TEST_F(SettingsTest, ReadsPathsAndRejectsAnEmptyOne) {
+    EXPECT_EQ(settings("path", "a b/c.log").path("path"), std::filesystem::path("a b/c.log"));
+    EXPECT_EQ(settings("path", "").path("path"), std::filesystem::path("file"));
+    EXPECT_EQ(report(), "ZOL back end Test: the property Test.path is \"\" and not the name of a "
+                        "file; using \"file\"\n");
 }
 
 TEST_F(SettingsTest, RejectsAPathWithAZero) {

@@ -4,6 +4,8 @@
 #include "OutOfMemory.h"
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -13,7 +15,10 @@
 
 #include "FreshFolder.h"
 #include "Property.h"
+#include "RecordingSink.h"
+#include "SinkBackend.h"
 
+using namespace ZOL::Backends;
 using namespace ZOL::Framework::GenericLogger;
 using support::longText;
 
@@ -125,6 +130,41 @@ TEST_P(InstallationOutOfMemory, CreateChannelReturnsNullOrAChannelAndSucceedsWit
         channel->log(LOG_LEVEL_INFO, "written");
         EXPECT_EQ(textOf("zol.log"), "INFO [" + name + "] written\n");
         testing::internal::GetCapturedStderr();
+    });
+}
+
+void setPattern(const std::string& pattern) {
+    setProperty("Console.pattern", pattern);
+}
+
+TEST_P(InstallationOutOfMemory, NewSettingsAreAppliedWithoutMemory) {
+    inFreshFolder([] {
+        std::vector<RecordedLine> lines;
+        setPattern(longText);
+        SinkBackend backend(Settings("Console"),
+                            [&lines](const Settings&) { return recordingOptions(lines); });
+        ASSERT_NE(backend.createChannel("orders"), nullptr);
+        setPattern(std::string(longText) + " %v");
+        backend.update(Settings("Console"));
+        EXPECT_EQ(allocationsOf([&] { backend.createChannel("orders"); }), 0U);
+    });
+}
+
+TEST_P(InstallationOutOfMemory, NewSettingsThatCannotBeReadLeaveThoseBeforeThem) {
+    inFreshFolder([this] {
+        std::vector<RecordedLine> lines;
+        setPattern("1%v");
+        SinkBackend backend(Settings("Console"),
+                            [&lines](const Settings&) { return recordingOptions(lines); });
+        setPattern("2%v");
+        backend.update(Settings("Console"));
+        setPattern("3%v");
+        EXPECT_TRUE(attempt(1, [&] { backend.update(Settings("Console")); }).threwBadAlloc);
+        Settings third("Console");
+        EXPECT_TRUE(attempt(1, [&] { backend.update(std::move(third)); }).threwBadAlloc);
+        backend.createChannel("orders")->log(LOG_LEVEL_INFO, "x");
+        ASSERT_EQ(lines.size(), 1U);
+        EXPECT_EQ(lines[0].line, "2INFO [orders] x");
     });
 }
 
