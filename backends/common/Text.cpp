@@ -31,6 +31,10 @@ bool isLowSurrogate(char32_t unit) {
     return unit >= firstLowSurrogate && unit < afterSurrogates;
 }
 
+bool isAscii(char character) {
+    return static_cast<unsigned char>(character) <= deleteCharacter;
+}
+
 /// ASCII that needs no escape.
 bool isPlain(char character) {
     const auto byte = static_cast<unsigned char>(character);
@@ -68,20 +72,31 @@ void appendEscape(std::string& line, char32_t character) {
     }
 }
 
-/// Appends valid UTF-8.
-void appendValid(std::string& line, std::string_view text) {
-    const char* unwritten = text.data();
+/// Whether valid UTF-8 has a control character.
+bool hasControlCharacter(std::string_view text) {
     const char* const end = text.data() + text.size();
-    for (const char* next = unwritten; next != end;) {
+    for (const char* next = text.data(); next != end;) {
+        if (isControlCharacter(::utf8::unchecked::next(next))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Appends bytes beyond ASCII.
+void appendNonAscii(std::string& line, std::string_view text) {
+    std::string valid;
+    ::utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid), replacement);
+    const char* const end = valid.data() + valid.size();
+    for (const char* next = valid.data(); next != end;) {
         const char* const begin = next;
         const char32_t character = ::utf8::unchecked::next(next);
         if (isControlCharacter(character)) {
-            line.append(unwritten, begin);
             appendEscape(line, character);
-            unwritten = next;
+        } else {
+            line.append(begin, next);
         }
     }
-    line.append(unwritten, end);
 }
 
 /// The size of the escape that a text begins with. The text begins with a backslash, which need not
@@ -136,16 +151,28 @@ void appendEscaped(std::string& line, std::string_view text) {
     while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
         text.remove_suffix(1);
     }
-    if (std::all_of(text.begin(), text.end(), isPlain)) {
-        line += text;
-    } else if (::utf8::find_invalid(text.begin(), text.end()) == text.end()) {
-        appendValid(line, text);
-    } else {
-        std::string valid;
-        valid.reserve(text.size());
-        ::utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid), replacement);
-        appendValid(line, valid);
+    const char* unwritten = text.data();
+    const char* const end = text.data() + text.size();
+    for (const char* next = unwritten; next != end;) {
+        const char* const begin = next;
+        if (isPlain(*begin)) {
+            next = std::find_if_not(begin, end, isPlain);
+        } else if (isAscii(*begin)) {
+            ++next;
+            line.append(unwritten, begin);
+            appendEscape(line, static_cast<unsigned char>(*begin));
+            unwritten = next;
+        } else {
+            next = std::find_if(begin, end, isAscii); // no sequence contains ASCII
+            if (::utf8::find_invalid(begin, next) != next ||
+                hasControlCharacter({begin, static_cast<std::size_t>(next - begin)})) {
+                line.append(unwritten, begin);
+                appendNonAscii(line, {begin, static_cast<std::size_t>(next - begin)});
+                unwritten = next;
+            }
+        }
     }
+    line.append(unwritten, end);
 }
 
 std::string escaped(std::string_view text) {
