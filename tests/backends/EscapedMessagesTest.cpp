@@ -47,6 +47,13 @@ TEST_F(EscapedMessagesTest, TruncatesAMessageBetweenEscapes) {
     EXPECT_EQ(written[1].line, "INFO [a] 12345678...");
 }
 
+TEST_F(EscapedMessagesTest, TruncatesANameOfALoggerThatLeavesNoRoom) {
+    SinkBackend test = backend(20);
+    test.createChannel("a name of a logger that is long")->log(LOG_LEVEL_INFO, "text");
+    ASSERT_EQ(written.size(), 1U);
+    EXPECT_EQ(written[0].line, "INFO [a name of a...");
+}
+
 TEST_F(EscapedMessagesTest, EscapesReportsOnStandardError) {
     testing::internal::CaptureStderr();
     reportToStderr("Te\nst", "no \xE9 \x1B[2J\u0085 file\n");

@@ -2,9 +2,11 @@
 
 #include "Pattern.h"
 
+#include <cerrno> // program_invocation_short_name
 #include <cstdlib>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -41,6 +43,20 @@ TEST(PatternOfProcess, HasTheNumbersOfAChildProcessAfterFork) {
     int status = -1;
     ASSERT_EQ(waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0);
+}
+
+TEST(PatternOfProcess, HasTheNameOfTheMachine) {
+    char name[256] = "";
+    ASSERT_EQ(gethostname(name, sizeof(name)), 0);
+    EXPECT_EQ(PatternLine("%W").at(exampleTime()), name);
+}
+
+TEST(PatternOfProcess, HasTheNameOfTheProgramAsOneWord) {
+    char name[] = "my shop\x1B";
+    char* const before = std::exchange(program_invocation_short_name, name);
+    const PatternLine pattern("%N");
+    program_invocation_short_name = before;
+    EXPECT_EQ(pattern.at(exampleTime()), "my_shop\\x1B");
 }
 
 class PatternInTimeZone : public testing::Test {
