@@ -77,6 +77,47 @@ TEST(ConsoleOnTerminal, HasDifferentColoursForLevels) {
     close(slave);
 }
 
+/// What a message looks like on a terminal of that type.
+std::string lineOnTerminal(const char* type) {
+    int master = -1;
+    int slave = -1;
+    EXPECT_TRUE(openTerminal(master, slave)) << std::strerror(errno);
+    setenv("TERM", type, 1);
+    unsetenv("COLORTERM");
+    {
+        const RedirectedStandardError terminal(slave);
+        setProperty("Console.pattern", "%^%v%$");
+        Logger::installBackend("Console");
+        Logger::getLogger("orders")->info("x");
+    }
+    std::string text;
+    pollfd arrived{master, POLLIN, 0};
+    while (text.find('\n') == std::string::npos && poll(&arrived, 1, 10000) == 1) {
+        std::array<char, 4096> buffer{};
+        const ssize_t size = read(master, buffer.data(), buffer.size());
+        text.append(buffer.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
+    }
+    close(master);
+    close(slave);
+    return text;
+}
+
+TEST(ConsoleOnTerminal, HasColoursIfTheTerminalHas) {
+    support::inFreshProcess(
+        [] { EXPECT_EQ(lineOnTerminal("xterm"), "\x1b[32mINFO [orders] x\x1b[m\r\n"); });
+}
+
+TEST(ConsoleOnTerminal, HasNoColoursIfTheTerminalHasNone) {
+    support::inFreshProcess([] { EXPECT_EQ(lineOnTerminal("dumb"), "INFO [orders] x\r\n"); });
+}
+
+TEST(ConsoleOnTerminal, HasNoColoursIfColourIsNever) {
+    support::inFreshProcess([] {
+        setProperty("Console.colour", "never");
+        EXPECT_EQ(lineOnTerminal("xterm"), "INFO [orders] x\r\n");
+    });
+}
+
 TEST(ConsoleOnTerminal, ThrowsNothingIfStandardErrorCannotBeWritten) {
     const int full = open("/dev/full", O_WRONLY);
     ASSERT_NE(full, -1);
