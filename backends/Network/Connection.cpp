@@ -69,14 +69,14 @@ Connection::Connection(Protocol protocol, const std::string& host, int port,
     : protocol_(protocol), timeout_(timeout), socket_(Sockets::invalidSocket) {
     Sockets::initialize();
     try {
-        open(host, port);
+        connect(host, port);
     } catch (...) {
         Sockets::shutdown();
         throw;
     }
 }
 
-void Connection::open(const std::string& host, int port) {
+void Connection::connect(const std::string& host, int port) {
     const Addresses addresses = resolve(protocol_, host, port);
     const Clock::time_point deadline = timeout_.deadline();
     int addressesLeft = count(addresses.get());

@@ -33,7 +33,7 @@ public:
 private:
     using Clock = StatementTimeout::Clock;
 
-    void open(const std::string& host, int port);
+    void connect(const std::string& host, int port);
     int connectTo(const addrinfo& address, Clock::time_point deadline);
     void throwIfClosedByPeer();
 

@@ -130,34 +130,6 @@ TEST(ConsoleOnTerminal, ThrowsNothingIfStandardErrorCannotBeWritten) {
     close(full);
 }
 
-TEST(ConsoleOnTerminal, HasNoColoursIfColourIsNever) {
-    support::inFreshProcess([] {
-        int master = -1;
-        int slave = -1;
-        ASSERT_TRUE(openTerminal(master, slave)) << std::strerror(errno);
-        setenv("TERM", "xterm", 1);
-        setProperty("Console.colour", "never");
-        setProperty("Console.pattern", "%^%v%$");
-        {
-            const RedirectedStandardError terminal(slave);
-            Logger::installBackend("Console");
-            Logger::getLogger("orders")->error("red");
-        }
-        std::array<char, 4096> buffer{};
-        std::string text;
-        while (text.find('\n') == std::string::npos) {
-            pollfd arrived{master, POLLIN, 0};
-            ASSERT_EQ(poll(&arrived, 1, 10000), 1) << "received only: " << text;
-            const ssize_t size = read(master, buffer.data(), buffer.size());
-            ASSERT_GT(size, 0);
-            text.append(buffer.data(), static_cast<std::size_t>(size));
-        }
-        EXPECT_EQ(text, "ERROR [orders] red\r\n");
-        close(master);
-        close(slave);
-    });
-}
-
 TEST(ConsoleOnTerminal, ColoursFilesTooIfColourIsAlways) {
     support::inFreshProcess([] {
         setProperty("Console.colour", "always");
