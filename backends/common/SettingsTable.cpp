@@ -10,19 +10,21 @@ namespace {
 
 constexpr Setting text(SettingType type, std::string_view backend, std::string_view name,
                        std::string_view defaultValue, std::string_view help) {
-    return {backend, name, type, help, defaultValue, {}};
+    return {backend, name, type, SettingPlatform::any, help, defaultValue, {}};
 }
 
 constexpr Setting number(std::string_view backend, std::string_view name,
                          std::string_view defaultValue, long long min, long long max,
                          std::string_view help) {
-    return {backend, name, SettingType::number, help, defaultValue, {}, min, max};
+    return {backend, name, SettingType::number, SettingPlatform::any, help, defaultValue, {},
+            min,     max};
 }
 
 template <std::size_t count>
 constexpr Setting choice(std::string_view backend, std::string_view name,
                          const std::string_view (&choices)[count], std::string_view help) {
-    return {backend, name, SettingType::choice, help, choices[0], {}, 0, 0, choices, count};
+    return {backend, name, SettingType::choice, SettingPlatform::any, help, choices[0], {}, 0, 0,
+            choices, count};
 }
 
 constexpr Setting withDefaultHelp(Setting setting, std::string_view defaultHelp) {

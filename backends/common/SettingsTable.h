@@ -29,6 +29,7 @@ struct Setting {
     std::string_view backend; ///< everyBackend, or the one that has it
     std::string_view name;
     SettingType type;
+    SettingPlatform platform;
     std::string_view help;         ///< one line
     std::string_view defaultValue; ///< as a host would write it; empty if defaultHelp says it
     std::string_view defaultHelp;  ///< the default in words, if it is not a fixed text
@@ -36,7 +37,6 @@ struct Setting {
     long long max = 0;
     const std::string_view* choices = nullptr; ///< the first one is the default
     std::size_t choiceCount = 0;
-    SettingPlatform platform = SettingPlatform::any;
 };
 
 /// The settings of the back ends. All checks, defaults and documents come from it.

@@ -143,10 +143,9 @@ TEST(SettingsTable, FindsTheSettingOfABackEndBeforeThatOfEveryBackEnd) {
 }
 
 TEST(SettingsTable, HasTheSettingsOfThisPlatformOnly) {
-    const Setting linuxOnly{"Test",  "x", SettingType::text,       "", "linux", {}, 0, 0,
-                            nullptr, 0,   SettingPlatform::onLinux};
-    const Setting windowsOnly{"Test",  "x", SettingType::text,         "", "windows", {}, 0, 0,
-                              nullptr, 0,   SettingPlatform::onWindows};
+    const Setting linuxOnly{"Test", "x", SettingType::text, SettingPlatform::onLinux, "", "x", {}};
+    const Setting windowsOnly{"Test", "x", SettingType::text, SettingPlatform::onWindows, "",
+                              "x",    {}};
     EXPECT_NE(isOnThisPlatform(linuxOnly), isOnThisPlatform(windowsOnly));
     const Setting rows[] = {linuxOnly, windowsOnly, linuxOnly};
     for (const Setting* first : {rows, rows + 1}) { // in either order

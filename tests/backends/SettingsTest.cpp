@@ -17,15 +17,25 @@ namespace {
 constexpr std::string_view letters[] = {"alpha", "beta"};
 
 constexpr Setting rows[] = {
-    {"Test", "text", SettingType::text, "", "default", {}},
-    {"Test", "path", SettingType::path, "", "file", {}},
-    {"Test", "number", SettingType::number, "", "7", {}, 0, 9},
-    {"Test", "size", SettingType::size, "", "2K", {}},
-    {"Test", "choice", SettingType::choice, "", letters[0], {}, 0, 0, letters, std::size(letters)},
-    {"Test", "levels", SettingType::levels, "", "", {}},
-    {"Test", "tag", SettingType::tag, "", "sender", {}},
-    {"Test", "source", SettingType::eventSource, "", "sender", {}},
-    {"Other", "other", SettingType::text, "", "default", {}},
+    {"Test", "text", SettingType::text, SettingPlatform::any, "", "default", {}},
+    {"Test", "path", SettingType::path, SettingPlatform::any, "", "file", {}},
+    {"Test", "number", SettingType::number, SettingPlatform::any, "", "7", {}, 0, 9},
+    {"Test", "size", SettingType::size, SettingPlatform::any, "", "2K", {}},
+    {"Test",
+     "choice",
+     SettingType::choice,
+     SettingPlatform::any,
+     "",
+     letters[0],
+     {},
+     0,
+     0,
+     letters,
+     std::size(letters)},
+    {"Test", "levels", SettingType::levels, SettingPlatform::any, "", "", {}},
+    {"Test", "tag", SettingType::tag, SettingPlatform::any, "", "sender", {}},
+    {"Test", "source", SettingType::eventSource, SettingPlatform::any, "", "sender", {}},
+    {"Other", "other", SettingType::text, SettingPlatform::any, "", "default", {}},
 };
 constexpr SettingsTable table(rows, std::size(rows));
 
