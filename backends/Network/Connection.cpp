@@ -18,7 +18,7 @@ constexpr int noAnswer = -1;
 
 /// What a statement discards at most of what the collector sends, so that one that never stops
 /// sending does not stall it.
-constexpr int maxDiscards = 64;
+constexpr int maxDiscards = 16;
 
 /// Waits again if a signal has interrupted the wait.
 bool waitWritable(std::intptr_t socket, StatementTimeout::Clock::time_point deadline) {
@@ -151,8 +151,7 @@ void Connection::send(const char* data, std::size_t size) {
         }
         data += sent;
         size -= static_cast<std::size_t>(sent);
-        // A collector that reads slowly is always writable again after some time.
-        if (size > 0 && (!waitWritable(socket_, deadline) || Clock::now() >= deadline)) {
+        if (size > 0 && !waitWritable(socket_, deadline)) {
             throw SinkTimeout("the collector takes no more messages");
         }
     }

@@ -12,7 +12,7 @@ namespace ZOL::Backends::Sockets {
 constexpr std::intptr_t invalidSocket = -1;
 
 /// How much one call of discardIncoming reads.
-constexpr std::size_t discardedBytes = 4096;
+constexpr std::size_t discardedBytes = 16384;
 
 /// Must precede the other functions. Each call needs one call of shutdown.
 void initialize();

@@ -136,8 +136,10 @@ TEST(Connection, DeadlineOfAStatementCoversAllItsConnections) {
 TEST(Connection, StatementAfterADeadlineHasItsOwn) {
     StatementTimeout statement(20ms);
     const auto deadline = statement.deadline();
-    std::this_thread::sleep_until(deadline);
-    const auto now = Clock::now();
+    Clock::time_point now = Clock::now();
+    for (; now < deadline; now = Clock::now()) {
+        std::this_thread::sleep_for(1ms);
+    }
     EXPECT_GE(statement.deadline(), now + 20ms);
 }
 
@@ -155,34 +157,32 @@ TEST(Connection, NoticesTheEndOfACollectorThatHasSentSomething) {
               "the collector has closed the connection");
 }
 
-TEST(Connection, CollectorThatNeverStopsSendingDoesNotStallIt) {
+/// Lets the collector send until the buffers of both sides are full, and returns how much that is.
+std::size_t fillBuffers(Collector& collector) {
+    const std::string noise(std::size_t{64} * 1024, 'n');
+    std::size_t sent = 0;
+    for (int pauses = 0; pauses < 5;) {
+        const long long size = collector.send(noise);
+        if (size > 0) {
+            sent += static_cast<std::size_t>(size);
+        } else {
+            ++pauses;
+            std::this_thread::sleep_for(2ms);
+        }
+    }
+    return sent;
+}
+
+TEST(Connection, ReadsOnlyAPartOfWhatACollectorSendsThatNeverStops) {
     Collector collector(Collector::Kind::tcp);
     StatementTimeout statement(longTimeout);
     Connection connection(Protocol::tcp, loopback, collector.port(), statement);
-    collector.accept();
-    std::atomic<bool> started = false;
-    std::atomic<bool> done = false;
-    std::thread sender([&] {
-        const std::string noise(std::size_t{64} * 1024, 'n');
-        for (const auto end = Clock::now() + 2 * maxDuration; !done && Clock::now() < end;) {
-            collector.send(noise);
-            started = true;
-        }
-    });
-    while (!started) {
-        std::this_thread::yield();
-    }
-    const auto begin = Clock::now();
-    std::string expected;
-    for (int i = 0; i < 1000; ++i) {
-        send(connection, "message\n");
-        expected += "message\n";
-    }
-    EXPECT_LT(Clock::now() - begin, maxDuration);
-    done = true;
-    sender.join();
-    send(connection, "last\n");
-    EXPECT_EQ(collector.receive("last\n"), expected + "last\n");
+    const std::size_t all = fillBuffers(collector);
+    send(connection, "first\n");
+    const std::size_t discarded = fillBuffers(collector);
+    EXPECT_LT(discarded, all / 2);
+    send(connection, "second\n");
+    EXPECT_EQ(collector.receive("second\n"), "first\nsecond\n");
 }
 
 TEST(Connection, GivesTheReasonWhyAHostHasNoAddress) {

@@ -3,6 +3,7 @@
 
 #include "OutOfMemory.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -30,9 +31,10 @@ constexpr const char* backends[] = {"Console", "DailyFile",    "DebugOutput",
 using CreateBackend = LoggerBackend*();
 
 CreateBackend* entryPointOf(const char* backend) {
-    // Never destroyed: the plug-in stays loaded.
-    const auto* const holder = new ZOL::Gadgets::DLL::DLLHolder(backend, "");
-    return holder->resolve<CreateBackend>("createBackend");
+    // Never destroyed: the plug-ins stay loaded.
+    static auto& holders = *new std::vector<std::unique_ptr<ZOL::Gadgets::DLL::DLLHolder>>;
+    holders.push_back(std::make_unique<ZOL::Gadgets::DLL::DLLHolder>(backend, ""));
+    return holders.back()->resolve<CreateBackend>("createBackend");
 }
 
 /// Settings of each type, longer than the small-string buffer, some of them invalid.
