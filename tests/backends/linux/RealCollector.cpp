@@ -14,12 +14,14 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 #include <unistd.h>
 
 #include "ZOL/Framework/GenericLogger/Logger.h"
 
 #include "FreshFolder.h"
 #include "TextShape.h"
+#include "linux/PrivateMounts.h"
 
 using namespace ZOL::Framework::GenericLogger;
 
@@ -36,8 +38,6 @@ void waitFor(Condition condition, const std::string& what) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
 }
-
-constexpr std::string_view timeShape = "0000-00-00T00:00:00.000+00:00";
 
 struct Severity {
     LoggingLevel level;
@@ -59,9 +59,9 @@ std::string hostName() {
 
 /// Replaces the sign of the offset from UTC, which depends on the machine.
 std::string withPlus(std::string time) {
-    constexpr std::size_t sign = 23;
-    if (time.size() > sign && time[sign] == '-') {
-        time[sign] = '+';
+    constexpr std::size_t offset = 6;
+    if (time.size() > offset && time[time.size() - offset] == '-') {
+        time[time.size() - offset] = '+';
     }
     return time;
 }
@@ -80,6 +80,10 @@ void waitForPort(Collector::Kind kind, int port) {
             "the collector does not listen: " + textOf("collector.txt"));
 }
 
+void waitForFile(const std::string& file) {
+    waitFor([&] { return std::filesystem::exists(file); }, "the collector makes no " + file);
+}
+
 std::string documented(const std::string& block) {
     return textOf(std::string(DOCUMENTED_FOLDER "/") + block);
 }
@@ -93,7 +97,9 @@ std::string replaced(std::string text, const std::string& from, const std::strin
     return text;
 }
 
-void expectToCollect(int messages, int portion, const std::string& file) {
+void expectToCollect(int messages, int portion, const std::string& file,
+                     const std::string& fraction) {
+    const std::string timeShape = "0000-00-00T00:00:00" + fraction + "+00:00";
     const std::string sender = " " + hostName() + " " + program_invocation_short_name + "[" +
                                std::to_string(getpid()) + "]: user.";
     std::string expected;
@@ -129,6 +135,17 @@ void expectToCollect(int messages, int portion, const std::string& file) {
     EXPECT_TRUE(collected == expected)
         << "collected: " << collected.substr(differing, 200)
         << "\nexpected: " << expected.substr(std::min(differing, expected.size()), 200);
+}
+
+void leaveTheMachinesLog() {
+    support::leaveTheMachinesMounts();
+    std::filesystem::create_directory("dev");
+    support::mountMemory("dev", "size=1m");
+    for (const std::string device : {"null", "random", "urandom"}) {
+        std::ofstream("dev/" + device).close();
+        support::mountFile("/dev/" + device, ("dev/" + device).c_str());
+    }
+    support::requireMounts(mount("dev", "/dev", nullptr, MS_BIND | MS_REC, nullptr) == 0, "/dev");
 }
 
 } // namespace realCollector

@@ -1,7 +1,9 @@
-// The Network back end and the real syslog-ng, with the configuration of collectors.md.
+// The back ends Network and SystemLog and the real syslog-ng, with the configuration of
+// collectors.md.
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -49,14 +51,18 @@ std::vector<std::string> command() {
             "--control=syslog-ng.ctl"};
 }
 
-/// Runs syslog-ng with the block of the page, and installs the back end for it.
-void collectWithSyslogNg(Collector::Kind kind, int messages, int portion) {
-    const int port = freePort(kind);
+/// Runs syslog-ng with a configuration that has another file than the page.
+std::unique_ptr<Daemon> runSyslogNg(const std::string& configuration) {
     std::ofstream("syslog-ng.conf")
         << "@version: current\n"
-        << replaced(replaced(documented("syslog_ng.conf"), "5170", std::to_string(port)),
-                    "/var/log/shop.log", (fs::current_path() / log).string());
-    const Daemon syslogNg(command(), "collector.txt");
+        << replaced(configuration, "/var/log/shop.log", (fs::current_path() / log).string());
+    return std::make_unique<Daemon>(command(), "collector.txt");
+}
+
+void collectFromNetwork(Collector::Kind kind, int messages, int portion) {
+    const int port = freePort(kind);
+    const auto syslogNg =
+        runSyslogNg(replaced(documented("syslog_ng.conf"), "5170", std::to_string(port)));
     waitForPort(kind, port);
     setProperty("Network.port", std::to_string(port));
     setProperty("Network.protocol", kind == Collector::Kind::udp ? "udp" : "tcp");
@@ -64,12 +70,26 @@ void collectWithSyslogNg(Collector::Kind kind, int messages, int portion) {
     expectToCollect(messages, portion, log);
 }
 
+void collectFromSystemLog(const std::string& source) {
+    leaveTheMachinesLog();
+    const std::string page = documented("syslog_ng.conf");
+    const auto syslogNg =
+        runSyslogNg("source s_shop { " + source + " };\n" + page.substr(page.find("destination ")));
+    waitForFile("/dev/log");
+    ASSERT_NE(Logger::installBackend("SystemLog"), nullptr);
+    expectToCollect(2000, 2000, log);
+}
+
 TEST(SyslogNg, CollectsEachMessageByTcp) {
-    inFreshFolder([] { collectWithSyslogNg(Collector::Kind::tcp, 20000, 20000); });
+    inFreshFolder([] { collectFromNetwork(Collector::Kind::tcp, 20000, 20000); });
 }
 
 TEST(SyslogNg, CollectsEachMessageByUdp) {
-    inFreshFolder([] { collectWithSyslogNg(Collector::Kind::udp, 1000, 50); });
+    inFreshFolder([] { collectFromNetwork(Collector::Kind::udp, 1000, 50); });
+}
+
+TEST(SyslogNg, CollectsEachMessageOfSystemLogFromADatagramSocket) {
+    inFreshFolder([] { collectFromSystemLog("unix-dgram(\"/dev/log\" log-msg-size(65536));"); });
 }
 
 } // namespace
