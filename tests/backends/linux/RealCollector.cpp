@@ -34,7 +34,8 @@ template <class Condition>
 void waitFor(Condition condition, const std::string& what) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (!condition()) {
-        ASSERT_LT(std::chrono::steady_clock::now(), end) << what;
+        ASSERT_LT(std::chrono::steady_clock::now(), end)
+            << what << "; output of the collector: " << textOf("collector.txt");
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
 }
@@ -77,7 +78,7 @@ void waitForPort(Collector::Kind kind, int port) {
     std::snprintf(address, sizeof(address), " 0100007F:%04X ", static_cast<unsigned>(port));
     const char* const table = kind == Collector::Kind::udp ? "/proc/net/udp" : "/proc/net/tcp";
     waitFor([&] { return textOf(table).find(address) != std::string::npos; },
-            "the collector does not listen: " + textOf("collector.txt"));
+            "the collector does not listen");
 }
 
 void waitForFile(const std::string& file) {

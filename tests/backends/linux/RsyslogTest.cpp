@@ -23,13 +23,15 @@ namespace {
 
 constexpr const char* log = "shop.log";
 
-/// Runs rsyslogd with blocks of the page, with another file than theirs.
+/// Runs rsyslogd with blocks of the page, with another file than theirs. Its current folder is the
+/// root.
 std::unique_ptr<Daemon> runRsyslog(const std::string& documented) {
     const std::string folder = std::filesystem::current_path().string();
     std::ofstream("rsyslog.conf") << "global(workDirectory=\"" << folder << "\")\n"
                                   << replaced(documented, "/var/log/shop.log", folder + "/" + log);
     return std::make_unique<Daemon>(std::vector<std::string>{"/usr/sbin/rsyslogd", "-n", "-f",
-                                                             "rsyslog.conf", "-i", "rsyslog.pid"},
+                                                             "rsyslog.conf", "-i",
+                                                             folder + "/rsyslog.pid"},
                                     "collector.txt");
 }
 
