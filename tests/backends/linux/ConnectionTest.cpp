@@ -7,9 +7,11 @@
 #include <chrono>
 #include <csignal>
 #include <cstddef>
+#include <iterator>
 #include <string>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -143,26 +145,26 @@ TEST(ConnectionUnderSignals, RaisesNoneItself) {
     });
 }
 
-class ClosedStandardStreams {
+/// Closes standard streams, and restores them.
+class ClosedStreams {
 public:
-    ClosedStandardStreams() {
-        for (const int stream : {0, 1, 2}) {
+    explicit ClosedStreams(std::vector<int> streams) : streams_(std::move(streams)) {
+        for (const int stream : streams_) {
             saved_.push_back(fcntl(stream, F_DUPFD_CLOEXEC, 100));
-        }
-        for (const int stream : {0, 1, 2}) {
             close(stream);
         }
     }
-    ClosedStandardStreams(const ClosedStandardStreams&) = delete;
-    ClosedStandardStreams& operator=(const ClosedStandardStreams&) = delete;
-    ~ClosedStandardStreams() {
-        for (const int stream : {0, 1, 2}) {
-            dup2(saved_[static_cast<std::size_t>(stream)], stream);
-            close(saved_[static_cast<std::size_t>(stream)]);
+    ClosedStreams(const ClosedStreams&) = delete;
+    ClosedStreams& operator=(const ClosedStreams&) = delete;
+    ~ClosedStreams() {
+        for (std::size_t i = 0; i < streams_.size(); ++i) {
+            dup2(saved_[i], streams_[i]);
+            close(saved_[i]);
         }
     }
 
 private:
+    std::vector<int> streams_;
     std::vector<int> saved_;
 };
 
@@ -176,59 +178,44 @@ std::vector<int> openDescriptors() {
     return open;
 }
 
-void expectDescriptorOfItsOwn(Collector::Kind kind, Protocol protocol) {
+/// Connects while standard streams are closed. Expects that this opens one descriptor, which is
+/// none of them and is closed on exec, and that it sends.
+void expectDescriptorOfItsOwn(const std::vector<int>& closedStreams, Collector::Kind kind,
+                              Protocol protocol) {
     Collector collector(kind);
     StatementTimeout statement(longTimeout);
-    std::vector<int> before;
-    std::vector<int> during;
+    std::vector<int> added;
+    int flags = 0;
     {
-        const ClosedStandardStreams closed;
-        before = openDescriptors();
+        const ClosedStreams closed(closedStreams);
+        const std::vector<int> before = openDescriptors();
         Connection connection(protocol, loopback, collector.port(), statement);
-        during = openDescriptors();
+        const std::vector<int> during = openDescriptors();
+        std::set_difference(during.begin(), during.end(), before.begin(), before.end(),
+                            std::back_inserter(added));
+        flags = added.empty() ? -1 : fcntl(added.front(), F_GETFD);
         connection.send("message\n", 8);
     }
-    ASSERT_EQ(during.size(), before.size() + 1) << "nothing else is left open";
-    EXPECT_GT(during.front(), STDERR_FILENO);
+    ASSERT_EQ(added.size(), 1U);
+    EXPECT_GT(added.front(), STDERR_FILENO);
+    EXPECT_EQ(flags, FD_CLOEXEC);
     EXPECT_EQ(collector.receive("\n"), "message\n");
 }
 
-TEST(ConnectionDescriptor, IsNoStandardStreamByTcp) {
-    support::inFreshProcess([] { expectDescriptorOfItsOwn(Collector::Kind::tcp, Protocol::tcp); });
+TEST(ConnectionDescriptor, IsNoStandardStreamIfAllAreClosed) {
+    support::inFreshProcess([] {
+        expectDescriptorOfItsOwn({0, 1, 2}, Collector::Kind::tcp, Protocol::tcp);
+        expectDescriptorOfItsOwn({0, 1, 2}, Collector::Kind::udp, Protocol::udp);
+    });
 }
 
-TEST(ConnectionDescriptor, IsNoStandardStreamByUdp) {
-    support::inFreshProcess([] { expectDescriptorOfItsOwn(Collector::Kind::udp, Protocol::udp); });
-}
-
-/// The flags of the one descriptor that a new connection opens.
-int flagsOfNewConnection() {
-    const Collector collector(Collector::Kind::tcp);
-    StatementTimeout statement(longTimeout);
-    const std::vector<int> before = openDescriptors();
-    const Connection connection(Protocol::tcp, loopback, collector.port(), statement);
-    std::vector<int> added;
-    for (const int descriptor : openDescriptors()) {
-        if (std::find(before.begin(), before.end(), descriptor) == before.end()) {
-            added.push_back(descriptor);
-        }
-    }
-    return added.size() == 1 ? fcntl(added[0], F_GETFD) : -1;
+TEST(ConnectionDescriptor, IsNotStandardErrorIfThatIsClosed) {
+    support::inFreshProcess(
+        [] { expectDescriptorOfItsOwn({2}, Collector::Kind::tcp, Protocol::tcp); });
 }
 
 TEST(ConnectionDescriptor, IsClosedOnExec) {
-    EXPECT_EQ(flagsOfNewConnection(), FD_CLOEXEC);
-}
-
-TEST(ConnectionDescriptor, IsClosedOnExecIfStandardStreamsAreClosed) {
-    support::inFreshProcess([] {
-        int flags = 0;
-        {
-            const ClosedStandardStreams closed;
-            flags = flagsOfNewConnection();
-        }
-        EXPECT_EQ(flags, FD_CLOEXEC);
-    });
+    expectDescriptorOfItsOwn({}, Collector::Kind::tcp, Protocol::tcp);
 }
 
 } // namespace
