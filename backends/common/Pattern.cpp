@@ -52,7 +52,7 @@ Flag takeFlag(std::string_view& pattern) {
             ++size;
         }
     }
-    const bool isKnown = size < pattern.size() && flags.find(next()) != std::string_view::npos;
+    const bool isKnown = flags.find(next()) != std::string_view::npos;
     do {
         ++size;
     } while (size < pattern.size() && isContinuationByte(pattern[size]));

@@ -41,10 +41,10 @@ bool isPlain(char character) {
     return (byte >= firstPrintable && byte < deleteCharacter) || byte == '\t';
 }
 
+/// Of characters beyond ASCII.
 bool isControlCharacter(char32_t character) {
-    return (character < firstPrintable && character != '\t') ||
-           (character >= deleteCharacter && character <= lastC1Control) ||
-           character == lineSeparator || character == paragraphSeparator;
+    return character <= lastC1Control || character == lineSeparator ||
+           character == paragraphSeparator;
 }
 
 void appendEscape(std::string& line, char32_t character) {
