@@ -1,5 +1,6 @@
 // The SystemLog back end with the event log functions replaced by the test.
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -25,14 +26,23 @@ struct Event {
 
 std::vector<Event> events;
 std::wstring eventSource;
+int openSources = 0;
 bool isLogFull = false;
+bool isLogMissing = false;
+std::vector<HANDLE> openTokens;
 
 HANDLE WINAPI registerEventSource(LPCWSTR, LPCWSTR source) {
+    if (isLogMissing) {
+        SetLastError(RPC_S_SERVER_UNAVAILABLE);
+        return nullptr;
+    }
+    ++openSources;
     eventSource = source;
     return GetCurrentProcess(); // a handle that may be closed
 }
 
 BOOL WINAPI deregisterEventSource(HANDLE) {
+    --openSources;
     return TRUE;
 }
 
@@ -44,6 +54,17 @@ BOOL WINAPI reportEvent(HANDLE, WORD type, WORD, DWORD id, PSID user, WORD, DWOR
     }
     events.push_back({type, id, user != nullptr && IsValidSid(user), texts[0]});
     return TRUE;
+}
+
+BOOL WINAPI openProcessToken(HANDLE process, DWORD access, PHANDLE token) {
+    const BOOL isOpen = OpenProcessToken(process, access, token);
+    openTokens.push_back(*token);
+    return isOpen;
+}
+
+BOOL WINAPI closeHandle(HANDLE handle) {
+    openTokens.erase(std::remove(openTokens.begin(), openTokens.end(), handle), openTokens.end());
+    return CloseHandle(handle);
 }
 
 void install() {
@@ -146,6 +167,36 @@ TEST(SystemLog, CountsMessagesDroppedWhileTheEventLogIsFull) {
         EXPECT_NE(report.find("SystemLog: works again, lost messages: 10"), std::string::npos)
             << report;
         EXPECT_EQ(events.size(), 1U);
+        EXPECT_EQ(openSources, 1) << "closes the source that failed";
+    });
+}
+
+TEST(SystemLog, ReportsThatTheEventLogCannotBeOpened) {
+    support::inFreshProcess([] {
+        install();
+        testing::internal::CaptureStderr();
+        isLogMissing = true;
+        Logger::getLogger("orders")->info("dropped");
+        const std::string report = testing::internal::GetCapturedStderr();
+        EXPECT_NE(report.find("messages are being lost: RegisterEventSource"), std::string::npos)
+            << report;
+        EXPECT_TRUE(events.empty());
+        EXPECT_EQ(openSources, 0);
+    });
+}
+
+TEST(SystemLog, ClosesTheTokenThatNamesTheUser) {
+    support::inFreshProcess([] {
+        install();
+        HMODULE const plugin = GetModuleHandleA("SystemLog_r.dll");
+        ASSERT_NE(support::hookImport(plugin, "OpenProcessToken",
+                                      reinterpret_cast<void*>(&openProcessToken)),
+                  nullptr);
+        ASSERT_NE(support::hookImport(plugin, "CloseHandle", reinterpret_cast<void*>(&closeHandle)),
+                  nullptr);
+        Logger::getLogger("orders")->info("fine");
+        EXPECT_EQ(events.size(), 1U);
+        EXPECT_TRUE(openTokens.empty());
     });
 }
 
