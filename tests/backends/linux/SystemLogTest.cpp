@@ -184,6 +184,24 @@ TEST(SystemLog, DropsNothingOfABurstThatIsFasterThanTheReader) {
     });
 }
 
+TEST(SystemLog, SendsToAStreamSocketToo) {
+    support::inFreshProcess([] {
+        mountPrivateDev();
+        ListeningSocket log(systemLog, ListeningSocket::Type::stream);
+        Logger::installBackend("SystemLog");
+        Logger* const logger = Logger::getLogger("orders");
+        logger->info("first");
+        logger->info("second");
+        log.accept();
+        const std::string records = log.receive();
+        const std::string end = ": INFO [orders] second";
+        EXPECT_EQ(records.substr(0, 4), "<14>");
+        EXPECT_NE(records.find(std::string(": INFO [orders] first") + '\0' + "<14>"),
+                  std::string::npos);
+        EXPECT_EQ(records.substr(records.size() - end.size() - 1), end + '\0');
+    });
+}
+
 TEST(SystemLog, TruncatesAMessageThatIsTooLongForAPacket) {
     support::inFreshProcess([] {
         mountPrivateDev();
