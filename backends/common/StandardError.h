@@ -20,8 +20,8 @@ struct ColouredText {
 /// A Windows console gets UTF-16. On Linux, a text after one that was written only in part begins
 /// on a new line. A Windows process without standard error discards the text.
 ///
-/// Throws SinkTimeout if standard error accepts no more data and does not block, and
-/// std::system_error after any other failure. Raises no signal. Any thread may call it.
+/// Throws std::runtime_error after a failure, also if standard error is a full pipe that does not
+/// block. Raises no signal. Any thread may call it.
 void writeToStandardError(std::string_view text);
 
 /// The same with a coloured part: by attributes on a Windows console, by escape codes elsewhere.

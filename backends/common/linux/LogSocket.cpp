@@ -91,17 +91,14 @@ bool LogSocket::trySend(const std::string& record, Clock::time_point deadline) {
     return true;
 }
 
-/// Waits until the socket is writable or its connection has failed.
+/// Waits until the socket is writable, its connection has failed or a signal arrives.
 void LogSocket::waitWritable(Clock::time_point deadline) const {
-    // A wait that a signal interrupts is continued.
-    for (int ready = 0; ready <= 0;) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-        if (left.count() <= 0) {
-            throw SinkTimeout(path_ + ": the service does not read");
-        }
-        pollfd writable{socket_, POLLOUT, 0};
-        ready = poll(&writable, 1, static_cast<int>(left.count()));
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+    if (left.count() <= 0) {
+        throw SinkTimeout(path_ + ": the service does not read");
     }
+    pollfd writable{socket_, POLLOUT, 0};
+    poll(&writable, 1, static_cast<int>(left.count()));
 }
 
 } // namespace ZOL::Backends

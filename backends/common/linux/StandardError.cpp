@@ -7,7 +7,6 @@
 #include <spdlog/details/os.h>
 #include <unistd.h>
 
-#include "ReopeningSink.h"
 #include "ScopedSignalBlock.h"
 
 namespace ZOL::Backends {
@@ -15,7 +14,6 @@ namespace ZOL::Backends {
 namespace {
 
 constexpr const char* standardError = "standard error";
-constexpr const char* fullStandardError = "standard error takes no more messages";
 
 /// Whether the last text was written only in part.
 std::atomic<bool> isLineTorn = false;
@@ -56,9 +54,6 @@ void writeToStandardError(std::string_view text) {
     }
     const int error = errno;
     isLineTorn = wasLineTorn || written > 0;
-    if (error == EAGAIN) {
-        throw SinkTimeout(fullStandardError);
-    }
     throw std::system_error(error, std::generic_category(), standardError);
 }
 

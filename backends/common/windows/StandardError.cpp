@@ -1,11 +1,10 @@
 #include "StandardError.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <system_error>
 
 #include <windows.h>
-
-#include "ReopeningSink.h"
 
 namespace ZOL::Backends {
 
@@ -44,7 +43,7 @@ void writeBytes(HANDLE handle, std::string_view text) {
             throwLastError();
         }
         if (written == 0) { // a full pipe that does not block
-            throw SinkTimeout(fullStandardError);
+            throw std::runtime_error(fullStandardError);
         }
         text.remove_prefix(written);
     }

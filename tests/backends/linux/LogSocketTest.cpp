@@ -197,7 +197,8 @@ TEST_P(LogSocketTypesTest, ConnectsAgainToAServiceThatWasRestarted) {
         if (type == Type::stream) {
             service->accept();
         }
-        EXPECT_EQ(service->receive().substr(0, 6), "second");
+        EXPECT_EQ(service->receive(),
+                  type == Type::stream ? std::string("second") + '\0' : "second");
     }
 }
 
@@ -241,6 +242,14 @@ TEST_F(LogSocketTest, DoesNotWaitForAServiceThatAcceptsNoConnection) {
         for (;;) { sockets.push_back(std::make_unique<LogSocket>(path())); }, std::system_error);
     EXPECT_EQ(support::openHandles(), before + sockets.size());
     EXPECT_TRUE(waits.empty());
+}
+
+TEST_P(LogSocketTypesTest, IsClosedOnExec) {
+    const ListeningSocket service(path(), GetParam());
+    const int before = dup(STDERR_FILENO); // the next descriptor of this process is that one
+    close(before);
+    const LogSocket socket(path());
+    EXPECT_EQ(fcntl(before, F_GETFD), FD_CLOEXEC);
 }
 
 TEST_F(LogSocketTest, NamesTheSocketInItsErrors) {
