@@ -48,15 +48,15 @@ int nextPoll(pollfd* descriptors, nfds_t count, int timeout) {
 
 } // namespace
 
-extern "C" [[gnu::visibility("default")]] int poll(pollfd* descriptors, nfds_t count, int timeout) {
+extern "C" [[gnu::visibility("default")]] int poll(pollfd* fds, nfds_t nfds, int timeout) {
     // The declaration of poll makes the compiler believe that there is nothing to read yet.
-    const volatile pollfd* const first = descriptors;
+    const volatile pollfd* const first = fds;
     if (first->events != POLLOUT) {
-        return nextPoll(descriptors, count, timeout);
+        return nextPoll(fds, nfds, timeout);
     }
     waits.push_back(timeout);
     if (interruptedAfter == 0ms) {
-        return nextPoll(descriptors, count, timeout);
+        return nextPoll(fds, nfds, timeout);
     }
     std::this_thread::sleep_for(interruptedAfter);
     if (onInterrupt) {

@@ -36,10 +36,10 @@ void reset() {
 
 } // namespace SignalCalls
 
-extern "C" [[gnu::visibility("default")]] int pthread_sigmask(int how, const sigset_t* set,
-                                                              sigset_t* before) noexcept {
+extern "C" [[gnu::visibility("default")]] int pthread_sigmask(int how, const sigset_t* newmask,
+                                                              sigset_t* oldmask) noexcept {
     ++SignalCalls::maskCount;
-    return SignalCalls::hidden(&pthread_sigmask, "pthread_sigmask")(how, set, before);
+    return SignalCalls::hidden(&pthread_sigmask, "pthread_sigmask")(how, newmask, oldmask);
 }
 
 extern "C" [[gnu::visibility("default")]] int sigpending(sigset_t* set) noexcept {
@@ -47,8 +47,8 @@ extern "C" [[gnu::visibility("default")]] int sigpending(sigset_t* set) noexcept
     return SignalCalls::hidden(&sigpending, "sigpending")(set);
 }
 
-extern "C" [[gnu::visibility("default")]] int
-sigtimedwait(const sigset_t* set, siginfo_t* information, const timespec* timeout) {
+extern "C" [[gnu::visibility("default")]] int sigtimedwait(const sigset_t* set, siginfo_t* info,
+                                                           const timespec* timeout) {
     ++SignalCalls::pendingCount;
-    return SignalCalls::hidden(&sigtimedwait, "sigtimedwait")(set, information, timeout);
+    return SignalCalls::hidden(&sigtimedwait, "sigtimedwait")(set, info, timeout);
 }
