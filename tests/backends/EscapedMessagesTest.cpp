@@ -6,55 +6,44 @@
 #include <gtest/gtest.h>
 
 #include "Diagnostics.h"
-#include "Property.h"
 #include "RecordingSink.h"
-#include "SinkBackend.h"
 
 using namespace ZOL::Backends;
 using namespace ZOL::Framework::GenericLogger;
 
 namespace {
 
-class EscapedMessagesTest : public testing::Test {
-protected:
-    SinkBackend backend(std::size_t maxLineBytes) {
-        setProperty("Test.pattern", "%v");
-        SinkOptions options = recordingOptions(written);
-        options.maxLineBytes = maxLineBytes;
-        return SinkBackend(Settings("Test"), [options](const Settings&) { return options; });
-    }
-
+TEST(EscapedMessages, EscapesTheMessageAndTheNameOfTheLogger) {
     std::vector<RecordedLine> written;
-};
-
-TEST_F(EscapedMessagesTest, EscapesTheMessageAndTheNameOfTheLogger) {
-    SinkBackend test = backend(1000);
-    test.createChannel("or\nders\x9B")
+    const auto test = recordingBackend(written, 1000);
+    test->createChannel("or\nders\x9B")
         ->log(LOG_LEVEL_ERROR, "sold\xE9\x1B[2J\u2028"
                                "out\n");
     ASSERT_EQ(written.size(), 1U);
     EXPECT_EQ(written[0].logger, "or\\nders\xEF\xBF\xBD");
-    EXPECT_EQ(written[0].line, "ERROR [or\\nders\xEF\xBF\xBD] sold\xEF\xBF\xBD\\x1B[2J\\u2028"
-                               "out");
+    EXPECT_EQ(written[0].payload, "ERROR [or\\nders\xEF\xBF\xBD] sold\xEF\xBF\xBD\\x1B[2J\\u2028"
+                                  "out");
 }
 
-TEST_F(EscapedMessagesTest, TruncatesAMessageBetweenEscapes) {
-    SinkBackend test = backend(20);
-    test.createChannel("a")->log(LOG_LEVEL_INFO, "\x1B\x1B\x1B\x1B\x1B");
-    test.createChannel("a")->log(LOG_LEVEL_INFO, "123456789\x1B");
+TEST(EscapedMessages, TruncatesAMessageBetweenEscapes) {
+    std::vector<RecordedLine> written;
+    const auto test = recordingBackend(written, 20);
+    test->createChannel("a")->log(LOG_LEVEL_INFO, "\x1B\x1B\x1B\x1B\x1B");
+    test->createChannel("a")->log(LOG_LEVEL_INFO, "123456789\x1B");
     ASSERT_EQ(written.size(), 2U);
-    EXPECT_EQ(written[0].line, "INFO [a] \\x1B\\x1B...");
-    EXPECT_EQ(written[1].line, "INFO [a] 12345678...");
+    EXPECT_EQ(written[0].payload, "INFO [a] \\x1B\\x1B...");
+    EXPECT_EQ(written[1].payload, "INFO [a] 12345678...");
 }
 
-TEST_F(EscapedMessagesTest, TruncatesANameOfALoggerThatLeavesNoRoom) {
-    SinkBackend test = backend(20);
-    test.createChannel("a name of a logger that is long")->log(LOG_LEVEL_INFO, "text");
+TEST(EscapedMessages, TruncatesANameOfALoggerThatLeavesNoRoom) {
+    std::vector<RecordedLine> written;
+    const auto test = recordingBackend(written, 20);
+    test->createChannel("a name of a logger that is long")->log(LOG_LEVEL_INFO, "text");
     ASSERT_EQ(written.size(), 1U);
-    EXPECT_EQ(written[0].line, "INFO [a name of a...");
+    EXPECT_EQ(written[0].payload, "INFO [a name of a...");
 }
 
-TEST_F(EscapedMessagesTest, EscapesReportsOnStandardError) {
+TEST(EscapedMessages, EscapesReportsOnStandardError) {
     testing::internal::CaptureStderr();
     reportToStderr("Te\nst", "no \xE9 \x1B[2J\u0085 file\n");
     EXPECT_EQ(testing::internal::GetCapturedStderr(),

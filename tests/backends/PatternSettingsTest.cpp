@@ -9,7 +9,6 @@
 
 #include "Property.h"
 #include "RecordingSink.h"
-#include "SinkBackend.h"
 
 using namespace ZOL::Backends;
 using namespace ZOL::Framework::GenericLogger;
@@ -20,7 +19,7 @@ namespace {
 class PatternSettings : public testing::Test {
 protected:
     void TearDown() override {
-        for (const char* name : {"SystemLog.pattern", "SystemLog.time"}) {
+        for (const char* name : {"Test.pattern", "Test.time"}) {
             if (Framework::propertyManager()->hasProperty(support::wide(name))) {
                 Framework::propertyManager()->clearProperty(support::wide(name));
             }
@@ -31,10 +30,8 @@ protected:
     std::string log() {
         testing::internal::CaptureStderr();
         std::vector<RecordedLine> lines;
-        SinkBackend backend(Settings("SystemLog"),
-                            [&lines](const Settings&) { return recordingOptions(lines); });
-        backend.createChannel("orders")->log(static_cast<LoggingLevel>(LOG_LEVEL_INFO + 5),
-                                             "sold\nout\n");
+        recordingBackend(lines)->createChannel("orders")->log(
+            static_cast<LoggingLevel>(LOG_LEVEL_INFO + 5), "sold\nout\n");
         reports = testing::internal::GetCapturedStderr();
         EXPECT_EQ(lines.size(), 1U);
         return lines.empty() ? "" : lines[0].line;
@@ -44,32 +41,30 @@ protected:
 };
 
 TEST_F(PatternSettings, GiveTheLineItsForm) {
-    EXPECT_EQ(log(), "INFO+5 [orders] sold\\nout") << "the fallback of the back end";
-    setProperty("SystemLog.pattern", "%l/%L/%n/%V/%y");
+    setProperty("Test.pattern", "%l/%L/%n/%V/%y");
     EXPECT_EQ(log(), "INFO+5/I/orders/sold\\nout/14");
     EXPECT_EQ(reports, "");
 }
 
 TEST_F(PatternSettings, ReportUnknownFlagsInOneLine) {
-    setProperty("SystemLog.pattern", "%V %q");
+    setProperty("Test.pattern", "%V %q");
     EXPECT_EQ(log(), "sold\\nout %q");
-    EXPECT_EQ(
-        reports,
-        "ZOL back end SystemLog: the property SystemLog.pattern contains \"%q\" and not only % "
-        "with one of aAbBcCdDeEfFhHiIlLmMnNoOpPrRStTuvVWxXyYz%^$; writing \"%q\" as "
-        "it is\n");
-    setProperty("SystemLog.pattern", "%s%V%q%");
+    EXPECT_EQ(reports,
+              "ZOL back end Test: the property Test.pattern contains \"%q\" and not only % "
+              "with one of aAbBcCdDeEfFhHiIlLmMnNoOpPrRStTuvVWxXyYz%^$; writing \"%q\" as "
+              "it is\n");
+    setProperty("Test.pattern", "%s%V%q%");
     EXPECT_EQ(log(), "%ssold\\nout%q%");
     EXPECT_NE(reports.find("contains \"%s\", \"%q\", \"%\" and not"), std::string::npos) << reports;
     EXPECT_EQ(reports.find('\n'), reports.size() - 1) << reports;
 }
 
 TEST_F(PatternSettings, ReportAnInvalidTime) {
-    setProperty("SystemLog.time", "gmt");
+    setProperty("Test.time", "gmt");
     log();
-    EXPECT_NE(reports.find(
-                  "the property SystemLog.time is \"gmt\" and not one of local, utc; using local"),
-              std::string::npos)
+    EXPECT_NE(
+        reports.find("the property Test.time is \"gmt\" and not one of local, utc; using local"),
+        std::string::npos)
         << reports;
 }
 

@@ -16,7 +16,6 @@
 #include "PatternLine.h"
 #include "Property.h"
 #include "RecordingSink.h"
-#include "SinkBackend.h"
 
 using namespace ZOL::Backends;
 using namespace std::chrono_literals;
@@ -135,9 +134,7 @@ TEST_F(PatternInTimeZone, IsThatOfTheSettingTime) {
         setProperty("Test.pattern", "%z %H");
         setProperty("Test.time", time);
         std::vector<RecordedLine> lines;
-        SinkBackend backend(Settings("Test"),
-                            [&lines](const Settings&) { return recordingOptions(lines); });
-        backend.createChannel("orders")->log({}, "");
+        recordingBackend(lines)->createChannel("orders")->log({}, "");
         ZOL::Framework::Framework::propertyManager()->clearProperty(support::wide("Test.pattern"));
         ZOL::Framework::Framework::propertyManager()->clearProperty(support::wide("Test.time"));
         return lines.at(0).line;
