@@ -19,6 +19,7 @@ namespace {
 
 struct Event {
     WORD type;
+    WORD category;
     DWORD id;
     bool hasUser;
     std::wstring text;
@@ -46,13 +47,13 @@ BOOL WINAPI deregisterEventSource(HANDLE) {
     return TRUE;
 }
 
-BOOL WINAPI reportEvent(HANDLE, WORD type, WORD, DWORD id, PSID user, WORD, DWORD, LPCWSTR* texts,
-                        LPVOID) {
+BOOL WINAPI reportEvent(HANDLE, WORD type, WORD category, DWORD id, PSID user, WORD, DWORD,
+                        LPCWSTR* texts, LPVOID) {
     if (isLogFull) {
         SetLastError(ERROR_LOG_FILE_FULL);
         return FALSE;
     }
-    events.push_back({type, id, user != nullptr && IsValidSid(user), texts[0]});
+    events.push_back({type, category, id, user != nullptr && IsValidSid(user), texts[0]});
     return TRUE;
 }
 
@@ -98,6 +99,8 @@ TEST(SystemLog, ReportsAnEventOfTheRightTypeForEachMessage) {
         EXPECT_EQ(events[2].type, EVENTLOG_INFORMATION_TYPE);
         EXPECT_EQ(events[3].type, EVENTLOG_SUCCESS);
         EXPECT_EQ(events[4].type, EVENTLOG_ERROR_TYPE);
+        EXPECT_EQ(events[1].category, 3) << "the level";
+        EXPECT_EQ(events[4].category, 5);
         for (const Event& event : events) {
             EXPECT_EQ(event.id, 1000U);
             EXPECT_TRUE(event.hasUser);
