@@ -5,7 +5,8 @@
 #   demo        compilers, CMake, Boost, spdlog, fmt and UTF8-CPP; Wine for Windows
 #   sdk         the libraries of zol-backend-check, and what makes packages
 #   test        what scripts/test.sh needs (the default)
-#   all         what scripts/test.sh all needs: clang's sanitizers, Visual C++'s ABI, the documents
+#   all         what scripts/test.sh all needs: clang's sanitizers, Visual C++'s ABI, the documents,
+#               syslog-ng
 #   benchmarks  demo, and the libraries that scripts/bench.sh compares with
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
