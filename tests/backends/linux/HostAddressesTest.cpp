@@ -35,7 +35,7 @@ std::vector<std::string> hostWithAddresses(int count) {
     addrinfo hints{};
     hints.ai_socktype = SOCK_STREAM;
     addrinfo* found = nullptr;
-    getaddrinfo(host, nullptr, &hints, &found);
+    EXPECT_EQ(getaddrinfo(host, nullptr, &hints, &found), 0);
     std::vector<std::string> addresses;
     for (const addrinfo* address = found; address != nullptr; address = address->ai_next) {
         char text[INET_ADDRSTRLEN];

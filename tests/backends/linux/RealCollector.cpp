@@ -117,8 +117,8 @@ void expectToCollect(int messages, int portion, const std::string& file,
             const std::string text =
                 std::to_string(i) + (i % 100 == 0 ? " " + std::string(5000, 'x') + "!" : "");
             Logger::getLogger("orders")->log(severity.level) << text;
-            expected +=
-                sender + severity.name + ": " + severity.levelName + " [orders] " + text + "\n";
+            expected.append(sender).append(severity.name).append(": ");
+            expected.append(severity.levelName).append(" [orders] ").append(text).append("\n");
         }
         waitFor([&] { return isCollected(i); }, std::to_string(i) + " messages are not collected");
     }
