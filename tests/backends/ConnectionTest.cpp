@@ -147,7 +147,7 @@ TEST(Connection, NoticesTheEndOfACollectorThatHasSentSomething) {
     Collector collector(Collector::Kind::tcp);
     StatementTimeout statement(longTimeout);
     Connection connection(Protocol::tcp, loopback, collector.port(), statement);
-    collector.send(std::string(30000, 'b') + "welcome\n");
+    collector.send(std::string(200000, 'b') + "welcome\n");
     send(connection, "first\n");
     EXPECT_EQ(collector.receive("\n"), "first\n");
     collector.send("goodbye\n");
