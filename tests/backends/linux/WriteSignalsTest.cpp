@@ -183,6 +183,17 @@ TEST(WriteSignals, OfALogFileThatIsAPipeAreBlocked) {
     });
 }
 
+TEST(WriteSignals, OfDailyFileBeyondTheSizeLimitAreBlocked) {
+    inFreshFolder([] {
+        const BlockedSignal blocked(SIGXFSZ);
+        Logger::installBackend("DailyFile");
+        limitFiles(0);
+        Logger::getLogger("orders")->info("dropped");
+        limitFiles(RLIM_INFINITY);
+        EXPECT_FALSE(isPending(SIGXFSZ));
+    });
+}
+
 TEST(WriteSignals, OfAFileBeyondTheSizeLimitAreBlockedAndDropsCounted) {
     inFreshFolder([] {
         setProperty("RotatingFile.pattern", "%v");
