@@ -92,4 +92,8 @@ TEST(SyslogNg, CollectsEachMessageOfSystemLogFromADatagramSocket) {
     inFreshFolder([] { collectFromSystemLog("unix-dgram(\"/dev/log\" log-msg-size(65536));"); });
 }
 
+TEST(SyslogNg, CollectsEachMessageOfSystemLogFromAStreamSocket) {
+    inFreshFolder([] { collectFromSystemLog("unix-stream(\"/dev/log\" log-msg-size(65536));"); });
+}
+
 } // namespace
