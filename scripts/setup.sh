@@ -64,7 +64,7 @@ install() { # PACKAGE...
     say "installing ${packages[*]}"
     log=$(mktemp)
     as_root env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y --no-install-recommends "${packages[@]}" >"$log" 2>&1 ||
+        apt-get install -y --no-install-recommends --no-remove "${packages[@]}" >"$log" 2>&1 ||
         { tail -n 20 "$log" >&2; die "apt-get failed, its whole output is in $log"; }
     rm -f "$log"
 }

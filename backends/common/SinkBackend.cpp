@@ -107,7 +107,9 @@ Framework::GenericLogger::LoggingChannel* SinkBackend::createChannel(const char*
         }
         return channel.get();
     } catch (...) {
-        sink_.countDropped("there is no memory for a channel");
+        reportToStderr(configuration_.settings.backend(),
+                       "there is no memory for the channel of a logger; its messages are not "
+                       "written");
         return nullptr;
     }
 }

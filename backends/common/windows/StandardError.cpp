@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include "Text.h"
+
 namespace ZOL::Backends {
 
 namespace {
@@ -47,14 +49,6 @@ void writeBytes(HANDLE handle, std::string_view text) {
         }
         text.remove_prefix(written);
     }
-}
-
-std::wstring utf16(std::string_view text) {
-    const auto size = static_cast<int>(text.size());
-    std::wstring result(text.size(), L'\0'); // UTF-16 never has more units than UTF-8 has bytes
-    result.resize(static_cast<std::size_t>(
-        MultiByteToWideChar(CP_UTF8, 0, text.data(), size, result.data(), size)));
-    return result;
 }
 
 void writeToConsole(HANDLE console, std::string_view text) {
