@@ -94,7 +94,7 @@ void Collector::accept() {
 long long Collector::send(const std::string& text) {
     accept();
     makeNonBlocking(static_cast<Socket>(sender_));
-    return ::send(static_cast<Socket>(sender_), text.data(), static_cast<int>(text.size()),
+    return ::send(static_cast<Socket>(sender_), text.data(), static_cast<BufferLength>(text.size()),
                   noSignal);
 }
 
@@ -102,7 +102,7 @@ std::string Collector::read(std::size_t size) {
     accept();
     std::string text(size, '\0');
     const auto received = waitReadable(sender_) ? recv(static_cast<Socket>(sender_), text.data(),
-                                                       static_cast<int>(size), 0)
+                                                       static_cast<BufferLength>(size), 0)
                                                 : 0;
     text.resize(received > 0 ? static_cast<std::size_t>(received) : 0);
     return text;

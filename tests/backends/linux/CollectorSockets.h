@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <sys/select.h>
@@ -8,6 +10,7 @@
 
 using Socket = int;
 using SocketLength = socklen_t;
+using BufferLength = std::size_t;
 
 constexpr int noSignal = MSG_NOSIGNAL;
 

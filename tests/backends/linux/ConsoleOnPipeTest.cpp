@@ -68,7 +68,7 @@ public:
 
     /// Fills a pipe that does not block.
     void fill() const {
-        for (const std::size_t size : {4096, 1}) {
+        for (const std::size_t size : {4096U, 1U}) {
             const std::string filler(size, '.');
             while (write(writeEnd(), filler.data(), size) > 0) {
             }

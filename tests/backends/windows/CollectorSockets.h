@@ -5,6 +5,7 @@
 
 using Socket = SOCKET;
 using SocketLength = int;
+using BufferLength = int;
 
 constexpr int noSignal = 0;
 
