@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstddef>
 #include <iterator>
+#include <future>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -129,8 +130,8 @@ TEST(ConnectionUnderSignals, RaisesNoneItself) {
         collector.accept();
         // The collector ends its direction and then the connection while a message is being sent:
         // the system answers EPIPE.
-        std::thread closing([&] {
-            std::this_thread::sleep_for(100ms);
+        const auto closing = std::async(std::launch::async, [&] {
+            EXPECT_EQ(collector.read(1), "x");
             collector.endSending();
             collector.disconnect();
         });
@@ -141,7 +142,6 @@ TEST(ConnectionUnderSignals, RaisesNoneItself) {
         } catch (const std::system_error& error) {
             EXPECT_EQ(error.code().value(), EPIPE) << error.what();
         }
-        closing.join();
     });
 }
 
