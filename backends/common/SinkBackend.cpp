@@ -135,7 +135,7 @@ SinkBackend* createSinkBackend(const char* name, OptionsReader readOptions) noex
         if (backend != nullptr) {
             backend->update(std::move(settings));
         } else {
-            backend = new SinkBackend(std::move(settings), readOptions);
+            backend = new SinkBackend(std::move(settings), std::move(readOptions));
             static const ExitReport exitReport(*backend);
         }
     } catch (const std::bad_alloc&) {
