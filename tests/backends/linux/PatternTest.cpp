@@ -146,4 +146,21 @@ TEST_F(PatternInTimeZone, IsThatOfTheSettingTime) {
     EXPECT_NE(here.substr(7), universal.substr(7));
 }
 
+TEST_F(PatternInTimeZone, ChangesWithTheSettingTimeOfABackEndThatIsInstalledAgain) {
+    setZone("NZST-12");
+    setProperty("Test.pattern", "%z");
+    setProperty("Test.time", "local");
+    std::vector<RecordedLine> lines;
+    const auto backend = recordingBackend(lines);
+    backend->createChannel("orders")->log({}, "");
+    setProperty("Test.time", "utc");
+    backend->update(Settings("Test"));
+    backend->createChannel("orders")->log({}, "");
+    ZOL::Framework::Framework::propertyManager()->clearProperty(support::wide("Test.pattern"));
+    ZOL::Framework::Framework::propertyManager()->clearProperty(support::wide("Test.time"));
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].line, "+12:00");
+    EXPECT_EQ(lines[1].line, "+00:00");
+}
+
 } // namespace
