@@ -109,6 +109,19 @@ TEST(RotatingFile, StartsANewFileAtTenMebibytesByDefault) {
     });
 }
 
+TEST(RotatingFile, StartsANewFileIfALineIsOneByteTooLong) {
+    inFreshFolder([] {
+        setProperty("RotatingFile.pattern", messageOnly);
+        Logger::installBackend("RotatingFile");
+        constexpr std::size_t defaultSize = 10485760;
+        logLine("");
+        const std::size_t lineSize = fs::file_size("zol.log");
+        logLine(std::string(defaultSize - 2 * lineSize + 1, 'x'));
+        EXPECT_EQ(fs::file_size("zol.1.log"), lineSize);
+        EXPECT_EQ(fs::file_size("zol.log"), defaultSize - lineSize + 1);
+    });
+}
+
 TEST(RotatingFile, WritesMessagesOfEveryLevelByDefault) {
     inFreshFolder([] {
         setProperty("RotatingFile.pattern", messageOnly);

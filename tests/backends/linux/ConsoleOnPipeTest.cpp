@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/socket.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -125,6 +126,25 @@ TEST(ConsoleOnPipe, WritesEachLineInOneCallWithTheColourOfItsLevel) {
         EXPECT_EQ(lineAt(60), "<\x1b[1m\x1b[41m"
                               "FATAL [orders] x\x1b[m>\n");
         EXPECT_EQ(pipe.read(), "");
+    });
+}
+
+TEST(ConsoleOnPipe, WritesALongLineInOneCallToo) {
+    support::inFreshProcess([] {
+        int ends[2];
+        ASSERT_EQ(socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends), 0);
+        const std::string text(20000, 'x');
+        {
+            const RedirectedStandardError redirected(ends[1]);
+            installConsole("%v")->info() << text;
+        }
+        std::string line(std::size_t{64} * 1024, '\0');
+        const ssize_t size = recv(ends[0], line.data(), line.size(), MSG_DONTWAIT);
+        ASSERT_GT(size, 0);
+        line.resize(static_cast<std::size_t>(size));
+        EXPECT_TRUE(line == "INFO [orders] " + text + "\n") << line.size();
+        close(ends[0]);
+        close(ends[1]);
     });
 }
 

@@ -175,6 +175,17 @@ TEST(Stall, SystemLogIsNotRead) {
     });
 }
 
+TEST(Stall, SystemLogIsAStreamThatIsNotRead) {
+    inFreshFolder([] {
+        support::leaveTheMachinesMounts();
+        support::mountMemory("/dev", "size=1m");
+        const ListeningSocket stuck("/dev/log", ListeningSocket::Type::stream);
+        Logger::installBackend("SystemLog");
+        report("SystemLog", "the log service does not read its stream socket", 100ms,
+               longestOf(10000, [] { logText("x"); }));
+    });
+}
+
 TEST(Stall, JournalIsNotRead) {
     inFreshFolder([] {
         support::leaveTheMachinesMounts();
