@@ -7,8 +7,8 @@
 #include <chrono>
 #include <csignal>
 #include <cstddef>
-#include <iterator>
 #include <future>
+#include <iterator>
 #include <string>
 #include <system_error>
 #include <thread>

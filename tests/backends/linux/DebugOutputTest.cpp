@@ -40,6 +40,20 @@ TEST(DebugOutput, SendsMessagePriorityProgramAndLoggerToTheJournal) {
     });
 }
 
+TEST(DebugOutput, SendsTheLengthOfALongMessage) {
+    support::inFreshProcess([] {
+        mountPrivateRun();
+        const ListeningSocket listener(journal);
+        Logger::installBackend("DebugOutput");
+        const std::string level = "INFO [orders] ";
+        const std::string text(0x81FE - level.size(), 'x');
+        Logger::getLogger("orders")->info() << text;
+        const std::string length = "\xFE\x81\0\0\0\0\0\0"s;
+        const std::string message = "MESSAGE\n" + length + level + text + "\nPRIORITY\n";
+        EXPECT_TRUE(listener.receive().substr(0, message.size()) == message);
+    });
+}
+
 TEST(DebugOutput, TruncatesAMessageThatIsTooLongForAPacket) {
     support::inFreshProcess([] {
         mountPrivateRun();

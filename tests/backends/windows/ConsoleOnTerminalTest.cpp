@@ -1,5 +1,6 @@
 // The Console back end on a console, whose functions are replaced by the test, and elsewhere.
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -51,6 +52,17 @@ BOOL WINAPI writeConsole(HANDLE, const void* text, DWORD size, LPDWORD written, 
     calls.emplace_back(static_cast<const wchar_t*>(text), size);
     shown += calls.back();
     *written = size;
+    return TRUE;
+}
+
+std::string bytesWritten;
+DWORD room = 0; // of a pipe
+
+/// A pipe that does not block takes what it has room for.
+BOOL WINAPI writeFile(HANDLE, const void* data, DWORD size, LPDWORD written, LPOVERLAPPED) {
+    *written = std::min({size, room, DWORD{3}});
+    room -= *written;
+    bytesWritten.append(static_cast<const char*>(data), *written);
     return TRUE;
 }
 
@@ -122,6 +134,23 @@ TEST(ConsoleOnTerminal, HasTheColourOfTheLevelAndKeepsTheBackground) {
         EXPECT_EQ(shownAt(40), line(14, L"WARNING"));
         EXPECT_EQ(shownAt(50), line(12, L"ERROR"));
         EXPECT_EQ(shownAt(60), line(79, L"FATAL"));
+    });
+}
+
+TEST(ConsoleOnTerminal, WritesALineInPartsToAPipeThatTakesOnlyParts) {
+    support::inFreshProcess([] {
+        Logger* const logger = installConsole();
+        hook("Console_r.dll", "WriteFile", reinterpret_cast<void*>(&writeFile));
+        room = 1000;
+        logger->info("x");
+        EXPECT_EQ(bytesWritten, "INFO [orders] x\r\n");
+        room = 0;
+        logger->info("dropped");
+        room = 1000;
+        bytesWritten.clear();
+        logger->info("y");
+        EXPECT_EQ(bytesWritten, "INFO [orders] y\r\n"
+                                "ZOL back end Console: works again, lost messages: 1\r\n");
     });
 }
 
