@@ -34,6 +34,7 @@ TEST(Connection, IsNotInheritedByChildProcesses) {
     support::hookImport(GetModuleHandleA(nullptr), "WSASocketW",
                         reinterpret_cast<void*>(nextSocket));
     DWORD flags = HANDLE_FLAG_INHERIT;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a SOCKET is a handle
     ASSERT_NE(GetHandleInformation(reinterpret_cast<HANDLE>(lastSocket), &flags), FALSE);
     EXPECT_EQ(flags & HANDLE_FLAG_INHERIT, 0U);
 }
