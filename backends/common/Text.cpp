@@ -183,8 +183,10 @@ std::string escaped(std::string_view text) {
 
 std::string escapedWord(std::string_view text) {
     std::string word = escaped(text);
-    std::replace_if(
-        word.begin(), word.end(), [](char c) { return c == ' ' || c == '\t'; }, '_');
+    const auto isBlank = [](char character) {
+        return character == ' ' || character == '\t';
+    };
+    std::replace_if(word.begin(), word.end(), isBlank, '_');
     return word.empty() ? "-" : word;
 }
 

@@ -47,7 +47,7 @@ void discard(WriteSignals signal) {
 } // namespace
 
 WriteSignals signalsOf(int descriptor) noexcept {
-    struct stat status {};
+    struct stat status = {};
     if (fstat(descriptor, &status) != 0) {
         return {};
     }

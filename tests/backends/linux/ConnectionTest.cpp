@@ -45,7 +45,7 @@ volatile std::sig_atomic_t signals = 0;
 class SignalStorm {
 public:
     SignalStorm() {
-        struct sigaction action {};
+        struct sigaction action = {};
         action.sa_handler = [](int) {
             signals = signals + 1;
         };

@@ -90,7 +90,7 @@ Logger* installConsole(const char* pattern = "%v") {
 class Alarms {
 public:
     Alarms() {
-        struct sigaction action {};
+        struct sigaction action = {};
         action.sa_handler = [](int) {
         };
         sigaction(SIGALRM, &action, nullptr); // without SA_RESTART
