@@ -48,6 +48,10 @@ void ReopeningSink::openSink() {
     startRetryInterval();
 }
 
+void ReopeningSink::countOutOfMemory() noexcept {
+    drops_.add(outOfMemory);
+}
+
 void ReopeningSink::write(const Record& record) noexcept {
     ScopedSignalBlock signalBlock(options_.signals ? options_.signals() : WriteSignals());
     std::string reason;
@@ -87,7 +91,7 @@ void ReopeningSink::write(const Record& record) noexcept {
         // The sink may be half open. The next message opens it: its partner has not failed.
         sink_.reset();
         nextOpening_ = Clock::time_point::min();
-        drops_.add(outOfMemory);
+        countOutOfMemory();
     } catch (const std::exception& error) {
         signalBlock.writeFailed();
         sink_.reset();

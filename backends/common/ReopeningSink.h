@@ -60,8 +60,8 @@ public:
     /// Writes one message and flushes it.
     void write(const Record& record) noexcept;
 
-    /// Counts a message that was dropped before it came here.
-    void countDropped(std::string_view reason) noexcept { drops_.add(reason); }
+    /// Counts a message that was dropped before it came here, because memory was short.
+    void countOutOfMemory() noexcept;
 
     /// Closes the sink. The next message opens it with this pattern and these options, at once.
     /// The count of dropped messages stays.

@@ -70,19 +70,13 @@ NativePath nativePath(const Text& text) {
     }
 }
 
-/// Whether a character would end the tag in a packet of the system log, or its line.
-bool endsTag(char character) {
-    const auto byte = static_cast<unsigned char>(character);
-    return byte <= ' ' || byte == 0x7F || character == ':' || character == '[';
-}
-
 bool isValidText(SettingType type, const std::string& value) {
     if (value.empty()) {
         return false;
     }
     switch (type) {
     case SettingType::tag:
-        return std::none_of(value.begin(), value.end(), endsTag);
+        return std::none_of(value.begin(), value.end(), endsWord);
     case SettingType::eventSource:
         return value.find('\\') == std::string::npos;
     default:
@@ -95,12 +89,6 @@ std::string inQuotes(const std::string& text) {
 }
 
 } // namespace
-
-std::string tagOf(std::string_view name) {
-    std::string tag(name);
-    std::replace_if(tag.begin(), tag.end(), endsTag, '_');
-    return tag;
-}
 
 Settings::Settings(std::string backend, const SettingsTable& table)
     : backend_(std::move(backend)), table_(&table) {

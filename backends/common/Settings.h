@@ -15,9 +15,6 @@
 
 namespace ZOL::Backends {
 
-/// A name as a tag of the system log: what a tag may not contain becomes '_'.
-std::string tagOf(std::string_view name);
-
 /// The settings of one back end: the properties named <BackEnd>.<setting>, as they were when this
 /// object was constructed. A missing property has the default of the table. An invalid one has it
 /// too, and is reported in one line when the setting is read.

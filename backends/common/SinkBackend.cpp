@@ -68,7 +68,7 @@ void SinkChannel::log(Framework::GenericLogger::LoggingLevel level, const char* 
         sink_.write(
             {level, escapedLogger_, line, lineView.substr(std::min(prefixSize, lineView.size()))});
     } catch (...) {
-        sink_.countDropped("there is no memory for them"); // the host must not see an exception
+        sink_.countOutOfMemory(); // the host must not see an exception
     }
 }
 

@@ -181,12 +181,15 @@ std::string escaped(std::string_view text) {
     return line;
 }
 
+bool endsWord(char character) {
+    const auto byte = static_cast<unsigned char>(character);
+    return byte <= firstPrintable || byte == deleteCharacter || character == ':' ||
+           character == '[';
+}
+
 std::string escapedWord(std::string_view text) {
     std::string word = escaped(text);
-    const auto isBlank = [](char character) {
-        return character == ' ' || character == '\t';
-    };
-    std::replace_if(word.begin(), word.end(), isBlank, '_');
+    std::replace_if(word.begin(), word.end(), endsWord, '_');
     return word.empty() ? "-" : word;
 }
 

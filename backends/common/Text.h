@@ -23,7 +23,12 @@ void appendEscaped(std::string& line, std::string_view text);
 /// The text as appendEscaped appends it.
 std::string escaped(std::string_view text);
 
-/// The text as one word of a line: escaped, with '_' for each space and tab. "-" for an empty text.
+/// Whether a character would end a word of a syslog line, such as the tag: a space, a control
+/// character, ':' or '['.
+bool endsWord(char character);
+
+/// The text as one word of a syslog line: escaped, with '_' for what would end the word. "-" for an
+/// empty text.
 std::string escapedWord(std::string_view text);
 
 /// Shortens an escaped text to at most maxBytes, with "..." at its end. Splits neither a UTF-8

@@ -93,14 +93,22 @@ TEST(RotatingFile, KeepsFiveOlderFilesByDefault) {
     });
 }
 
+constexpr std::size_t defaultSize = 10485760;
+
+/// Installs RotatingFile and logs two lines of together so many bytes. Returns the size of the
+/// first one, which has no text.
+std::size_t logTwoLines(std::size_t bytes) {
+    setProperty("RotatingFile.pattern", messageOnly);
+    Logger::installBackend("RotatingFile");
+    logLine("");
+    const std::size_t lineSize = fs::file_size("zol.log");
+    logLine(std::string(bytes - 2 * lineSize, 'x'));
+    return lineSize;
+}
+
 TEST(RotatingFile, StartsANewFileAtTenMebibytesByDefault) {
     inFreshFolder([] {
-        setProperty("RotatingFile.pattern", messageOnly);
-        Logger::installBackend("RotatingFile");
-        constexpr std::size_t defaultSize = 10485760;
-        logLine("");
-        const std::size_t lineSize = fs::file_size("zol.log");
-        logLine(std::string(defaultSize - 2 * lineSize, 'x'));
+        const std::size_t lineSize = logTwoLines(defaultSize);
         EXPECT_EQ(fs::file_size("zol.log"), defaultSize);
         EXPECT_FALSE(fs::exists("zol.1.log")) << "the file is full";
         logLine("");
@@ -111,12 +119,7 @@ TEST(RotatingFile, StartsANewFileAtTenMebibytesByDefault) {
 
 TEST(RotatingFile, StartsANewFileIfALineIsOneByteTooLong) {
     inFreshFolder([] {
-        setProperty("RotatingFile.pattern", messageOnly);
-        Logger::installBackend("RotatingFile");
-        constexpr std::size_t defaultSize = 10485760;
-        logLine("");
-        const std::size_t lineSize = fs::file_size("zol.log");
-        logLine(std::string(defaultSize - 2 * lineSize + 1, 'x'));
+        const std::size_t lineSize = logTwoLines(defaultSize + 1);
         EXPECT_EQ(fs::file_size("zol.1.log"), lineSize);
         EXPECT_EQ(fs::file_size("zol.log"), defaultSize - lineSize + 1);
     });

@@ -197,12 +197,6 @@ TEST_F(SettingsTest, ReadsEventSourcesWithoutABackslash) {
     }
 }
 
-TEST(TagOf, ReplacesCharactersThatEndATag) {
-    EXPECT_EQ(tagOf("my shop:[1]\x7F"), "my_shop__1]_");
-    EXPECT_EQ(tagOf("[x"), "_x");
-    EXPECT_EQ(tagOf("shop-2.5"), "shop-2.5");
-}
-
 TEST_F(SettingsTest, ReadsPathsAndRejectsAnEmptyOne) {
     EXPECT_EQ(settings("path", "a b/c.log").path("path"), std::filesystem::path("a b/c.log"));
     EXPECT_EQ(settings("path", "").path("path"), std::filesystem::path("file"));

@@ -150,9 +150,10 @@ TEST(Escaped, MakesAnyBytesSafeAndIsStable) {
     }
 }
 
-TEST(EscapedWord, ContainsNoBlank) {
+TEST(EscapedWord, ContainsNothingThatEndsAWordOfASyslogLine) {
     EXPECT_EQ(escapedWord("shop"), "shop");
     EXPECT_EQ(escapedWord("my shop\tnew"), "my_shop_new");
+    EXPECT_EQ(escapedWord("[x]:1-2.5"), "_x]_1-2.5");
     EXPECT_EQ(escapedWord("a\nb\x1B \xFF"), "a\\nb\\x1B_" + replaced);
     EXPECT_EQ(escapedWord(""), "-");
     EXPECT_EQ(escapedWord("\n"), "-");

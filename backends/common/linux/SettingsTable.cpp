@@ -1,7 +1,6 @@
 #include "SettingsTable.h"
 
 #include "Process.h"
-#include "Settings.h"
 
 namespace ZOL::Backends {
 
@@ -11,7 +10,7 @@ bool isOnThisPlatform(const Setting& setting) {
 
 std::string defaultOf(const Setting& setting) {
     return setting.type == SettingType::tag && setting.defaultValue.empty()
-               ? tagOf(programName())
+               ? programName()
                : std::string(setting.defaultValue);
 }
 

@@ -54,7 +54,8 @@ int nextPoll(pollfd* descriptors, nfds_t count, int timeout) {
 } // namespace
 
 extern "C" [[gnu::visibility("default")]] int poll(pollfd* fds, nfds_t nfds, int timeout) {
-    // The declaration of poll makes the compiler believe that there is nothing to read yet.
+    // volatile: poll is declared to write fds only, so the compiler may drop reads of fds before
+    // it.
     const volatile pollfd* const first = fds;
     if (first->events != POLLOUT) {
         return nextPoll(fds, nfds, timeout);
