@@ -37,6 +37,15 @@
 #define ZOL_FRAMEWORK_NOINLINE __attribute__((noinline))
 #endif
 
+// ZOL_FRAMEWORK_HIDDEN keeps what a header defines inside the module that includes it. On Linux, a
+// static object of an inline function or template would otherwise be shared by modules, and keep
+// them from being unloaded.
+#if defined(_WIN32)
+#define ZOL_FRAMEWORK_HIDDEN
+#else
+#define ZOL_FRAMEWORK_HIDDEN __attribute__((visibility("hidden")))
+#endif
+
 // The module's users must be built with the same settings as the module. With a standard library
 // other than GNU's or Visual C++'s they cannot catch its exceptions. If the module and all of its
 // users are built with one such library, define ZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY for all of

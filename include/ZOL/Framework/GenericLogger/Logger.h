@@ -1,5 +1,6 @@
 #pragma once
 
+#include <climits>
 #include <exception>
 
 #include "ZOL/Framework/Export.h"
@@ -113,20 +114,33 @@ LogStream::~LogStream() noexcept(false) {
     }
 }
 
-/// The state of one ZOL_LOG statement. It evaluates the arguments of the macro once.
+/// One execution of a ZOL_LOG statement, which logs at most one line. The macro calls isFirst
+/// before each turn of its loop, and open in the first turn only.
 class LogGate {
 public:
-    LogGate(Logger* logger, LoggingLevel level)
-        : logger_(logger), level_(level), open_(logger->isLevelActive(level)) {}
+    bool isFirst() {
+        const bool first = first_;
+        first_ = false;
+        return first;
+    }
 
-    bool isOpen() const { return open_; }
-    void close() { open_ = false; }
+    /// Returns whether the level is active, and not below lowest.
+    bool open(Logger* logger, LoggingLevel level, LoggingLevel lowest = anyLevel) {
+        logger_ = logger;
+        level_ = level;
+        return level >= lowest && logger->isLevelActive(level);
+    }
+
     LogStream line() const { return logger_->log(level_); }
 
+protected:
+    Logger* logger_ = nullptr;
+    LoggingLevel level_ = LOG_LEVEL_NONE;
+
 private:
-    Logger* logger_;
-    LoggingLevel level_;
-    bool open_;
+    static constexpr auto anyLevel = static_cast<LoggingLevel>(INT_MIN);
+
+    bool first_ = true;
 };
 
 } // namespace ZOL::Framework::GenericLogger
@@ -134,16 +148,43 @@ private:
 /// Logs a line if its level is active. If it is not, no part of the line is evaluated:
 ///
 ///     ZOL_LOG(logger, LOG_LEVEL_DEBUG) << "state " << expensiveDump();
+///
+/// LogStatements.h has further statements, which log some of their executions only.
 #define ZOL_LOG(logger, level)                                                                     \
-    ZOL_DETAIL_LOG(logger, level, ZOL_DETAIL_JOIN(zolLogGate, __COUNTER__))
+    ZOL_DETAIL_LOG(ZOL_DETAIL_JOIN(zolLogGate, __COUNTER__), logger, level)
 
 // Every statement has a gate of its own name: a line may contain another ZOL_LOG, in a lambda, and
 // -Wshadow would report two gates of one name.
-// NOLINTBEGIN(bugprone-macro-parentheses): gate is a name
-#define ZOL_DETAIL_LOG(logger, level, gate)                                                        \
-    for (::ZOL::Framework::GenericLogger::LogGate gate((logger), (level)); gate.isOpen();          \
-         gate.close())                                                                             \
+#define ZOL_DETAIL_LOG(gate, logger, level)                                                        \
+    ZOL_DETAIL_LOG_IF_OPEN(::ZOL::Framework::GenericLogger::LogGate, gate, level,                  \
+                           ZOL_DETAIL_LOG_OPEN(gate, logger, level))
+// NOLINTBEGIN(bugprone-macro-parentheses): gate is a name, Gate a type
+#define ZOL_DETAIL_LOG_IF_OPEN(Gate, gate, level, isOpen)                                          \
+    for (Gate gate; ZOL_DETAIL_LOG_IS_COMPILED(level) gate.isFirst() && (isOpen);)                 \
     gate.line()
 // NOLINTEND(bugprone-macro-parentheses)
 #define ZOL_DETAIL_JOIN(left, right) ZOL_DETAIL_JOIN_EXPANDED(left, right)
 #define ZOL_DETAIL_JOIN_EXPANDED(left, right) left##right
+
+// ZOL_LOG_COMPILED_LEVEL, if defined before the first header of ZOL, is the lowest level whose
+// statements are compiled: a level, or its number. The macros remove statements of a lower level;
+// nothing of them is evaluated if the level is a constant.
+#if defined(ZOL_LOG_COMPILED_LEVEL)
+namespace ZOL::Framework::GenericLogger::detail {
+static constexpr auto compiledLevel = static_cast<LoggingLevel>(ZOL_LOG_COMPILED_LEVEL);
+}
+#define ZOL_DETAIL_LOG_OPEN(gate, logger, level)                                                   \
+    (gate).open((logger), (level), ::ZOL::Framework::GenericLogger::detail::compiledLevel)
+#if defined(__GNUC__)
+// For a constant level this is a constant, so that the compiler removes the statement even if it
+// does not optimize.
+#define ZOL_DETAIL_LOG_IS_COMPILED(level)                                                          \
+    (!__builtin_constant_p(level) ||                                                               \
+     (level) >= ::ZOL::Framework::GenericLogger::detail::compiledLevel)&&
+#else
+#define ZOL_DETAIL_LOG_IS_COMPILED(level)
+#endif
+#else
+#define ZOL_DETAIL_LOG_OPEN(gate, logger, level) (gate).open((logger), (level))
+#define ZOL_DETAIL_LOG_IS_COMPILED(level)
+#endif

@@ -115,6 +115,9 @@ public:
     }
     operator std::ostream&() { return stream(); }
 
+    /// Appends the text as it is: width and other flags of the std::ostream do not apply.
+    void appendUnformatted(std::string_view text) { line_.append(text.data(), text.size()); }
+
     /// Returns whether a part of the text is missing because there was no memory for it.
     bool isIncomplete() const { return line_.isIncomplete(); }
 

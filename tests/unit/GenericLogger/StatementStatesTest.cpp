@@ -1,0 +1,117 @@
+// The counts behind the statements that log some of their executions only.
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <thread>
+#include <type_traits>
+
+#include <gtest/gtest.h>
+
+#include "ZOL/Framework/GenericLogger/detail/EveryInterval.h"
+#include "ZOL/Framework/GenericLogger/detail/EveryNth.h"
+#include "ZOL/Framework/GenericLogger/detail/ExecutionCounter.h"
+#include "ZOL/Framework/GenericLogger/detail/FileName.h"
+#include "ZOL/Framework/GenericLogger/detail/FirstN.h"
+
+using namespace ZOL::Framework::GenericLogger::detail;
+
+namespace {
+
+// An object of a module must not be destroyed before the last statement of the module.
+static_assert(std::is_trivially_destructible_v<EveryNth>);
+static_assert(std::is_trivially_destructible_v<EveryInterval>);
+static_assert(std::is_trivially_destructible_v<FirstN>);
+
+TEST(ExecutionCounter, AddsWhatTheFirstAndOtherThreadsCount) {
+    ExecutionCounter counter;
+    EXPECT_EQ(counter.add(), 1U);
+    std::thread([&] {
+        EXPECT_EQ(counter.add(), 2U);
+        EXPECT_EQ(counter.addUpTo(1000), 3U);
+        EXPECT_EQ(counter.addUpTo(1), 4U);
+    }).join();
+    EXPECT_EQ(counter.addUpTo(1000), 5U);
+    EXPECT_EQ(counter.addUpTo(1), 6U);
+    EXPECT_EQ(counter.add(), 7U);
+    EXPECT_EQ(counter.sum(), 7U);
+}
+
+/// Executes the statement that often and returns the sum of lines and of what they report.
+std::uint64_t accountedFor(EveryNth& statement, long long n, int times) {
+    std::uint64_t sum = 0;
+    for (int i = 0; i < times; ++i) {
+        if (const auto suppressed = statement.execute(n)) {
+            sum += 1 + *suppressed;
+        }
+    }
+    return sum;
+}
+
+TEST(EveryNth, UsesTheNewNAtOnceIfItBecomesSmaller) {
+    EveryNth statement;
+    EXPECT_EQ(accountedFor(statement, 1'000'000, 5001), 1U);
+    EXPECT_EQ(statement.execute(10), 4999U) << "the last tenth execution was the one before";
+    EXPECT_EQ(accountedFor(statement, 10, 8), 0U);
+    EXPECT_EQ(statement.execute(10), 9U);
+}
+
+TEST(EveryNth, UsesTheNewNAfterTheLastLineIfItBecomesLarger) {
+    EveryNth statement;
+    EXPECT_EQ(accountedFor(statement, 10, 21), 21U);
+    EXPECT_EQ(accountedFor(statement, 100, 99), 0U);
+    EXPECT_EQ(statement.execute(100), 99U);
+}
+
+TEST(EveryInterval, LogsWhenTheIntervalHasPassed) {
+    EveryInterval statement;
+    EXPECT_EQ(statement.execute(10, 100), 0U);
+    EXPECT_EQ(statement.execute(10, 109), std::nullopt);
+    EXPECT_EQ(statement.execute(10, 110), 1U);
+    EXPECT_EQ(statement.execute(10, 119), std::nullopt);
+    EXPECT_EQ(statement.execute(10, 119), std::nullopt);
+    EXPECT_EQ(statement.execute(10, 500), 2U);
+    EXPECT_EQ(statement.execute(10, 509), std::nullopt) << "counted from the last line";
+}
+
+TEST(EveryInterval, LogsFirstAtAnyTime) {
+    for (const std::int64_t now : {std::int64_t(-5), std::int64_t(0), std::int64_t(INT64_MAX)}) {
+        EveryInterval statement;
+        EXPECT_EQ(statement.execute(INT64_MAX, now), 0U) << now;
+        EXPECT_EQ(statement.execute(INT64_MAX, now), std::nullopt) << now;
+    }
+}
+
+TEST(EveryInterval, SuppressesAThreadWhoseTimeIsOlderThanTheLastLine) {
+    EveryInterval statement;
+    EXPECT_EQ(statement.execute(10, 100), 0U);
+    EXPECT_EQ(statement.execute(10, 90), std::nullopt);
+    EXPECT_EQ(statement.execute(0, 90), 1U) << "an interval of zero suppresses nothing";
+}
+
+TEST(EveryInterval, LogsWithAnIntervalOfZeroOrLess) {
+    EveryInterval statement;
+    EXPECT_EQ(statement.execute(0, 100), 0U);
+    EXPECT_EQ(statement.execute(0, 100), 0U);
+    EXPECT_EQ(statement.execute(INT64_MIN, 100), 0U);
+}
+
+TEST(FirstN, IsUsedUpAfterItsLastExecution) {
+    FirstN statement;
+    EXPECT_FALSE(statement.isUsedUp());
+    EXPECT_TRUE(statement.execute(2));
+    EXPECT_FALSE(statement.isUsedUp());
+    EXPECT_TRUE(statement.execute(2));
+    EXPECT_TRUE(statement.isUsedUp());
+    EXPECT_FALSE(statement.execute(2));
+}
+
+TEST(FileName, IsThePathWithoutFolders) {
+    EXPECT_EQ(fileName("Orders.cpp"), "Orders.cpp");
+    EXPECT_EQ(fileName("/src/shop/Orders.cpp"), "Orders.cpp");
+    EXPECT_EQ(fileName("C:\\src\\shop\\Orders.cpp"), "Orders.cpp");
+    EXPECT_EQ(fileName("C:\\src/shop/Orders.cpp"), "Orders.cpp");
+    EXPECT_EQ(fileName(""), "");
+}
+
+} // namespace
