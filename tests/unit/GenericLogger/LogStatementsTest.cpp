@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -127,11 +128,13 @@ TEST_F(LogStatements, EveryIntervalAcceptsAllUnits) {
         ZOL_LOG_EVERY(log, LOG_LEVEL_INFO, std::chrono::hours::max()) << "hours";
         ZOL_LOG_EVERY(log, LOG_LEVEL_INFO, std::chrono::nanoseconds::max()) << "nanoseconds";
         ZOL_LOG_EVERY(log, LOG_LEVEL_INFO, std::chrono::duration<double>(1e30)) << "seconds";
+        ZOL_LOG_EVERY(log, LOG_LEVEL_INFO, std::chrono::duration<int, std::ratio<86400>>(200 * 365))
+            << "days";
         ZOL_LOG_EVERY(log, LOG_LEVEL_INFO, -1ns) << "negative";
         ZOL_LOG_EVERY(log, LOG_LEVEL_INFO, std::chrono::hours::min()) << "most negative";
     }
-    EXPECT_EQ(texts(), (Texts{"hours", "nanoseconds", "seconds", "negative", "most negative",
-                              "negative", "most negative"}));
+    EXPECT_EQ(texts(), (Texts{"hours", "nanoseconds", "seconds", "days", "negative",
+                              "most negative", "negative", "most negative"}));
 }
 
 TEST_F(LogStatements, IfLogsIfTheConditionHolds) {
@@ -139,6 +142,7 @@ TEST_F(LogStatements, IfLogsIfTheConditionHolds) {
     for (const int number : numbers) {
         ZOL_LOG_IF(log, LOG_LEVEL_INFO, number == 2) << number;
         ZOL_LOG_IF(log, LOG_LEVEL_INFO, std::function<void()>()) << "converts to false";
+        ZOL_LOG_IF(log, LOG_LEVEL_INFO, std::is_same_v<int, long>) << "with a comma";
     }
     EXPECT_EQ(texts(), (Texts{"2"}));
 }

@@ -34,7 +34,7 @@ public:
 
 private:
     static constexpr std::int64_t never = INT64_MIN;
-    static constexpr std::int64_t longest = INT64_MAX;
+    static constexpr double longest = 9.2e18; // nanoseconds, 292 years
 
     static std::int64_t now() {
         return std::chrono::duration_cast<std::chrono::nanoseconds>(
@@ -42,13 +42,11 @@ private:
             .count();
     }
 
-    // A conversion of an interval of hours or days could overflow.
+    // An interval of many hours would overflow as an integer.
     template <typename Rep, typename Period>
     static std::int64_t nanoseconds(std::chrono::duration<Rep, Period> interval) {
-        using Nanoseconds = std::chrono::duration<double, std::nano>;
-        return std::chrono::duration_cast<Nanoseconds>(interval).count() < double(longest)
-                   ? std::chrono::duration_cast<std::chrono::nanoseconds>(interval).count()
-                   : longest;
+        const double count = std::chrono::duration<double, std::nano>(interval).count();
+        return count < longest ? static_cast<std::int64_t>(count > 0 ? count : 0) : INT64_MAX;
     }
 
     std::uint64_t takeSuppressed() {

@@ -20,6 +20,6 @@ State StatementState<State, Statement>::object;
 // each lambda, and the same for all translation units that contain the same inline function.
 #define ZOL_DETAIL_STATEMENT_STATE(State)                                                          \
     ([]() -> State& {                                                                              \
-        struct Statement {};                                                                       \
+        struct Statement;                                                                          \
         return ::ZOL::Framework::GenericLogger::detail::StatementState<State, Statement>::object;  \
     }())
