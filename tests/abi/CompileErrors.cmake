@@ -22,7 +22,8 @@ test_compile_error(OldStringAbi "properties need _GLIBCXX_USE_CXX11_ABI=1"
 test_compile_error(NoRunTimeTypeInformation "LoggerException needs run-time type information"
     ${CMAKE_CXX_COMPILER} -fno-rtti)
 # The reason is the first error, also of each header that includes no other one.
-set(headers Export.h GenericLogger/LoggingLevel.h GenericLogger/Logger.h ../Gadgets/DLL/DLLHolder.h)
+set(headers Check.h Export.h GenericLogger/LoggingLevel.h GenericLogger/Logger.h GenericLogger/LogStatements.h
+    ../Gadgets/DLL/DLLHolder.h)
 if(WIN32)
     list(APPEND headers ../RegistryAccess/Registry.h)
 endif()
@@ -33,9 +34,14 @@ foreach(header IN LISTS headers)
     test_compile_error(NoExceptions.${name} "needs exceptions"
         ${CMAKE_CXX_COMPILER} -fno-exceptions -Wfatal-errors -DZOL_TEST_ONE_HEADER -include ZOL/Framework/${header})
 endforeach()
-foreach(standard 20 23)
-    test_compile(Standard${standard}Compiles 0 "" ${CMAKE_CXX_COMPILER} -std=c++${standard})
+set(warnings -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+foreach(standard 17 20 23)
+    test_compile(Standard${standard}Compiles 0 "" ${CMAKE_CXX_COMPILER} -std=c++${standard} ${warnings})
 endforeach()
+test_compile(CompiledLevelCompiles 0 ""
+    ${CMAKE_CXX_COMPILER} ${warnings} -DZOL_LOG_COMPILED_LEVEL=LOG_LEVEL_WARNING)
+test_compile_error(WrongCompiledLevel "LOG_LEVEL_WARN.* was not declared|undeclared identifier .LOG_LEVEL_WARN."
+    ${CMAKE_CXX_COMPILER} -DZOL_LOG_COMPILED_LEVEL=LOG_LEVEL_WARN)
 # The macros are enough: the check does not need Visual C++'s own library.
 test_compile_error(CheckedIteratorsOfVisualCxx "properties need _ITERATOR_DEBUG_LEVEL=0"
     ${CMAKE_CXX_COMPILER} -D_MSVC_STL_VERSION=143 -D_ITERATOR_DEBUG_LEVEL=2)
@@ -47,6 +53,10 @@ endif()
 
 if(ZOL_TEST_ALL AND NOT WIN32)
     # clang compiles for the ABI of Visual C++.
+    foreach(level IN ITEMS LOG_LEVEL_TRACE LOG_LEVEL_WARNING)
+        test_compile(VisualCxxWith${level}Compiles 0 "" ${ZOL_MSVC_CLANG} --config=${ZOL_MSVC_CONFIG}
+            -Wall -Wextra -Wshadow -Wconversion -Werror -DZOL_LOG_COMPILED_LEVEL=${level})
+    endforeach()
     test_compile_error(OtherCallingConventionOfVisualCxx "the framework's functions are __cdecl"
         ${ZOL_MSVC_CLANG} --config=${ZOL_MSVC_CONFIG} -Xclang -fdefault-calling-conv=vectorcall)
 
