@@ -35,7 +35,7 @@ void measureAll() {
     const auto add = [&](const std::vector<Row>& part) {
         rows.insert(rows.end(), part.begin(), part.end());
     };
-    for (const auto& rowsOf : {loggingRows, propertyRows, namedObjectRows, counterRows,
+    for (const auto& rowsOf : {loggingRows, statementRows, propertyRows, namedObjectRows, counterRows,
                                randomNumberRows, stringRows, heapRows, registryRows}) {
         add(rowsOf());
     }

@@ -12,6 +12,7 @@ inline constexpr const char* floorName = "floor";
 inline constexpr const char* productName = "ZOL";
 
 std::vector<Row> loggingRows();
+std::vector<Row> statementRows();
 std::vector<Row> propertyRows();
 std::vector<Row> namedObjectRows();
 std::vector<Row> counterRows();

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "ZOL/Framework/Framework.h"
+#include "ZOL/Framework/GenericLogger/LogStatements.h"
 #include "ZOL/Framework/GenericLogger/Logger.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
 #include "ZOL/Framework/Management/MemoryManager.h"
@@ -90,6 +91,30 @@ int checkInactiveLevel(int times) {
     return off;
 }
 
+int skipInactiveStatements(int times) {
+    Logger* const logger = connectedLogger();
+    for (int i = 0; i < times; ++i) {
+        ZOL_LOG(logger, LOG_LEVEL_DEBUG) << i;
+    }
+    return backend.received() == 0 ? times : 0;
+}
+
+int skipUsedUpStatements(int times) {
+    Logger* const logger = connectedLogger();
+    for (int i = 0; i < times; ++i) {
+        ZOL_LOG_ONCE(logger, LOG_LEVEL_ERROR) << i;
+    }
+    return backend.received() == 1 ? times : 0;
+}
+
+int skipAllButEveryNth(int times) {
+    Logger* const logger = connectedLogger();
+    for (int i = 0; i < times; ++i) {
+        ZOL_LOG_EVERY_N(logger, LOG_LEVEL_ERROR, 1'000'000) << i;
+    }
+    return backend.received() == 1 ? times : 0;
+}
+
 int findLoggers(int times) {
     for (int i = 0; i < names; ++i) {
         Logger::getLogger(nameOf(i).c_str());
@@ -133,9 +158,12 @@ struct Workload {
     int (*run)(int times);
 };
 
-constexpr std::array<Workload, 6> workloads{{{"text", logTexts},
+constexpr std::array<Workload, 9> workloads{{{"text", logTexts},
                                              {"line", logLines},
                                              {"level-off", checkInactiveLevel},
+                                             {"statement-off", skipInactiveStatements},
+                                             {"once", skipUsedUpStatements},
+                                             {"every-nth", skipAllButEveryNth},
                                              {"known-logger", findLoggers},
                                              {"known-property", findProperties},
                                              {"known-object", findObjects}}};
