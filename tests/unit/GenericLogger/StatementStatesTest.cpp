@@ -48,19 +48,35 @@ std::uint64_t accountedFor(EveryNth& statement, long long n, int times) {
     return sum;
 }
 
-TEST(EveryNth, UsesTheNewNAtOnceIfItBecomesSmaller) {
-    EveryNth statement;
-    EXPECT_EQ(accountedFor(statement, 1'000'000, 5001), 1U);
-    EXPECT_EQ(statement.execute(10), 4999U) << "the last tenth execution was the one before";
-    EXPECT_EQ(accountedFor(statement, 10, 8), 0U);
-    EXPECT_EQ(statement.execute(10), 9U);
+TEST(EveryNth, UsesASmallerNAtOnce) {
+    for (const int earlier : {6, 51, 5001}) {
+        EveryNth statement;
+        EXPECT_EQ(accountedFor(statement, 1'000'000, earlier), 1U);
+        EXPECT_EQ(statement.execute(5), earlier - 1U) << "all that were suppressed";
+        EXPECT_EQ(accountedFor(statement, 5, 4), 0U);
+        EXPECT_EQ(statement.execute(5), 4U);
+        EXPECT_EQ(statement.execute(1), 0U);
+        EXPECT_EQ(statement.execute(1), 0U);
+    }
 }
 
-TEST(EveryNth, UsesTheNewNAfterTheLastLineIfItBecomesLarger) {
+TEST(EveryNth, UsesALargerNAfterTheLastLine) {
     EveryNth statement;
     EXPECT_EQ(accountedFor(statement, 10, 21), 21U);
     EXPECT_EQ(accountedFor(statement, 100, 99), 0U);
     EXPECT_EQ(statement.execute(100), 99U);
+    EXPECT_EQ(accountedFor(statement, 100, 99), 0U);
+    EXPECT_EQ(statement.execute(100), 99U);
+}
+
+TEST(EveryNth, AccountsForAllExecutionsWhileNChanges) {
+    EveryNth statement;
+    std::uint64_t sum = 0;
+    for (int i = 0; i < 1000; ++i) {
+        sum += accountedFor(statement, 1 + i * 7 % 13, 1);
+    }
+    sum += accountedFor(statement, 1, 1);
+    EXPECT_EQ(sum, 1001U);
 }
 
 TEST(EveryInterval, LogsWhenTheIntervalHasPassed) {

@@ -19,10 +19,7 @@ public:
         std::uint64_t last = last_.load(std::memory_order_relaxed);
         std::uint64_t executed = executions_.addUpTo(after(last, step));
         while (executed >= after(last, step)) {
-            std::uint64_t next = after(last, step);
-            if (executed - next > maxLate) {
-                next += (executed - next) / step * step;
-            }
+            const std::uint64_t next = isNew(step) ? executed : after(last, step);
             if (last_.compare_exchange_weak(last, next)) {
                 return next - last - 1;
             }
@@ -34,15 +31,18 @@ public:
     }
 
 private:
-    // There are never more executions between counting and logging at the same time. If a line is
-    // later than this, n has become smaller, and the line reports all that were suppressed.
-    static constexpr std::uint64_t maxLate = 1000;
+    // If n has changed, the line reports all that were suppressed, and the steps begin here.
+    bool isNew(std::uint64_t step) {
+        const std::uint64_t known = step_.exchange(step, std::memory_order_relaxed);
+        return known != step && known != 0;
+    }
 
     static std::uint64_t after(std::uint64_t last, std::uint64_t step) {
         return last == 0 ? 1 : last + step;
     }
 
     ExecutionCounter executions_;
+    std::atomic<std::uint64_t> step_{0}; // the n of the last line, or 0
     std::atomic<std::uint64_t> last_{0}; // the number of the last execution that logged, or 0
 };
 
