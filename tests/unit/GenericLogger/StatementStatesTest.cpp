@@ -23,6 +23,13 @@ static_assert(std::is_trivially_destructible_v<EveryNth>);
 static_assert(std::is_trivially_destructible_v<EveryInterval>);
 static_assert(std::is_trivially_destructible_v<FirstN>);
 
+TEST(ThreadToken, IsTheSameWithinAThreadAndDiffersBetweenThreads) {
+    const ThreadToken mine = thisThread();
+    EXPECT_NE(mine, 0U);
+    EXPECT_EQ(thisThread(), mine);
+    std::thread([mine] { EXPECT_NE(thisThread(), mine); }).join();
+}
+
 TEST(ExecutionCounter, AddsWhatTheFirstAndOtherThreadsCount) {
     ExecutionCounter counter;
     EXPECT_EQ(counter.add(), 1U);
