@@ -42,8 +42,7 @@ inline void PrintTo(LoggingLevel level, std::ostream* out) {
     // In 64 bits: the difference of two levels may overflow an int.
     const long long difference = static_cast<long long>(level) - named->level;
     if (difference != 0) {
-        *out << (difference > 0 ? "+" : "-")
-             << std::to_string(difference > 0 ? difference : -difference);
+        *out << (difference > 0 ? "+" : "") << difference;
     }
 }
 

@@ -22,6 +22,12 @@ bool isOpen(Logger* logger) {
     return logger->isLevelActive(lowest);
 }
 
+/// A name that no logger has, also when the tests are repeated.
+std::string newName() {
+    static int count = 0;
+    return "new logger " + std::to_string(++count);
+}
+
 testing::AssertionResult hasMinimum(Logger* logger, int level) {
     if (!logger->isLevelActive(static_cast<LoggingLevel>(level))) {
         return testing::AssertionFailure() << "the minimum level is above " << level;
@@ -63,7 +69,7 @@ TEST(CapturedLevels, OfAllLoggersAreOpenedAlsoWhenTheBackEndIsInstalledOnlyNow) 
 
 TEST(CapturedLevels, OfLoggersThatWereMadeSinceTheLastOneAreOpenedAndRestored) {
     { const CapturedLog captured; }
-    Logger* const logger = Logger::getLogger("made while there was no CapturedLog");
+    Logger* const logger = Logger::getLogger(newName().c_str());
     EXPECT_TRUE(hasMinimum(logger, LOG_LEVEL_DEFAULT));
     logger->minLogLevel(LOG_LEVEL_INFO);
     {
@@ -75,12 +81,13 @@ TEST(CapturedLevels, OfLoggersThatWereMadeSinceTheLastOneAreOpenedAndRestored) {
 }
 
 TEST(CapturedLevels, OfANewLoggerAreOpenedBeforeTheProgramHasIt) {
+    const std::string name = newName();
     Logger* logger = nullptr;
     {
         const CapturedLog captured;
-        logger = Logger::getLogger("made meanwhile");
+        logger = Logger::getLogger(name.c_str());
         EXPECT_TRUE(isOpen(logger));
-        EXPECT_EQ(Logger::getLogger("made meanwhile"), logger);
+        EXPECT_EQ(Logger::getLogger(name.c_str()), logger);
         ZOL_LOG(logger, LOG_LEVEL_TRACE) << "seen";
         ASSERT_EQ(captured.size(), 1U);
         EXPECT_EQ(captured[0].text, "seen");
@@ -97,7 +104,7 @@ TEST(CapturedLevels, ThatTheProgramSetForItsNewLoggerStay) {
     Logger* logger = nullptr;
     {
         const CapturedLog captured;
-        logger = Logger::getLogger("made and set meanwhile");
+        logger = Logger::getLogger(newName().c_str());
         logger->minLogLevel(LOG_LEVEL_WARNING);
         EXPECT_TRUE(hasMinimum(logger, LOG_LEVEL_WARNING));
     }
@@ -108,7 +115,7 @@ TEST(CapturedLevels, ThatTheProgramSetForItsNewLoggerStayAlsoIfANestedOneOpensIt
     Logger* logger = nullptr;
     {
         const CapturedLog captured;
-        logger = Logger::getLogger("made and set meanwhile, then nested");
+        logger = Logger::getLogger(newName().c_str());
         logger->minLogLevel(LOG_LEVEL_WARNING);
         const CapturedLog nested;
         EXPECT_TRUE(isOpen(logger));

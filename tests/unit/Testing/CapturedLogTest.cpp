@@ -18,12 +18,10 @@
 #include "ProcessResources.h"
 
 #include "ZOL/Framework/GenericLogger/Logger.h"
-#include "ZOL/Gadgets/DLL/DLLHolder.h"
 
 using namespace ZOL::Framework::GenericLogger;
 using support::doLog;
 using support::inFreshProcess;
-using ZOL::Gadgets::DLL::DLLHolder;
 using ZOL::Testing::CapturedLog;
 using ZOL::Testing::CapturedMessage;
 
@@ -74,23 +72,6 @@ TEST(CapturedLogs, ReceiveEveryMessageWithItsLevelLoggerAndTextInOrder) {
     doLog(Logger::getLogger("b"), LOG_LEVEL_TRACE, "two\nlines");
     EXPECT_EQ(linesOf(captured),
               (Lines{"30 b: first", "60 a: second", "-7 : ", "10 b: two\nlines"}));
-}
-
-TEST(CapturedLogs, ReceiveTheMessagesOfProgramModulesAndPlugIn) {
-    constexpr const char* shared = "seen by A, B and host";
-    const DLLHolder a("ModuleA", "");
-    const DLLHolder b("ModuleB", "");
-    CapturedLog captured;
-    Logger::getLogger("host")->error("from the host");
-    a.resolve<void(const char*, const char*)>("logFromA")(shared, "from A");
-    b.resolve<void(const char*)>("logFromB")("from B");
-    Logger::loadBackend("Chatty"); // logs from its initialiser and from its entry point
-    const Lines lines = linesOf(captured);
-    ASSERT_GE(lines.size(), 4U);
-    EXPECT_EQ(Lines(lines.begin(), lines.begin() + 3),
-              (Lines{"50 host: from the host", std::string("30 ") + shared + ": from A",
-                     std::string("40 ") + shared + ": from B"}));
-    EXPECT_EQ(lines.back(), "30 Chatty: from createBackend");
 }
 
 TEST(CapturedLogs, TheFirstOneReceivesWhatTheCachesHeld) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <deque>
 #include <limits>
 #include <map>
@@ -71,9 +72,14 @@ public:
 
     Framework::GenericLogger::LoggingChannel* createChannel(const char* name) override {
         std::unique_lock<std::mutex> lock(mutex_);
-        const auto known = loggers_.try_emplace(name, *this).first;
+        auto known = loggers_.find(name);
+        if (known == loggers_.end()) {
+            // Not try_emplace: it refers to an object of the standard library that, on Linux,
+            // would keep the module from being unloaded.
+            known = loggers_.emplace(name, KnownLogger(*this)).first;
+            known->second.channel.name = &known->first;
+        }
         KnownLogger& entry = known->second;
-        entry.channel.name = &known->first;
         if (entry.logger == nullptr && !entry.isBeingMade && isInstalled_ && !captures_.empty()) {
             // A new logger. It is opened before the caller of getLogger receives it. The
             // framework keeps the logger that the inner call makes.
@@ -194,8 +200,17 @@ private:
 
     void receive(LoggingLevel level, const std::string& logger, const char* text) {
         const std::lock_guard<std::mutex> lock(mutex_);
-        for (Messages* const messages : captures_) {
-            messages->push_back({level, logger, text});
+        std::size_t received = 0;
+        try {
+            for (; received < captures_.size(); ++received) {
+                captures_[received]->push_back({level, logger, text});
+            }
+        } catch (...) {
+            // The caller that logged receives the exception: the message is in none of them.
+            while (received-- > 0) {
+                captures_[received]->pop_back();
+            }
+            throw;
         }
     }
 
