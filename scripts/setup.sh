@@ -113,6 +113,7 @@ if [ "$profile" = all ]; then
         libwine-dev)              # the C headers for Visual C++'s ABI
     if has linux "${platforms[@]}"; then
         packages+=(fakeroot lintian lld) # what the tests of the Debian packages and of other linkers use
+        packages+=(libgmock-dev)          # GoogleTest as users have it, for docs/testing.md
     fi
 fi
 if [ "$profile" = benchmarks ]; then

@@ -61,6 +61,7 @@ TEST(CapturedLevels, OfAllLoggersAreOpenedAlsoWhenTheBackEndIsInstalledOnlyNow) 
             const CapturedLog captured;
             EXPECT_TRUE(isOpen(a));
             EXPECT_TRUE(isOpen(b));
+            a->minLogLevel(LOG_LEVEL_FATAL); // it is no new logger
         }
         EXPECT_TRUE(hasMinimum(a, LOG_LEVEL_TRACE));
         EXPECT_TRUE(hasMinimum(b, INT_MAX));

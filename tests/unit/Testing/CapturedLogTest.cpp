@@ -186,8 +186,16 @@ TEST(CapturedLogs, CanBeReadWhileOthersLog) {
 
 TEST(CapturedLogs, CanBeMadeByManyThreadsAtOnce) {
     inFreshProcess([] {
-        onThreads([](int thread) {
+        for (int i = 0; i < 1000; ++i) { // the installation takes a while
+            Logger::getLogger(("logger " + std::to_string(i)).c_str());
+        }
+        std::atomic<int> ready = 0;
+        onThreads([&ready](int thread) {
             const std::string name = std::to_string(thread);
+            ++ready;
+            while (ready != threadCount) {
+                std::this_thread::yield();
+            }
             for (int round = 0; round < 20; ++round) {
                 const CapturedLog captured;
                 ZOL_LOG(Logger::getLogger(name.c_str()), LOG_LEVEL_TRACE) << round;

@@ -94,7 +94,6 @@ public:
                 throw;
             }
             lock.lock();
-            entry.isBeingMade = false;
             entry.logger = logger;
             if (!captures_.empty()) {
                 entry.isNew = true;
