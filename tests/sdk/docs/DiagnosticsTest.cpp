@@ -16,8 +16,10 @@
 #include "ZOL/Framework/GenericLogger/Logger.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackendLoadError.h"
+#include "ZOL/Testing/CapturedLog.h"
 
 using namespace ZOL::Framework::GenericLogger;
+using ZOL::Testing::CapturedLog;
 
 namespace {
 
@@ -27,26 +29,16 @@ namespace {
 
 #include "is_installed.inc"
 
-class KeepingBackend final : public LoggerBackend, public LoggingChannel {
-public:
-    LoggingChannel* createChannel(const char*) override { return this; }
-    void release() override {}
-    void log(LoggingLevel, const char* text) override { lines.emplace_back(text); }
-
-    std::vector<std::string> lines;
-};
-
 TEST(Diagnostics, AProbeSeesAllLoggersAndLeavesTheOthersTheirChannels) {
-    KeepingBackend other;
-    Logger::installBackend(&other);
+    const CapturedLog other;
     Logger::getLogger("stock");
     Logger::getLogger("orders");
     testing::internal::CaptureStdout();
 #include "probe.inc"
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "orders\nstock\n");
     Logger::getLogger("orders")->info("after the probe");
-    EXPECT_EQ(other.lines, (std::vector<std::string>{"after the probe"}));
-    Logger::uninstallBackend(&other);
+    ASSERT_EQ(other.size(), 1U);
+    EXPECT_EQ(other[0].text, "after the probe");
 }
 
 TEST(Diagnostics, AProbeAloneDropsCachedMessages) {
@@ -54,10 +46,7 @@ TEST(Diagnostics, AProbeAloneDropsCachedMessages) {
     Probe probe;
     Logger::installBackend(&probe);
     Logger::uninstallBackend(&probe);
-    KeepingBackend other;
-    Logger::installBackend(&other);
-    EXPECT_TRUE(other.lines.empty());
-    Logger::uninstallBackend(&other);
+    EXPECT_TRUE(CapturedLog().empty());
 }
 
 TEST(Diagnostics, AWatcherKnowsTheChannelsOfEachLogger) {
@@ -71,7 +60,7 @@ TEST(Diagnostics, AWatcherKnowsTheChannelsOfEachLogger) {
 }
 
 TEST(Diagnostics, InstallingShowsWhetherABackEndIsInstalled) {
-    KeepingBackend backend;
+    Probe backend;
     EXPECT_FALSE(isInstalled(backend));
     Logger::installBackend(&backend);
     EXPECT_TRUE(isInstalled(backend));

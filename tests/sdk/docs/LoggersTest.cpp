@@ -3,64 +3,59 @@
 #include <ios>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "FreshProcess.h"
 
 #include "ZOL/Framework/GenericLogger/Logger.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
+#include "ZOL/Testing/LogMatchers.h"
 
 using namespace ZOL::Framework::GenericLogger;
+using testing::_;
+using testing::ElementsAre;
+using ZOL::Testing::CapturedLog;
+using ZOL::Testing::IsMessage;
 
 namespace {
 
-class KeepingBackend final : public LoggerBackend, public LoggingChannel {
-public:
-    LoggingChannel* createChannel(const char*) override { return this; }
-    void release() override {}
-    void log(LoggingLevel level, const char* text) override {
-        lines.push_back(std::to_string(level) + " " + text);
-    }
-
-    std::vector<std::string> lines;
-};
-
 TEST(Loggers, Logging) {
-    KeepingBackend backend;
-    Logger::installBackend(&backend);
+    const CapturedLog captured;
 #include "loggers.inc"
-    EXPECT_EQ(backend.lines,
-              (std::vector<std::string>{"50 out of stock", "30 order 17 from Graz", "40 pieces: ff",
-                                        "35 any number is a level"}));
-    Logger::uninstallBackend(&backend);
+    EXPECT_THAT(captured,
+                ElementsAre(IsMessage(LOG_LEVEL_ERROR, _, "out of stock"),
+                            IsMessage(LOG_LEVEL_INFO, _, "order 17 from Graz"),
+                            IsMessage(LOG_LEVEL_WARNING, _, "pieces: ff"),
+                            IsMessage(static_cast<LoggingLevel>(35), _, "any number is a level")));
 }
 
 TEST(Loggers, Levels) {
-    KeepingBackend backend;
-    Logger::installBackend(&backend);
+    const CapturedLog captured;
     Logger* const logger = Logger::getLogger("shop.orders");
+    logger->minLogLevel(LOG_LEVEL_DEFAULT); // captured has opened it
     int calls = 0;
     const auto expensive = [&calls] {
         return ++calls;
     };
 #include "loggers_levels.inc"
-    EXPECT_EQ(backend.lines, (std::vector<std::string>{"50 sold out", "20 goes out"}));
+    EXPECT_THAT(captured, ElementsAre(IsMessage(LOG_LEVEL_ERROR, _, "sold out"),
+                                      IsMessage(LOG_LEVEL_DEBUG, _, "goes out")));
     EXPECT_EQ(calls, 0);
-    logger->minLogLevel(LOG_LEVEL_DEFAULT); // for a repeated run
-    Logger::uninstallBackend(&backend);
 }
 
 TEST(Loggers, Installing) {
-    Logger* const logger = Logger::getLogger("shop.orders");
-    testing::internal::CaptureStderr();
+    support::inFreshProcess([] { // without the kit's back end
+        Logger* const logger = Logger::getLogger("shop.orders");
+        testing::internal::CaptureStderr();
 #include "loggers_install.inc"
-    const std::string written = testing::internal::GetCapturedStderr();
-    EXPECT_NE(written.find("to one or the other"), std::string::npos) << written;
+        const std::string written = testing::internal::GetCapturedStderr();
+        EXPECT_NE(written.find("to one or the other"), std::string::npos) << written;
 
-    KeepingBackend next;
-    Logger::installBackend(&next);
-    EXPECT_EQ(next.lines, (std::vector<std::string>{"30 waits for the next one"}));
-    Logger::uninstallBackend(&next);
+        const CapturedLog next;
+        EXPECT_THAT(next, ElementsAre(IsMessage(LOG_LEVEL_INFO, _, "waits for the next one")));
+    });
 }
 
 } // namespace
