@@ -10,11 +10,18 @@
 #include "ZOL/Framework/GenericLogger/LogStatements.h"
 #include "ZOL/Framework/GenericLogger/LoggerException.h"
 #include "ZOL/Framework/Management/PropertyManager.h"
+#include "ZOL/Testing/CapturedLog.h"
 
 bool isSet(const ZOL::Framework::Management::WideString& name);
 
 bool isSet(const ZOL::Framework::Management::WideString& name) {
     return ZOL::Framework::Framework::propertyManager()->hasProperty(name);
+}
+
+bool hasCaptured(const ZOL::Testing::CapturedLog& log);
+
+bool hasCaptured(const ZOL::Testing::CapturedLog& log) {
+    return !log.empty() && log[0].level > 0 && log.begin() != log.end();
 }
 
 void logSome(ZOL::Framework::GenericLogger::Logger* logger);

@@ -23,7 +23,7 @@ test_compile_error(NoRunTimeTypeInformation "LoggerException needs run-time type
     ${CMAKE_CXX_COMPILER} -fno-rtti)
 # The reason is the first error, also of each header that includes no other one.
 set(headers Check.h Export.h GenericLogger/LoggingLevel.h GenericLogger/Logger.h GenericLogger/LogStatements.h
-    ../Gadgets/DLL/DLLHolder.h)
+    ../Gadgets/DLL/DLLHolder.h ../Testing/CapturedLog.h)
 if(WIN32)
     list(APPEND headers ../RegistryAccess/Registry.h)
 endif()
