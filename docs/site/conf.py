@@ -21,12 +21,13 @@ extensions = ["myst_parser", "breathe", "sphinx_copybutton", "repository"]
 root_doc = "index"
 exclude_patterns = ["site/static"]
 nitpicky = True
-# The standard library, the platform, namespaces, and classes that the headers only declare.
+# The standard library, the platform, GoogleTest, namespaces, and classes that the headers only declare.
 nitpick_ignore_regex = [
     ("cpp:identifier", r"std(::.*)?|HKEY"),
     ("cpp:identifier", r"ZOL|ZOL::Framework|Management|ZOL::Framework::(GenericLogger|Management)"),
     ("cpp:identifier", r"(ZOL::Framework::GenericLogger::)?detail"),
     ("cpp:identifier", r"ZOL::RegistryAccess"),
+    ("cpp:identifier", r"ZOL::Testing|Framework(::GenericLogger)?|testing(::.*)?"),
     ("cpp:identifier", r".*(Impl|Reaper|HeapString|HandleHolder|Record)"),
 ]
 

@@ -128,9 +128,9 @@ private:
 ///     EXPECT_THAT(captured, ElementsAre(IsMessage(LOG_LEVEL_INFO, "orders", "begun"),
 ///                                       IsMessage(Ge(LOG_LEVEL_WARNING))));
 inline testing::Matcher<const CapturedMessage&>
-IsMessage(const detail::MessageMatcher::Level& level,
-          const detail::MessageMatcher::Text& logger = testing::A<const std::string&>(),
-          const detail::MessageMatcher::Text& text = testing::A<const std::string&>()) {
+IsMessage(const testing::Matcher<Framework::GenericLogger::LoggingLevel>& level,
+          const testing::Matcher<const std::string&>& logger = testing::_,
+          const testing::Matcher<const std::string&>& text = testing::_) {
     return testing::MakeMatcher(new detail::MessageMatcher(level, logger, text));
 }
 
@@ -138,9 +138,9 @@ IsMessage(const detail::MessageMatcher::Level& level,
 ///
 ///     EXPECT_THAT(captured, Logged(LOG_LEVEL_ERROR, "orders", HasSubstr("sold out")));
 inline testing::Matcher<const CapturedLog&>
-Logged(const detail::MessageMatcher::Level& level,
-       const detail::MessageMatcher::Text& logger = testing::A<const std::string&>(),
-       const detail::MessageMatcher::Text& text = testing::A<const std::string&>()) {
+Logged(const testing::Matcher<Framework::GenericLogger::LoggingLevel>& level,
+       const testing::Matcher<const std::string&>& logger = testing::_,
+       const testing::Matcher<const std::string&>& text = testing::_) {
     return testing::MakeMatcher(
         new detail::LoggedMatcher(detail::MessageMatcher(level, logger, text)));
 }
