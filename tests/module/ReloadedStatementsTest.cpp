@@ -1,25 +1,24 @@
 // Statements that log some of their executions, in modules that are loaded and unloaded.
 
-#include <string>
+#include <cstddef>
 #include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "LoadedModule.h"
-#include "LoggerFixture.h"
 
+#include "ZOL/Framework/GenericLogger/Logger.h"
 #include "ZOL/Gadgets/DLL/DLLHolder.h"
+#include "ZOL/Testing/CapturedLog.h"
 
 using ZOL::Framework::GenericLogger::Logger;
 using ZOL::Gadgets::DLL::DLLHolder;
+using ZOL::Testing::CapturedLog;
 
 namespace {
 
 constexpr int reloads = 1000;
 constexpr std::size_t statements = 12;
-
-class ReloadedStatements : public support::LoggerFixture {};
 
 /// Executes the statements on two threads, so that some executions are suppressed.
 void execute(const DLLHolder& module, Logger* logger) {
@@ -29,29 +28,30 @@ void execute(const DLLHolder& module, Logger* logger) {
     all(logger);
 }
 
-TEST_F(ReloadedStatements, StartAgainInEachLoadedModule) {
-    installBackend("a");
-    Logger* const log = logger();
+TEST(ReloadedStatements, StartAgainInEachLoadedModule) {
+    CapturedLog captured;
+    Logger* const logger = Logger::getLogger("logger");
     for (int reload = 0; reload < reloads; ++reload) {
-        journal.clear();
+        captured.clear();
         {
             const DLLHolder module("StatementModule", "");
-            execute(module, log);
+            execute(module, logger);
         }
         ASSERT_FALSE(support::isLoaded("StatementModule", "")) << "after " << reload << " reloads";
-        ASSERT_EQ(journal.size(), statements) << "after " << reload << " reloads";
-        ASSERT_EQ(journal.front(), line("a", 60, "every n"));
+        ASSERT_EQ(captured.size(), statements) << "after " << reload << " reloads";
+        ASSERT_EQ(captured[0].text, "every n");
     }
 }
 
-TEST_F(ReloadedStatements, CountForEachModuleAlone) {
-    installBackend("a");
+TEST(ReloadedStatements, CountForEachModuleAlone) {
+    const CapturedLog captured;
+    Logger* const logger = Logger::getLogger("logger");
     const DLLHolder module("StatementModule", "");
-    execute(module, logger());
-    EXPECT_EQ(journal.size(), statements);
+    execute(module, logger);
+    EXPECT_EQ(captured.size(), statements);
     const DLLHolder other("OtherStatementModule", "");
-    execute(other, logger());
-    EXPECT_EQ(journal.size(), 2 * statements);
+    execute(other, logger);
+    EXPECT_EQ(captured.size(), 2 * statements);
 }
 
 } // namespace

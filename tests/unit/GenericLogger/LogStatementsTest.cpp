@@ -15,9 +15,9 @@
 #include <gtest/gtest.h>
 
 #include "InlineStatements.h"
-#include "LoggerFixture.h"
 
 #include "ZOL/Framework/GenericLogger/LogStatements.h"
+#include "ZOL/Testing/CapturedLog.h"
 
 using namespace ZOL::Framework::GenericLogger;
 using namespace std::chrono_literals;
@@ -37,19 +37,16 @@ void onThreads(const std::function<void()>& work) {
     }
 }
 
-class LogStatements : public support::LoggerFixture {
+class LogStatements : public testing::Test {
 protected:
-    LogStatements() {
-        installBackend("a");
-        log->minLogLevel(LOG_LEVEL_INFO);
-    }
+    // The CapturedLog opens all levels.
+    LogStatements() { log->minLogLevel(LOG_LEVEL_INFO); }
 
     /// The texts of the lines logged so far.
     std::vector<std::string> texts() const {
         std::vector<std::string> texts;
-        for (const std::string& entry : journal) {
-            const std::size_t levelEnd = entry.find(' ', entry.find(' ') + 1);
-            texts.push_back(entry.substr(levelEnd + 1));
+        for (const ZOL::Testing::CapturedMessage& message : captured) {
+            texts.push_back(message.text);
         }
         return texts;
     }
@@ -67,7 +64,8 @@ protected:
         return sum;
     }
 
-    Logger* const log = logger();
+    ZOL::Testing::CapturedLog captured;
+    Logger* const log = Logger::getLogger("LogStatements");
 };
 
 using Texts = std::vector<std::string>;
@@ -77,7 +75,8 @@ TEST_F(LogStatements, EveryNLogsTheFirstAndThenEachNthWithTheNumberOfSuppressedO
         ZOL_LOG_EVERY_N(log, LOG_LEVEL_INFO, 3) << "number " << i;
     }
     EXPECT_EQ(texts(), (Texts{"number 0", "number 3 (2 suppressed)", "number 6 (2 suppressed)"}));
-    EXPECT_EQ(journal[0], line("a", LOG_LEVEL_INFO, "number 0"));
+    EXPECT_EQ(captured[0].level, LOG_LEVEL_INFO);
+    EXPECT_EQ(captured[0].logger, "LogStatements");
 }
 
 TEST_F(LogStatements, EveryNOfOneOrLessLogsEachTime) {
@@ -192,7 +191,7 @@ TEST_F(LogStatements, AnInactiveLevelEvaluatesNoLastArgumentAndDoesNotCount) {
         ZOL_LOG_HERE(log, LOG_LEVEL_INFO) << (++evaluated, "");
         if (i == 1) {
             EXPECT_EQ(evaluated, 0);
-            EXPECT_TRUE(journal.empty());
+            EXPECT_TRUE(captured.empty());
         }
     }
     const Texts logged = texts();
@@ -216,7 +215,7 @@ TEST_F(LogStatements, EachArgumentIsEvaluatedOnce) {
     EXPECT_EQ(loggers, 6);
     EXPECT_EQ(levels, 6);
     EXPECT_EQ(others, 4);
-    EXPECT_EQ(journal.size(), 6U);
+    EXPECT_EQ(captured.size(), 6U);
 }
 
 // Where a statement may stand.
@@ -331,7 +330,7 @@ protected:
 
     template <int n>
     void expectEachNth() {
-        journal.clear();
+        captured.clear();
         execute(logEveryNth<n>);
         constexpr int lines = (executions + n - 1) / n;
         EXPECT_EQ(texts().size(), static_cast<std::size_t>(lines)) << "n is " << n;

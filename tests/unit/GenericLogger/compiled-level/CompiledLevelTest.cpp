@@ -1,62 +1,63 @@
 // Statements below the lowest compiled level.
 
-#include <string>
-
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "LoggerFixture.h"
 #include "Statements.h"
 
+#include "ZOL/Framework/GenericLogger/Logger.h"
+#include "ZOL/Testing/LogMatchers.h"
+
 using namespace ZOL::Framework::GenericLogger;
+using namespace ZOL::Testing;
+using testing::_;
+using testing::Each;
+using testing::ElementsAre;
+using testing::Ge;
+using testing::StartsWith;
 
 namespace {
 
-class CompiledLevel : public support::LoggerFixture {
-protected:
-    CompiledLevel() {
-        installBackend("a");
-        log->minLogLevel(LOG_LEVEL_TRACE);
-    }
-
-    Logger* const log = logger();
-};
-
-TEST_F(CompiledLevel, EvaluatesNothingOfStatementsBelowIt) {
+TEST(CompiledLevel, EvaluatesNothingOfStatementsBelowIt) {
+    const CapturedLog captured;
     int evaluated = 0;
-    executeConstantLevels(log, evaluated);
+    executeConstantLevels(Logger::getLogger("logger"), evaluated);
     EXPECT_EQ(evaluated, 0);
 }
 
-TEST_F(CompiledLevel, CompilesStatementsFromItUp) {
+TEST(CompiledLevel, CompilesStatementsFromItUp) {
+    const CapturedLog captured;
     int evaluated = 0;
-    executeConstantLevels(log, evaluated);
-    EXPECT_EQ(journal.back(), line("a", LOG_LEVEL_WARNING, "compiled number"));
-    for (const std::string& entry : journal) {
-        EXPECT_NE(entry.find(" compiled "), std::string::npos) << entry;
-    }
+    executeConstantLevels(Logger::getLogger("logger"), evaluated);
+    EXPECT_THAT(captured, Logged(LOG_LEVEL_WARNING, _, "compiled number"));
+    EXPECT_THAT(captured, Each(IsMessage(Ge(LOG_LEVEL_WARNING), _, StartsWith("compiled "))));
 }
 
-TEST_F(CompiledLevel, FiltersLevelsThatTheCompilerDoesNotKnow) {
+TEST(CompiledLevel, FiltersLevelsThatTheCompilerDoesNotKnow) {
+    const CapturedLog captured;
     int evaluated = 0;
     for (const int level : {10, 39, 40, 41}) {
-        executeLevel(log, [&] {
+        executeLevel(Logger::getLogger("logger"), [&] {
             ++evaluated;
             return static_cast<LoggingLevel>(level);
         });
     }
-    EXPECT_EQ(journal, (support::Journal{line("a", 40, "level of the run"),
-                                         line("a", 41, "level of the run")}));
+    EXPECT_THAT(captured,
+                ElementsAre(IsMessage(static_cast<LoggingLevel>(40), _, "level of the run"),
+                            IsMessage(static_cast<LoggingLevel>(41), _, "level of the run")));
     EXPECT_EQ(evaluated, 4) << "once for each execution";
 }
 
-TEST_F(CompiledLevel, LeavesTheAccessorsAlone) {
-    log->trace("accessor");
-    EXPECT_EQ(journal.size(), 1U);
+TEST(CompiledLevel, LeavesTheAccessorsAlone) {
+    const CapturedLog captured;
+    logWithAccessor(Logger::getLogger("logger"));
+    EXPECT_THAT(captured, ElementsAre(IsMessage(LOG_LEVEL_TRACE, _, "accessor")));
 }
 
-TEST_F(CompiledLevel, IsASettingOfOneTranslationUnit) {
-    ZOL_LOG(log, LOG_LEVEL_TRACE) << "here";
-    EXPECT_EQ(journal.size(), 1U);
+TEST(CompiledLevel, IsASettingOfOneTranslationUnit) {
+    const CapturedLog captured;
+    ZOL_LOG(Logger::getLogger("logger"), LOG_LEVEL_TRACE) << "here";
+    EXPECT_THAT(captured, Logged(LOG_LEVEL_TRACE, _, "here"));
 }
 
 } // namespace

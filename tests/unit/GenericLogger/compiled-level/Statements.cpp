@@ -35,3 +35,7 @@ void executeConstantLevels(Levels::Logger* logger, int& evaluated) {
 void executeLevel(Levels::Logger* logger, const std::function<Levels::LoggingLevel()>& level) {
     ZOL_LOG(logger, level()) << "level of the run";
 }
+
+void logWithAccessor(Levels::Logger* logger) {
+    logger->trace("accessor");
+}

@@ -10,3 +10,6 @@ void executeConstantLevels(ZOL::Framework::GenericLogger::Logger* logger, int& e
 /// A statement whose level the compiler does not know.
 void executeLevel(ZOL::Framework::GenericLogger::Logger* logger,
                   const std::function<ZOL::Framework::GenericLogger::LoggingLevel()>& level);
+
+/// logger->trace("accessor").
+void logWithAccessor(ZOL::Framework::GenericLogger::Logger* logger);
