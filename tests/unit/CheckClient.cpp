@@ -62,6 +62,10 @@ void fail() {
     ZOL_CHECK(pieces >= 0) << pieces << " left";
 }
 
+void failAsInTheDocument() {
+#include "statements_check.inc" // NOLINT(bugprone-suspicious-include)
+}
+
 int failAtTheEndOfAFunction() {
     ZOL_CHECK(false) << "needs no return";
 }
@@ -144,6 +148,7 @@ extern "C" void onAbort(int) {
 const std::map<std::string, void (*)()> ways = {
     {"fail", fail},
     {"without-handler", fail},
+    {"document", failAsInTheDocument},
     {"end-of-function",
      [] {
          failAtTheEndOfAFunction();

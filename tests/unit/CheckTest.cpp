@@ -54,6 +54,14 @@ CRISIS_LOG_TEST(Check, WritesToStandardErrorCrisisLogAndLoggerAndAborts) {
         << standardError();
 }
 
+CRISIS_LOG_TEST(Check, WritesTheLineThatTheDocumentShows) {
+    const auto withoutPosition = [](const std::string& line) {
+        return line.substr(line.find(": check failed"));
+    };
+    EXPECT_EQ(runClient("document"), checkAborted);
+    EXPECT_EQ(withoutPosition(standardError()), withoutPosition(contentOf(CHECK_FILE)));
+}
+
 CRISIS_LOG_TEST(Check, EndsTheProcessLikeAbort) {
 #if defined(_WIN32)
     constexpr int aborted = 3;
