@@ -14,12 +14,13 @@
 #include "ZOL/Testing/LogMatchers.h"
 
 using namespace ZOL::Framework::GenericLogger;
-using testing::_;
 using testing::ElementsAre;
 using ZOL::Testing::CapturedLog;
 using ZOL::Testing::IsMessage;
 
 namespace {
+
+using testing::_;
 
 TEST(Loggers, Logging) {
     const CapturedLog captured;

@@ -13,7 +13,6 @@
 
 using namespace ZOL::Framework::GenericLogger;
 using namespace ZOL::Testing;
-using testing::_;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -24,6 +23,8 @@ using testing::SizeIs;
 extern "C" bool placeOrder(int pieces);
 
 namespace {
+
+using testing::_;
 
 TEST(TestingDocument, MatchersOfContainersWork) {
     CapturedLog captured;

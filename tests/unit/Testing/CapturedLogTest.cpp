@@ -33,7 +33,7 @@ constexpr int threadCount = 8;
 constexpr int messagesPerThread = 200;
 
 // In bytes for a thousand objects. The heap itself keeps some freed blocks.
-constexpr std::size_t lessThanABlockForEach = 16 * 1000;
+constexpr std::size_t lessThanABlockForEach = 16000;
 
 static_assert(!std::is_copy_constructible_v<CapturedLog> &&
               !std::is_copy_assignable_v<CapturedLog>);
@@ -182,6 +182,27 @@ TEST(CapturedLogs, CanBeReadWhileOthersLog) {
     EXPECT_EQ(&*begin, &first);
     EXPECT_EQ(end - begin, 1);
     EXPECT_EQ(end->text, "next") << "later messages follow after an earlier end";
+}
+
+TEST(CapturedLogs, CanBeClearedWhileOthersLog) {
+    CapturedLog captured;
+    Logger* const logger = Logger::getLogger("busy");
+    std::atomic<int> running = threadCount;
+    std::thread reader([&] {
+        while (running != 0) {
+            captured.clear();
+        }
+    });
+    onThreads([&](int) {
+        for (int message = 0; message < messagesPerThread; ++message) {
+            logger->info("next");
+        }
+        --running;
+    });
+    reader.join();
+    captured.clear();
+    logger->info("last");
+    EXPECT_EQ(linesOf(captured), Lines{"30 busy: last"});
 }
 
 TEST(CapturedLogs, CanBeMadeByManyThreadsAtOnce) {

@@ -9,7 +9,6 @@
 #include "ZOL/Framework/GenericLogger/Logger.h"
 
 using namespace ZOL::Framework::GenericLogger;
-using testing::_;
 using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
@@ -25,6 +24,8 @@ using ZOL::Testing::IsMessage;
 using ZOL::Testing::Logged;
 
 namespace {
+
+using testing::_;
 
 MATCHER(IsShort, "is short") {
     *result_listener << "which has " << arg.size() << " characters";
