@@ -79,10 +79,12 @@ void hold() {
     ZOL_CHECK(owner) << evaluate();
     ZOL_CHECK(std::is_same_v<int, int>) << evaluate();
     ZOL_CHECK(++pieces < 0);
+    // NOLINTBEGIN(readability-braces-around-statements)
     if (pieces == -2)
         ZOL_CHECK(pieces < 0) << evaluate();
     else
         ZOL_CHECK(pieces > 0) << evaluate();
+    // NOLINTEND(readability-braces-around-statements)
 }
 
 void failWhileAChannelThrows() {

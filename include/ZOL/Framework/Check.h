@@ -118,6 +118,7 @@ struct CheckEnd {
 
 } // namespace ZOL::Framework
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the text follows
 /// Ends the process with std::abort if the condition is false, in every kind of build. Before that,
 /// the message, "Orders.cpp:42: check failed: pieces >= 0: -3 left", is written to standard error,
 /// to the crisis log if it can be opened, and with LOG_LEVEL_FATAL to the logger "zol.check". If
@@ -131,3 +132,4 @@ struct CheckEnd {
     (__VA_ARGS__) ? static_cast<void>(0)                                                           \
                   : ::ZOL::Framework::CheckEnd() &                                                 \
                         ::ZOL::Framework::CheckFailure(#__VA_ARGS__, __FILE__, __LINE__).text()
+// NOLINTEND(bugprone-macro-parentheses)

@@ -12,7 +12,6 @@
 
 #include "StatementsIncludes.inc" // NOLINT(bugprone-suspicious-include)
 
-using testing::_;
 using testing::ElementsAre;
 using testing::MatchesRegex;
 using ZOL::Testing::CapturedLog;
@@ -20,6 +19,8 @@ using ZOL::Testing::CapturedMessage;
 using ZOL::Testing::IsMessage;
 
 namespace {
+
+using testing::_;
 
 std::string contentOf(const char* file) {
     std::ifstream stream(file);

@@ -249,6 +249,7 @@ TEST_F(LogStatements, LinesMayContainOtherStatements) {
 
 TEST_F(LogStatements, AreStatementsLikeOthers) {
     for (int i = 0; i < 4; ++i) {
+        // NOLINTBEGIN(readability-braces-around-statements)
         if (i == 0)
             ZOL_LOG_EVERY_N(log, LOG_LEVEL_INFO, 2) << "every n";
         else if (i == 1)
@@ -257,6 +258,7 @@ TEST_F(LogStatements, AreStatementsLikeOthers) {
             ZOL_LOG_EVERY(log, LOG_LEVEL_INFO, 1h) << "every";
         else
             ZOL_LOG_IF(log, LOG_LEVEL_INFO, i == 3) << "if";
+        // NOLINTEND(readability-braces-around-statements)
     }
     EXPECT_EQ(texts(), (Texts{"every n", "once", "every", "if"}));
 }

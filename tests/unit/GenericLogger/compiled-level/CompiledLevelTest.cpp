@@ -10,13 +10,14 @@
 
 using namespace ZOL::Framework::GenericLogger;
 using namespace ZOL::Testing;
-using testing::_;
 using testing::Each;
 using testing::ElementsAre;
 using testing::Ge;
 using testing::StartsWith;
 
 namespace {
+
+using testing::_;
 
 TEST(CompiledLevel, EvaluatesNothingOfStatementsBelowIt) {
     const CapturedLog captured;
