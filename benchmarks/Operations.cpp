@@ -35,8 +35,8 @@ void measureAll() {
     const auto add = [&](const std::vector<Row>& part) {
         rows.insert(rows.end(), part.begin(), part.end());
     };
-    for (const auto& rowsOf : {loggingRows, statementRows, propertyRows, namedObjectRows, counterRows,
-                               randomNumberRows, stringRows, heapRows, registryRows}) {
+    for (const auto& rowsOf : {loggingRows, statementRows, propertyRows, namedObjectRows,
+                               counterRows, randomNumberRows, stringRows, heapRows, registryRows}) {
         add(rowsOf());
     }
     // The crisis log of the machine may be in use: only on request.

@@ -69,7 +69,9 @@ TEST(CapturedLevels, OfAllLoggersAreOpenedAlsoWhenTheBackEndIsInstalledOnlyNow) 
 }
 
 TEST(CapturedLevels, OfLoggersThatWereMadeSinceTheLastOneAreOpenedAndRestored) {
-    { const CapturedLog captured; }
+    {
+        const CapturedLog captured; // constructed and destroyed
+    }
     Logger* const logger = Logger::getLogger(newName().c_str());
     EXPECT_TRUE(hasMinimum(logger, LOG_LEVEL_DEFAULT));
     logger->minLogLevel(LOG_LEVEL_INFO);
@@ -184,7 +186,9 @@ TEST(CapturedLevels, OfALoggerWhoseFirstAttemptFailedAreOpened) {
 TEST(CapturedLevels, OfALoggerWhoseMakingFailedBeforeAreOpenedByTheNextOne) {
     inFreshProcess([] {
         static OnceRefusingBackend refusing;
-        { const CapturedLog captured; }
+        {
+            const CapturedLog captured; // constructed and destroyed
+        }
         Logger::installBackend(&refusing);
         refusing.armed = true;
         EXPECT_THROW(Logger::getLogger("known by name alone"), std::runtime_error);

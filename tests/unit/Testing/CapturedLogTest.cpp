@@ -379,7 +379,9 @@ TEST(CapturedLogs, AThousandInARowLeaveNothingBehind) {
 }
 
 TEST(CapturedLogs, DropMessagesAtOnceWhileThereIsNone) {
-    { const CapturedLog captured; }
+    {
+        const CapturedLog captured; // constructed and destroyed
+    }
     Logger* const logger = Logger::getLogger("orders");
     const auto logMuch = [logger] {
         for (int i = 0; i < 1000; ++i) {

@@ -48,7 +48,9 @@ TEST_P(CapturedLogOutOfMemory, AFirstOneThatFailsLeavesTheLevelsAndTheSwitch) {
 
 TEST_P(CapturedLogOutOfMemory, ALaterOneThatFailsLeavesNothingBehind) {
     inFreshProcess([this] {
-        { const CapturedLog captured; }
+        {
+            const CapturedLog captured; // constructed and destroyed
+        }
         Logger* const logger = Logger::getLogger("orders");
         EXPECT_GE(sweep(
                       [&] {
