@@ -4,6 +4,7 @@
 #if !defined(ZOL_TEST_ONE_HEADER)
 
 #include <chrono>
+#include <cstddef>
 
 #include "ZOL/Framework/Check.h"
 #include "ZOL/Framework/Framework.h"
@@ -33,7 +34,9 @@ void logSome(ZOL::Framework::GenericLogger::Logger* logger) {
         ZOL_LOG_EVERY(logger, LOG_LEVEL_INFO, std::chrono::seconds(1)) << "every";
         return 1;
     }();
-    ZOL_LOG_FIRST_N(logger, LOG_LEVEL_INFO, 10) << "first n";
+    const std::size_t size = 10;
+    ZOL_LOG_EVERY_N(logger, LOG_LEVEL_INFO, size) << "every n";
+    ZOL_LOG_FIRST_N(logger, LOG_LEVEL_INFO, size) << "first n";
     ZOL_LOG_ONCE(logger, LOG_LEVEL_INFO) << "once";
     ZOL_LOG_IF(logger, LOG_LEVEL_INFO, logger != nullptr) << "if";
     ZOL_LOG_HERE(logger, LOG_LEVEL_INFO) << "here";

@@ -34,7 +34,7 @@ foreach(header IN LISTS headers)
     test_compile_error(NoExceptions.${name} "needs exceptions"
         ${CMAKE_CXX_COMPILER} -fno-exceptions -Wfatal-errors -DZOL_TEST_ONE_HEADER -include ZOL/Framework/${header})
 endforeach()
-set(warnings -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+set(warnings -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror)
 foreach(standard 17 20 23)
     test_compile(Standard${standard}Compiles 0 "" ${CMAKE_CXX_COMPILER} -std=c++${standard} ${warnings})
 endforeach()

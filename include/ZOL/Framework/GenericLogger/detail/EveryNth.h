@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdint>
 #include <optional>
+#include <type_traits>
 
 #include "ZOL/Framework/GenericLogger/detail/ExecutionCounter.h"
 
@@ -14,8 +15,14 @@ class EveryNth {
 public:
     /// Counts an execution. Returns the number of executions suppressed since the last line, or
     /// nothing if this execution is suppressed too. An n below 1 is taken as 1.
-    std::optional<std::uint64_t> execute(long long n) {
-        const std::uint64_t step = n > 1 ? static_cast<std::uint64_t>(n) : 1;
+    template <typename Integer>
+    std::optional<std::uint64_t> execute(Integer n) {
+        static_assert(std::is_integral_v<Integer>, "ZOL_LOG_EVERY_N needs an integer");
+        return countExecution(n > 1 ? static_cast<std::uint64_t>(n) : 1);
+    }
+
+private:
+    std::optional<std::uint64_t> countExecution(std::uint64_t step) {
         std::uint64_t last = last_.load(std::memory_order_relaxed);
         std::uint64_t executed = executions_.addUpTo(after(last, step));
         while (executed >= after(last, step)) {
@@ -30,7 +37,6 @@ public:
         return std::nullopt;
     }
 
-private:
     // If n has changed, the line reports all that were suppressed, and the steps begin here.
     bool isNew(std::uint64_t step) {
         const std::uint64_t known = step_.exchange(step, std::memory_order_relaxed);

@@ -16,7 +16,10 @@ public:
         statement_ = &statement;
         return statement.isUsedUp();
     }
-    bool execute(long long n) { return statement_->execute(n); }
+    template <typename Integer>
+    bool execute(Integer n) {
+        return statement_->execute(n);
+    }
 
 private:
     FirstN* statement_ = nullptr;
