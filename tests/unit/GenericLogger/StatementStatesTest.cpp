@@ -1,5 +1,6 @@
 // The counts behind the statements that log some of their executions only.
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -84,6 +85,37 @@ TEST(EveryNth, AccountsForAllExecutionsWhileNChanges) {
     }
     sum += accountedFor(statement, 1, 1);
     EXPECT_EQ(sum, 1001U);
+}
+
+// Executions of two threads, of which the first to count is the last to ask whether it logs.
+
+TEST(EveryNth, AnExecutionLogsInPlaceOfAnEarlierOne) {
+    EveryNth statement;
+    const EveryNth::Execution first = statement.count(3);
+    const EveryNth::Execution second = statement.count(3);
+    EXPECT_EQ(statement.log(second, 3), 0U) << "the line of the first";
+    EXPECT_EQ(statement.log(first, 3), std::nullopt);
+    EXPECT_EQ(statement.execute(3), std::nullopt);
+    EXPECT_EQ(statement.execute(3), 2U) << "the fourth, as if the first had logged";
+}
+
+TEST(EveryNth, AnExecutionWhoseLineIsTakenLogsInPlaceOfALaterOne) {
+    EveryNth statement;
+    const EveryNth::Execution first = statement.count(1);
+    const EveryNth::Execution second = statement.count(1);
+    EXPECT_EQ(statement.log(second, 1), 0U);
+    EXPECT_EQ(statement.log(first, 1), 0U);
+    EXPECT_EQ(statement.execute(1), 0U);
+}
+
+TEST(EveryInterval, ConvertsAllUnits) {
+    EXPECT_EQ(EveryInterval::nanoseconds(std::chrono::nanoseconds(7)), 7);
+    EXPECT_EQ(EveryInterval::nanoseconds(std::chrono::milliseconds(200)), 200'000'000);
+    EXPECT_EQ(EveryInterval::nanoseconds(std::chrono::duration<double>(1.5)), 1'500'000'000);
+    EXPECT_EQ(EveryInterval::nanoseconds(std::chrono::hours(24)), 86'400'000'000'000);
+    EXPECT_EQ(EveryInterval::nanoseconds(std::chrono::seconds(-1)), 0);
+    EXPECT_EQ(EveryInterval::nanoseconds(std::chrono::hours::max()), INT64_MAX);
+    EXPECT_EQ(EveryInterval::nanoseconds(std::chrono::hours::min()), 0);
 }
 
 TEST(EveryInterval, LogsWhenTheIntervalHasPassed) {

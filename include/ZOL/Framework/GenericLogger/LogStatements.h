@@ -13,8 +13,9 @@
 // evaluated. The last argument is written as ..., because it may contain commas.
 //
 // Each statement counts for itself, across all threads of the module that it is compiled into. An
-// inline function or template has one count per module and instance. A module that is unloaded and
-// loaded again counts from the beginning.
+// inline function or template has one count per module and instance, unless modules share the
+// function, as they do on Linux with default visibility. A module that is unloaded and loaded again
+// counts from the beginning.
 
 /// Logs the first, the (n+1)-th, the (2n+1)-th execution and so on; n is the last argument. From
 /// the second line on, the line ends with the number of executions that were suppressed since the

@@ -32,6 +32,14 @@ public:
         return std::nullopt;
     }
 
+    /// Returns 0 for a negative interval, and the largest number for one that is longer. As an
+    /// integer, many hours would overflow.
+    template <typename Rep, typename Period>
+    static std::int64_t nanoseconds(std::chrono::duration<Rep, Period> interval) {
+        const double count = std::chrono::duration<double, std::nano>(interval).count();
+        return count < longest ? static_cast<std::int64_t>(count > 0 ? count : 0) : INT64_MAX;
+    }
+
 private:
     static constexpr std::int64_t never = INT64_MIN;
     static constexpr double longest = 9.2e18; // nanoseconds, 292 years
@@ -40,13 +48,6 @@ private:
         return std::chrono::duration_cast<std::chrono::nanoseconds>(
                    std::chrono::steady_clock::now().time_since_epoch())
             .count();
-    }
-
-    // An interval of many hours would overflow as an integer.
-    template <typename Rep, typename Period>
-    static std::int64_t nanoseconds(std::chrono::duration<Rep, Period> interval) {
-        const double count = std::chrono::duration<double, std::nano>(interval).count();
-        return count < longest ? static_cast<std::int64_t>(count > 0 ? count : 0) : INT64_MAX;
     }
 
     std::uint64_t takeSuppressed() {

@@ -18,13 +18,24 @@ public:
     template <typename Integer>
     std::optional<std::uint64_t> execute(Integer n) {
         static_assert(std::is_integral_v<Integer>, "ZOL_LOG_EVERY_N needs an integer");
-        return countExecution(n > 1 ? static_cast<std::uint64_t>(n) : 1);
+        const std::uint64_t step = n > 1 ? static_cast<std::uint64_t>(n) : 1;
+        return log(count(step), step);
     }
 
-private:
-    std::optional<std::uint64_t> countExecution(std::uint64_t step) {
-        std::uint64_t last = last_.load(std::memory_order_relaxed);
-        std::uint64_t executed = executions_.addUpTo(after(last, step));
+    // The two parts of execute. Other threads may count and log in between.
+
+    struct Execution {
+        std::uint64_t last;   ///< the last execution that had logged before this one was counted
+        std::uint64_t number; ///< another one may have the same number
+    };
+
+    Execution count(std::uint64_t step) {
+        const std::uint64_t last = last_.load(std::memory_order_relaxed);
+        return {last, executions_.addUpTo(after(last, step))};
+    }
+
+    std::optional<std::uint64_t> log(Execution execution, std::uint64_t step) {
+        auto [last, executed] = execution;
         while (executed >= after(last, step)) {
             const std::uint64_t next = isNew(step) ? executed : after(last, step);
             if (last_.compare_exchange_weak(last, next)) {
@@ -37,6 +48,7 @@ private:
         return std::nullopt;
     }
 
+private:
     // If n has changed, the line reports all that were suppressed, and the steps begin here.
     bool isNew(std::uint64_t step) {
         const std::uint64_t known = step_.exchange(step, std::memory_order_relaxed);
