@@ -57,10 +57,10 @@ std::uint64_t accountedFor(EveryNth& statement, long long n, int times) {
 }
 
 TEST(EveryNth, UsesASmallerNAtOnce) {
-    for (const int earlier : {6, 51, 5001}) {
+    for (const unsigned earlier : {6U, 51U, 5001U}) {
         EveryNth statement;
-        EXPECT_EQ(accountedFor(statement, 1'000'000, earlier), 1U);
-        EXPECT_EQ(statement.execute(5), earlier - 1U) << "all that were suppressed";
+        EXPECT_EQ(accountedFor(statement, 1'000'000, static_cast<int>(earlier)), 1U);
+        EXPECT_EQ(statement.execute(5), earlier - 1) << "all that were suppressed";
         EXPECT_EQ(accountedFor(statement, 5, 4), 0U);
         EXPECT_EQ(statement.execute(5), 4U);
         EXPECT_EQ(statement.execute(1), 0U);
