@@ -6,6 +6,7 @@
 #include <string_view>
 #include <thread>
 #include <type_traits>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -54,6 +55,27 @@ std::uint64_t accountedFor(EveryNth& statement, long long n, int times) {
         }
     }
     return sum;
+}
+
+TEST(ExecutionCounter, CountsEachExecutionOfSeveralThreads) {
+    constexpr int times = 100'000;
+    constexpr std::uint64_t threads = 4;
+    ExecutionCounter counter;
+    const auto count = [&] {
+        for (int i = 0; i < times; ++i) {
+            counter.add();
+            counter.addUpTo(static_cast<std::uint64_t>(2 * i));
+        }
+    };
+    std::vector<std::thread> others;
+    for (std::uint64_t i = 1; i < threads; ++i) {
+        others.emplace_back(count);
+    }
+    count();
+    for (std::thread& other : others) {
+        other.join();
+    }
+    EXPECT_EQ(counter.sum(), threads * 2 * times);
 }
 
 TEST(EveryNth, UsesASmallerNAtOnce) {

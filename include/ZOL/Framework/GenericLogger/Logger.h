@@ -1,6 +1,5 @@
 #pragma once
 
-#include <climits>
 #include <exception>
 
 #include "ZOL/Framework/Export.h"
@@ -124,11 +123,15 @@ public:
         return first;
     }
 
-    /// Returns whether the level is active, and not below lowest.
-    bool open(Logger* logger, LoggingLevel level, LoggingLevel lowest = anyLevel) {
+    bool open(Logger* logger, LoggingLevel level) {
         logger_ = logger;
         level_ = level;
-        return level >= lowest && logger->isLevelActive(level);
+        return logger->isLevelActive(level);
+    }
+
+    /// Does not open for levels below the lowest one.
+    bool open(Logger* logger, LoggingLevel level, LoggingLevel lowest) {
+        return level >= lowest && open(logger, level);
     }
 
     LogStream line() const { return logger_->log(level_); }
@@ -138,8 +141,6 @@ protected:
     LoggingLevel level_ = LOG_LEVEL_NONE;
 
 private:
-    static constexpr auto anyLevel = static_cast<LoggingLevel>(INT_MIN);
-
     bool first_ = true;
 };
 
@@ -149,7 +150,7 @@ private:
 ///
 ///     ZOL_LOG(logger, LOG_LEVEL_DEBUG) << "state " << expensiveDump();
 ///
-/// LogStatements.h has further statements, which log some of their executions only.
+/// Further statements, which log some of their executions only, are in a header of their own.
 #define ZOL_LOG(logger, level)                                                                     \
     ZOL_DETAIL_LOG(ZOL_DETAIL_JOIN(zolLogGate, __COUNTER__), logger, level)
 
