@@ -58,13 +58,13 @@ std::uint64_t accountedFor(EveryNth& statement, long long n, int times) {
 }
 
 TEST(ExecutionCounter, CountsEachExecutionOfSeveralThreads) {
-    constexpr int times = 100'000;
+    constexpr std::uint64_t times = 100'000;
     constexpr std::uint64_t threads = 4;
     ExecutionCounter counter;
     const auto count = [&] {
-        for (int i = 0; i < times; ++i) {
+        for (std::uint64_t i = 0; i < times; ++i) {
             counter.add();
-            counter.addUpTo(static_cast<std::uint64_t>(2 * i));
+            counter.addUpTo(2 * i);
         }
     };
     std::vector<std::thread> others;
