@@ -24,7 +24,10 @@ if(MINGW)
 
     add_library(zol_boost_thread_windows STATIC
         ${ZOL_WINDOWS_DEPS}/boost-thread/win32/thread.cpp
-        ${ZOL_WINDOWS_DEPS}/boost-thread/win32/thread_primitives.cpp)
+        ${ZOL_WINDOWS_DEPS}/boost-thread/win32/thread_primitives.cpp
+        # In place of tss_pe.cpp, which Boost's own builds contain. Only a library can say it: the linker
+        # of Visual C++ takes tss_pe.obj out of Boost's library, and a second definition is an error.
+        ${PROJECT_SOURCE_DIR}/src/ZOL/Platform/windows/TssCleanup.cpp)
     target_compile_features(zol_boost_thread_windows PUBLIC cxx_std_17)
     target_include_directories(zol_boost_thread_windows SYSTEM PUBLIC ${ZOL_WINDOWS_DEPS}/include)
     target_compile_definitions(zol_boost_thread_windows

@@ -5,8 +5,8 @@
 #   demo        compilers, CMake, Boost, spdlog, fmt and UTF8-CPP; Wine for Windows
 #   sdk         the libraries of zol-backend-check, and what makes packages
 #   test        what scripts/test.sh needs (the default)
-#   all         what scripts/test.sh all needs: clang's sanitizers, Visual C++'s ABI, the documents,
-#               syslog-ng
+#   all         what scripts/test.sh all needs: clang's sanitizers, the documents, syslog-ng, and for
+#               Visual C++'s ABI a linker and runtime libraries
 #   benchmarks  demo, and the libraries that scripts/bench.sh compares with
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -72,7 +72,7 @@ install() { # PACKAGE...
 # An LLVM that can build for Visual C++'s ABI with Wine's headers: the oldest that can, and that is
 # installed with all its parts or is offered by this release.
 oldest_llvm=19
-llvm_packages() { echo "clang-$1 llvm-$1 libc++-$1-dev"; }
+llvm_packages() { echo "clang-$1 clang-tools-$1 lld-$1 llvm-$1 libc++-$1-dev"; }
 suitable_llvm() { # COMMAND...: of those versions for whose packages the command succeeds
     local version
     for version in $(sed 's/^clang-\([0-9]*\)$/\1/' | sort -n); do
@@ -182,6 +182,36 @@ if has windows "${platforms[@]}"; then
     for header in boost spdlog fmt utf8cpp CLI nlohmann; do
         ln -sfn "/usr/include/$header" "$deps/include/$header"
     done
+fi
+
+if [ "$profile" = all ] && has windows "${platforms[@]}"; then
+    # Debian builds LLVM's standard library for Linux only: fetch the sources that belong to the installed
+    # headers, and build the libraries of cmake/msvc-clang.cmake. That takes a minute.
+    package=libc++-$llvm-dev
+    version=$(dpkg-query -W -f '${source:Version}' "$package")
+    if [ "$(cat "$deps/libcxx/version" 2>/dev/null || true)" != "$version" ]; then
+        source=$(dpkg-query -W -f '${source:Package}' "$package")
+        scripts/fetch-source.sh "$package" "$source" "$version" "$deps/libcxx-source"
+        say "unpacking the sources of libc++ $version"
+        rm -rf "$deps/libcxx"
+        mkdir -p "$deps/libcxx"
+        tar -xJf "$deps/libcxx-source/$source"_*.orig.tar.xz -C "$deps/libcxx" --strip-components=2 \
+            --wildcards --no-wildcards-match-slash '*/libcxx/src'
+        rm -rf "$deps/libcxx-source"
+        echo "$version" >"$deps/libcxx/version"
+    fi
+    runtime=$deps/msvc-clang
+    key=$(cat "$deps/libcxx/version" cmake/msvc-clang.cmake $(git ls-files cmake/msvc-clang) | sha256sum)
+    if [ "$(cat "$runtime/key" 2>/dev/null || true)" != "$key" ]; then
+        say "building the runtime libraries for Visual C++'s ABI"
+        rm -rf "$runtime"
+        mkdir -p "$runtime"
+        { cmake -S cmake/msvc-clang -B "$runtime" -G Ninja -DCMAKE_BUILD_TYPE=None \
+            --toolchain "$PWD/cmake/msvc-clang.cmake" -DZOL_LIBCXX="$PWD/$deps/libcxx" &&
+            cmake --build "$runtime"; } >"$runtime.log" 2>&1 ||
+            { tail -n 40 "$runtime.log" >&2; die "they cannot be built, the whole output is in $runtime.log"; }
+        echo "$key" >"$runtime/key"
+    fi
 fi
 
 say "ready: $profile ${platforms[*]}"

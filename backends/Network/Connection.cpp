@@ -99,7 +99,7 @@ void Connection::connect(const std::string& host, int port) {
 
 /// Returns 0 once connected, noAnswer, or the error code of the system.
 int Connection::connectTo(const addrinfo& address, Clock::time_point deadline) {
-    const std::intptr_t socket = Sockets::open(address);
+    const std::intptr_t socket = Sockets::create(address);
     if (socket == Sockets::invalidSocket) {
         return Sockets::lastError();
     }

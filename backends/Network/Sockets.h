@@ -20,7 +20,7 @@ void shutdown();
 
 /// Returns a non-blocking socket that child processes do not inherit, or invalidSocket. It is none
 /// of the standard streams.
-std::intptr_t open(const addrinfo& address);
+std::intptr_t create(const addrinfo& address);
 void close(std::intptr_t socket);
 
 /// Starts to connect. True if connected or in progress.

@@ -16,6 +16,20 @@ function(test_compile_error test reason)
     test_compile(${test} 1 "error: [^\n]*${reason}" ${ARGN})
 endfunction()
 
+if(MSVC)
+    # clang for the ABI of Visual C++, with clang's own options.
+    set(compiler ${zolLlvm}/bin/clang++ --target=${CMAKE_CXX_COMPILER_TARGET} ${zolClangOptions})
+    foreach(level IN ITEMS LOG_LEVEL_TRACE LOG_LEVEL_WARNING)
+        test_compile(VisualCxxWith${level}Compiles 0 "" ${compiler}
+            -Wall -Wextra -Wshadow -Wconversion -Werror -DZOL_LOG_COMPILED_LEVEL=${level})
+    endforeach()
+    test_compile_error(OtherCallingConventionOfVisualCxx "the framework's functions are __cdecl"
+        ${compiler} -Xclang -fdefault-calling-conv=vectorcall)
+    test_compile_error(OtherStandardLibrary "needs the standard library that its module has"
+        ${compiler} -UZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY)
+    return()
+endif()
+
 test_compile(DefaultFlagsCompile 0 "" ${CMAKE_CXX_COMPILER})
 test_compile_error(OldStringAbi "properties need _GLIBCXX_USE_CXX11_ABI=1"
     ${CMAKE_CXX_COMPILER} -D_GLIBCXX_USE_CXX11_ABI=0)
@@ -49,20 +63,4 @@ test_compile_error(CheckedIteratorsOfVisualCxx "properties need _ITERATOR_DEBUG_
 if(NOT WIN32)
     test_compile_error(OtherSizeOfWideCharacters "need the platform's own wchar_t"
         ${CMAKE_CXX_COMPILER} -fshort-wchar)
-endif()
-
-if(ZOL_TEST_ALL AND NOT WIN32)
-    # clang compiles for the ABI of Visual C++.
-    foreach(level IN ITEMS LOG_LEVEL_TRACE LOG_LEVEL_WARNING)
-        test_compile(VisualCxxWith${level}Compiles 0 "" ${ZOL_MSVC_CLANG} --config=${ZOL_MSVC_CONFIG}
-            -Wall -Wextra -Wshadow -Wconversion -Werror -DZOL_LOG_COMPILED_LEVEL=${level})
-    endforeach()
-    test_compile_error(OtherCallingConventionOfVisualCxx "the framework's functions are __cdecl"
-        ${ZOL_MSVC_CLANG} --config=${ZOL_MSVC_CONFIG} -Xclang -fdefault-calling-conv=vectorcall)
-
-    # This uses only the headers of libc++ and links nothing.
-    test_compile_error(OtherStandardLibrary "needs the standard library that its module has"
-        ${ZOL_MSVC_CLANG} -stdlib=libc++)
-    test_compile(OtherStandardLibraryForModuleAndUsersCompiles 0 ""
-        ${ZOL_MSVC_CLANG} -stdlib=libc++ -DZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY)
 endif()

@@ -24,7 +24,7 @@ void initialize() {}
 
 void shutdown() {}
 
-std::intptr_t open(const addrinfo& address) {
+std::intptr_t create(const addrinfo& address) {
     return aboveStandardStreams(::socket(address.ai_family,
                                          address.ai_socktype | SOCK_CLOEXEC | SOCK_NONBLOCK,
                                          address.ai_protocol));

@@ -28,7 +28,7 @@ void shutdown() {
     ::WSACleanup();
 }
 
-std::intptr_t open(const addrinfo& address) {
+std::intptr_t create(const addrinfo& address) {
     const SOCKET socket =
         ::WSASocketW(address.ai_family, address.ai_socktype, address.ai_protocol, nullptr, 0,
                      WSA_FLAG_NO_HANDLE_INHERIT | WSA_FLAG_OVERLAPPED);

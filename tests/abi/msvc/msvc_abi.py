@@ -1,18 +1,17 @@
 #!/usr/bin/env python3
-"""The module's binary interface for Visual C++, as clang produces it for that target.
+"""The module's binary interface for Visual C++, as clang-cl and lld-link produce it.
 
-msvc_abi.py compile SETTINGS   compiles every source of the product
-msvc_abi.py read SETTINGS      reads the interface from the objects and the public headers
+msvc_abi.py read SETTINGS      reads the interface from the linked module and the public headers
 msvc_abi.py check SETTINGS CHECK
     exports, layouts, slots    compares with the goldens
     declared                   the module exports what the public headers declare, and nothing else
     foreign                    no exported name belongs to another library
     cdecl                      every exported function is __cdecl
     order                      virtual slots follow the order of declaration
-msvc_abi.py accept SETTINGS    compiles, reads and stores the goldens
+msvc_abi.py accept SETTINGS    reads and stores the goldens
 
-SETTINGS is a JSON file with the keys root (the source tree), tree (the build folder), llvm (the
-folder of LLVM), config (clang's settings for the target) and toolchain (CMake's).
+SETTINGS is a JSON file with the keys root (the source tree), module (the linked DLL), interface (the
+file that read writes), llvm (the folder of LLVM) and options (clang's options for the target).
 """
 
 import collections
@@ -20,7 +19,6 @@ import json
 import os
 import pathlib
 import re
-import shutil
 import subprocess
 import sys
 
@@ -31,47 +29,23 @@ def fail(message):
 
 class Settings:
     def __init__(self, file):
-        for key, value in json.loads(pathlib.Path(file).read_text()).items():
-            setattr(self, key, pathlib.Path(value))
-        self.objects = self.tree / "objects.json"
-        self.interface = self.tree / "interface.json"
+        settings = json.loads(pathlib.Path(file).read_text())
+        self.root, self.module, self.interface, self.llvm = (
+            pathlib.Path(settings[key]) for key in ("root", "module", "interface", "llvm"))
+        self.options = settings["options"]
         self.goldens = self.root / "tests/abi/goldens"
 
     def llvm_tool(self, name):
         return str(self.llvm / "bin" / name)
 
 
-def run(*command, stdin=None, cwd=None):
-    result = subprocess.run([str(part) for part in command], input=stdin, cwd=cwd, text=True,
+def run(*command, stdin=None):
+    result = subprocess.run([str(part) for part in command], input=stdin, text=True,
                             stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
     if result.returncode != 0:
         fail(f"failed ({result.returncode}): {' '.join(map(str, command))}\n"
              f"{result.stdout[-20000:]}{result.stderr}")
     return result.stdout
-
-
-# compile
-
-def compile_product(settings):
-    """CMake knows the sources and flags of a Windows build. There is nothing to link with."""
-    tree = settings.tree
-    # CMake reads a toolchain once for a build folder.
-    stamp = tree / "settings"
-    text = settings.config.read_text() + settings.toolchain.read_text()
-    if not stamp.exists() or stamp.read_text() != text:
-        shutil.rmtree(tree, ignore_errors=True)
-        tree.mkdir(parents=True)
-        stamp.write_text(text)
-    settings.objects.unlink(missing_ok=True)
-    run("cmake", "-S", settings.root, "-B", tree, "-G", "Ninja", "--toolchain", settings.toolchain,
-        "-DCMAKE_BUILD_TYPE=None", "-DZOL_BUILD_TESTS=OFF", "-DZOL_BUILD_TOOLS=OFF")
-    targets = run("ninja", "-C", tree, "-t", "targets", "all")
-    objects = sorted(set(re.findall(r"^(.*\.obj): ", targets, re.MULTILINE)))
-    if not objects:
-        fail("CMake lists no sources")
-    print(f"compiling {len(objects)} sources")
-    run("ninja", "-C", tree, "-j", os.cpu_count(), "-k", 0, *objects)
-    settings.objects.write_text(json.dumps(objects))
 
 
 # read
@@ -87,15 +61,12 @@ def undecorate(settings, decorated):
 
 
 def read_exports(settings):
-    """Returns the exported names and the subset that are functions."""
-    objects = [name for name in json.loads(settings.objects.read_text()) if name.startswith("src/")]
-    output = run(settings.llvm_tool("llvm-readobj"), "--coff-directives", *objects, cwd=settings.tree)
-    directives = {text.replace('"', "") for text in re.findall(r"/EXPORT:(\S+)", output)}
-    if not directives:
-        fail("the objects export nothing")
-    data = {text[:-len(",DATA")] for text in directives if text.endswith(",DATA")}
-    functions = {text for text in directives if not text.endswith(",DATA")}
-    return data | functions, functions
+    """Returns the names that the linked module exports."""
+    output = run(settings.llvm_tool("llvm-readobj"), "--coff-exports", settings.module)
+    names = set(re.findall(r"^  Name: (\S+)$", output, re.MULTILINE))
+    if not names:
+        fail(f"{settings.module} exports nothing")
+    return names
 
 
 def declared_imports(syntax_trees):
@@ -210,13 +181,12 @@ def read_interface(settings):
     options = ["-std=c++17", f"-I{include}", "-DZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY", "-x", "c++",
                "-"]
     clang = settings.llvm_tool("clang++")
-    for_msvc = [clang, f"--config={settings.config}"]
+    for_msvc = [clang, *settings.options]
 
     def syntax(*dump):
         return run(*for_msvc, "-fsyntax-only", *dump, *options, stdin=headers)
 
-    names, functions = read_exports(settings)
-    exports = undecorate(settings, names)
+    exports = undecorate(settings, read_exports(settings))
     imports = declared_imports(
         syntax("-Xclang", "-ast-dump=json", "-Xclang", "-ast-dump-filter=ZOL::Framework"))
     layouts = read_layouts(syntax("-Xclang", "-fdump-record-layouts-complete"),
@@ -234,7 +204,7 @@ def read_interface(settings):
     importable = {key: text for key, text in exports.items() if "`vftable" not in text}
     interface = {
         "exports": sorted(f"{text}  {decorated}" for decorated, text in exports.items()),
-        "functions": sorted(exports[decorated] for decorated in functions),
+        "functions": sorted(text for text in exports.values() if "(" in text),
         "imports": with_plain_destructors(undecorate(settings, imports)),
         "importable": with_plain_destructors(importable),
         "layouts": layouts,
@@ -334,7 +304,6 @@ def check(settings, kind):
 
 
 def accept_goldens(settings):
-    compile_product(settings)
     read_interface(settings)
     interface = json.loads(settings.interface.read_text())
     texts = {"exports": interface["exports"]}
@@ -346,7 +315,7 @@ def accept_goldens(settings):
 
 
 def main(arguments):
-    actions = {"compile": compile_product, "read": read_interface, "accept": accept_goldens}
+    actions = {"read": read_interface, "accept": accept_goldens}
     if len(arguments) == 2 and arguments[0] in actions:
         actions[arguments[0]](Settings(arguments[1]))
     elif len(arguments) == 3 and arguments[0] == "check":

@@ -19,10 +19,3 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
     }
     return TRUE;
 }
-
-namespace boost {
-
-// Boost.Thread requires this function as a sign that its hooks are called.
-void tss_cleanup_implemented() {}
-
-} // namespace boost

@@ -9,7 +9,13 @@ extern "C" {
 errno_t __cdecl getenv_s(size_t*, char*, size_t, const char*);
 double __cdecl _strtod_l(const char*, char**, _locale_t);
 float __cdecl _strtof_l(const char*, char**, _locale_t);
+int* __cdecl __sys_nerr(void);
+int __cdecl ___mb_cur_max_l_func(_locale_t);
 }
+
+#if !defined(_sys_nerr)
+#define _sys_nerr (*__sys_nerr())
+#endif
 
 #if !defined(MB_CUR_MAX)
 #define MB_CUR_MAX __mb_cur_max

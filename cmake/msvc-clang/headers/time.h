@@ -19,6 +19,7 @@ struct timespec {
 extern "C" errno_t __cdecl _gmtime64_s(struct tm*, const __time64_t*);
 extern "C" errno_t __cdecl _get_timezone(long*);
 extern "C" errno_t __cdecl _get_dstbias(long*);
+extern "C" size_t __cdecl _strftime_l(char*, size_t, const char*, const struct tm*, _locale_t);
 
 inline errno_t gmtime_s(struct tm* result, const time_t* time) {
     return _gmtime64_s(result, time);

@@ -1,0 +1,5 @@
+#pragma once
+
+// Wine has these declarations in <winbase.h>.
+
+#include <winbase.h>

@@ -1,0 +1,15 @@
+#pragma once
+
+// Wine's header lacks these.
+
+#pragma GCC system_header
+#include_next <wchar.h>
+
+extern "C" {
+int __cdecl _iswcntrl_l(wint_t, _locale_t);
+int __cdecl _iswxdigit_l(wint_t, _locale_t);
+errno_t __cdecl wcrtomb_s(size_t*, char*, size_t, wchar_t, mbstate_t*);
+double __cdecl wcstod(const wchar_t*, wchar_t**);
+}
+
+inline long double wcstold(const wchar_t* text, wchar_t** end) { return wcstod(text, end); }

@@ -1,5 +1,0 @@
-include(LinkedHeaders)
-zol_linked_headers(linkedHeaders spdlog)
-add_library(spdlog::spdlog_header_only INTERFACE IMPORTED)
-target_include_directories(spdlog::spdlog_header_only INTERFACE ${linkedHeaders})
-set(spdlog_FOUND TRUE)

@@ -1,5 +1,0 @@
-include(LinkedHeaders)
-zol_linked_headers(linkedHeaders utf8cpp)
-add_library(utf8::cpp INTERFACE IMPORTED)
-target_include_directories(utf8::cpp INTERFACE ${linkedHeaders}/utf8cpp)
-set(utf8cpp_FOUND TRUE)
