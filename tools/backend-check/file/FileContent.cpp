@@ -7,6 +7,7 @@
 
 #include "Checks.h"
 #include "Text.h"
+#include "file/CppAbi.h"
 #include "file/LibraryFile.h"
 
 namespace backendcheck {
@@ -83,7 +84,19 @@ bool checkExports(const LibraryFile& library, Report& report) {
     return isFunction;
 }
 
-void checkFramework(const LibraryFile& library, Report& report) {
+/// Whether it imports a name of the framework that a compiler of the other C++ ABI mangled. The
+/// modules of both have the same file names. Windows only.
+bool isOfOtherAbi(const LibraryFile& library) {
+    const std::string ours = lower(frameworkFile().filename().u8string());
+    return std::any_of(library.imports.begin(), library.imports.end(), [&ours](const auto& module) {
+        const auto& [name, symbols] = module;
+        return lower(name) == ours &&
+               std::any_of(symbols.begin(), symbols.end(), &isMangledByOthers);
+    });
+}
+
+/// False if loading it makes no sense.
+bool checkFramework(const LibraryFile& library, Report& report) {
     const std::string ours = frameworkFile().filename().u8string();
     const std::regex anyFramework("ZOL_Framework.*", std::regex::icase);
     std::vector<std::string> others;
@@ -94,6 +107,14 @@ void checkFramework(const LibraryFile& library, Report& report) {
         } else if (std::regex_match(needed, anyFramework)) {
             others.push_back(needed);
         }
+    }
+    if (isOfOtherAbi(library)) {
+        report.add({"framework", Result::Wrong,
+                    std::string("it was built with ") + otherCompilers + ", and this framework with " +
+                        compilers +
+                        ": their classes and exceptions differ, and modules of both cannot work in one "
+                        "process\nbuild it with the framework's own compiler"});
+        return false;
     }
     if (!others.empty()) {
         report.add(
@@ -107,6 +128,7 @@ void checkFramework(const LibraryFile& library, Report& report) {
                     "it was not linked with " + ours +
                         "; that is right only if it uses no function of the framework"});
     }
+    return true;
 }
 
 // The libraries of compilers and the C library. All modules of a process must use the same ones.
@@ -116,6 +138,18 @@ const std::regex& runtimeNames() {
         R"(libpgmath|msvc|vcruntime|concrt|ucrt|api-ms-win-crt-|cygwin|msys).*)",
         std::regex::icase);
     return names;
+}
+
+/// The library that is meant, in lower case. Visual C++ has several files with one version number,
+/// and of these a module imports what it happens to use.
+std::string runtimeOf(const std::string& fileName) {
+    static const std::regex part(R"((msvcp|vcruntime|concrt)(\d+)(_\d+)?(d?)(_[a-z_]+)?\.dll)");
+    const std::string name = lower(fileName);
+    std::smatch parts;
+    if (std::regex_match(name, parts, part)) {
+        return "vcruntime" + parts[2].str() + parts[4].str() + ".dll";
+    }
+    return name.rfind("api-ms-win-crt-", 0) == 0 ? "ucrtbase.dll" : name;
 }
 
 void checkRuntime(const LibraryFile& library, Report& report) {
@@ -130,21 +164,17 @@ void checkRuntime(const LibraryFile& library, Report& report) {
         if (!std::regex_match(needed, runtimeNames())) {
             continue;
         }
-        const bool known =
-            std::any_of(expected.begin(), expected.end(),
-                        [&](const std::string& name) { return lower(name) == lower(needed); });
+        const bool known = std::any_of(
+            expected.begin(), expected.end(),
+            [&](const std::string& name) { return runtimeOf(name) == runtimeOf(needed); });
         (known ? shared : foreign).push_back(needed);
     }
     if (!foreign.empty()) {
         report.add({"runtime", Result::Wrong,
                     "it uses runtime libraries that the framework does not: " + listed(foreign) +
                         "\nbuild it with the framework's own compiler and standard library"});
-    } else if (library.hasOwnCppRuntime) {
-        report.add(
-            {"runtime", Result::Wrong,
-             "it has a C++ runtime library of its own linked in: exceptions "
-             "cannot be caught in other modules\nlink without -static, -static-libstdc++ and "
-             "-static-libgcc"});
+    } else if (library.hasOwnRuntime) {
+        report.add({"runtime", Result::Wrong, ownRuntimeFault});
     } else {
         report.add({"runtime", Result::Ok,
                     shared.empty() ? "it brings no runtime library of its own"
@@ -164,9 +194,9 @@ bool checkFile(const std::filesystem::path& file, Report& report) {
     }
     report.add({"file-format", Result::Ok, "it is a library for this platform"});
     const bool hasEntryPoint = checkExports(library, report);
-    checkFramework(library, report);
+    const bool fitsFramework = checkFramework(library, report);
     checkRuntime(library, report);
-    return hasEntryPoint;
+    return hasEntryPoint && fitsFramework;
 }
 
 } // namespace backendcheck

@@ -8,16 +8,11 @@
 #include <string_view>
 
 #include "Environment.h"
+#include "file/CppAbi.h"
 
 namespace backendcheck {
 
 namespace {
-
-using namespace std::string_view_literals;
-
-// The name of a type that each copy of the C++ runtime defines. With its terminators: a mere
-// reference to the symbol is not a copy.
-constexpr std::string_view runtimeTypeName = "\0N10__cxxabiv117__class_type_infoE\0"sv;
 
 bool isText(std::string_view content) {
     return std::all_of(content.begin(), content.end(), [](char c) {
@@ -43,7 +38,7 @@ LibraryFile readLibrary(const std::filesystem::path& file) {
                               : "is a text file");
     }
     LibraryFile library = parseLibrary(content);
-    library.hasOwnCppRuntime = content.find(runtimeTypeName) != std::string::npos;
+    library.hasOwnRuntime = hasOwnRuntime(library, content);
     return library;
 }
 

@@ -2,10 +2,6 @@
 
 #include <cstdlib>
 #include <exception>
-#include <memory>
-#include <typeinfo>
-
-#include <cxxabi.h>
 
 #include "ZOL/Framework/Exceptions/FrameworkException.h"
 #include "ZOL/Framework/GenericLogger/LoggerException.h"
@@ -19,6 +15,7 @@ CheckRecord* crashRecord = nullptr;
 void handleCrashes(CheckRecord& record) {
     crashRecord = &record;
     std::set_terminate(&onTerminate);
+    suppressRuntimeDialogs();
     installCrashHandlers();
 }
 
@@ -33,24 +30,20 @@ void onTerminate() {
 }
 
 std::string describeCurrentException() {
-    const std::type_info* const type = abi::__cxa_current_exception_type();
-    if (type == nullptr) {
+    std::string type = typeOfCurrentException();
+    if (type.empty()) {
         return "an exception of another runtime library";
     }
-    int status = 0;
-    const std::unique_ptr<char, decltype(&std::free)> name(
-        abi::__cxa_demangle(type->name(), nullptr, nullptr, &status), &std::free);
-    std::string typeName = name != nullptr ? name.get() : type->name();
     try {
         throw;
     } catch (const std::exception& error) {
-        return typeName + " (\"" + error.what() + "\")";
+        return type + " (\"" + error.what() + "\")";
     } catch (const ZOL::Framework::GenericLogger::LoggerException& error) {
-        return typeName + " (\"" + error.message() + "\")";
+        return type + " (\"" + error.message() + "\")";
     } catch (const ZOL::Framework::Exceptions::FrameworkException& error) {
-        return typeName + " (\"" + error.message() + "\")";
+        return type + " (\"" + error.message() + "\")";
     } catch (...) {
-        return typeName;
+        return type;
     }
 }
 

@@ -7,6 +7,7 @@
 #include "live/GuardedText.h"
 #include "live/ThisProcess.h"
 #include "steps/Limits.h"
+#include "steps/ObjectFault.h"
 #include "steps/Steps.h"
 
 namespace backendcheck {

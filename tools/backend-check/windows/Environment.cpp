@@ -1,10 +1,10 @@
 #include "Environment.h"
 
-#include <cstdlib>
 #include <memory>
 
 #include <windows.h>
 
+#include <share.h>
 #include <shellapi.h>
 
 namespace backendcheck {
@@ -34,16 +34,18 @@ std::vector<std::string> programArguments(int, char**) {
 }
 
 std::string variable(const char* name) {
-    const wchar_t* const value = _wgetenv(wideOf(name).c_str());
-    return value != nullptr ? utf8Of(value) : std::string();
+    constexpr DWORD maxLength = 32768; // of the system
+    std::wstring value(maxLength, L'\0');
+    value.resize(GetEnvironmentVariableW(wideOf(name).c_str(), value.data(), maxLength));
+    return utf8Of(value.c_str());
 }
 
 void setVariable(const char* name, const std::string& value) {
-    _wputenv_s(wideOf(name).c_str(), wideOf(value).c_str());
+    SetEnvironmentVariableW(wideOf(name).c_str(), wideOf(value).c_str());
 }
 
 std::FILE* openForAppending(const std::filesystem::path& file) {
-    return _wfopen(file.c_str(), L"ab");
+    return _wfsopen(file.c_str(), L"ab", _SH_DENYNO);
 }
 
 std::string nameForLoader(const std::string& name) {

@@ -55,7 +55,9 @@ std::string describe(DWORD code) {
         {EXCEPTION_ILLEGAL_INSTRUCTION, "illegal instruction, "},
         {EXCEPTION_INT_DIVIDE_BY_ZERO, "division by zero, "},
         {0xC0000374, "damaged heap, "},
-        {0xC0000409, "damaged stack or invalid call, "}};
+        // Also of abort and std::terminate in the runtime library of Visual C++.
+        {0xC0000409, "abort, damaged stack or invalid call, "},
+        {0xE06D7363, "C++ exception, "}};
     const auto known = texts.find(code);
     std::ostringstream text;
     text << (known != texts.end() ? known->second : "") << "0x" << std::hex << std::uppercase

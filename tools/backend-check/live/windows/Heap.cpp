@@ -129,7 +129,7 @@ void replaceImports(HMODULE module) {
 void hookHeap() {
     // NOLINTNEXTLINE(performance-no-int-to-ptr): the runtime library returns its handle as a number
     heapOfRuntime = reinterpret_cast<HANDLE>(_get_heap_handle());
-    for (const wchar_t* const runtime : {L"msvcrt.dll", L"ucrtbase.dll"}) {
+    for (const wchar_t* const runtime : {L"msvcrt.dll", L"ucrtbase.dll", L"ucrtbased.dll"}) {
         if (HMODULE const module = GetModuleHandleW(runtime)) {
             replaceImports(module);
         }

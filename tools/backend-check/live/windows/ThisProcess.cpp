@@ -24,6 +24,9 @@ namespace backendcheck {
 
 namespace {
 
+// What Visual C++ raises for the statement throw.
+constexpr DWORD exceptionOfVisualCpp = 0xE06D7363;
+
 LONG WINAPI onCrash(EXCEPTION_POINTERS* pointers) {
     const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
     if (record.ExceptionCode == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION)) {
@@ -34,6 +37,9 @@ LONG WINAPI onCrash(EXCEPTION_POINTERS* pointers) {
         } else if (const char* const freedFault = faultOfFreedBlock(address)) {
             crashRecord->crashed(freedFault);
         }
+    } else if (record.ExceptionCode == exceptionOfVisualCpp) {
+        // This filter replaces the runtime library's, which calls std::terminate.
+        crashRecord->crashed("uncaught exception: it came out of a thread");
     }
     TerminateProcess(GetCurrentProcess(), record.ExceptionCode);
     return EXCEPTION_EXECUTE_HANDLER;
@@ -123,20 +129,21 @@ void atProcessEnd(bool (*handler)()) {
 void afterDestructorsOf(const std::filesystem::path& file, void (*handler)()) {
     // A module that was loaded before the plug-in is notified of the end of the process after it.
     // The loader calls such modules itself; in place of one more module, this replaces the entry
-    // point in the loader's list of modules.
-    PROCESS_BASIC_INFORMATION process = {};
-    NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process,
-                              sizeof(process), nullptr);
-    const LIST_ENTRY& list = process.PebBaseAddress->Ldr->InMemoryOrderModuleList;
-    void* const module = GetModuleHandleW(file.filename().c_str());
-    for (LIST_ENTRY* entry = list.Flink; entry != &list; entry = entry->Flink) {
-        auto* const known = CONTAINING_RECORD(entry, LDR_DATA_TABLE_ENTRY, InMemoryOrderLinks);
-        void*& entryPoint = known->Reserved3[0];
-        if (known->DllBase == module && entryPoint != nullptr) {
-            calledAfterDestructors = handler;
-            entryOfPlugin = reinterpret_cast<decltype(entryOfPlugin)>(entryPoint);
-            entryPoint = reinterpret_cast<void*>(&enterPlugin);
-        }
+    // point in the loader's list of modules. No import library has this function.
+    const auto findEntry = reinterpret_cast<LONG(NTAPI*)(void*, LDR_DATA_TABLE_ENTRY**)>(
+        reinterpret_cast<void*>(
+            GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "LdrFindEntryForAddress")));
+    LDR_DATA_TABLE_ENTRY* entry = nullptr;
+    if (findEntry == nullptr ||
+        findEntry(GetModuleHandleW(file.filename().c_str()), &entry) != 0) {
+        return;
+    }
+    // The headers do not all name the member after DllBase.
+    void*& entryPoint = (&entry->DllBase)[1];
+    if (entryPoint != nullptr) {
+        calledAfterDestructors = handler;
+        entryOfPlugin = reinterpret_cast<decltype(entryOfPlugin)>(entryPoint);
+        entryPoint = reinterpret_cast<void*>(&enterPlugin);
     }
 }
 
