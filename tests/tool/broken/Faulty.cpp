@@ -88,17 +88,18 @@ void crashAtUnknownLevel(LoggingLevel level, const char*) {
     [[maybe_unused]] const volatile char initial = names.data()[level / 10][0];
 }
 
-/// Not inlined: its own variables are not beyond the end of the buffer.
-[[gnu::noinline]] void copyText(volatile char* to, const char* from) {
+void copyText(volatile char* to, const char* from) {
     while ((*to = *from) != '\0') {
         ++to;
         ++from;
     }
 }
+/// volatile: not inlined, so that its own variables are not beyond the end of the buffer.
+void (*const volatile copyTextElsewhere)(volatile char* to, const char* from) = &copyText;
 
 void copyToSmallBuffer(LoggingLevel, const char* text) {
     volatile char copy[512];
-    copyText(copy, text);
+    copyTextElsewhere(copy, text);
 }
 
 void copyTooMuch(LoggingLevel, const char* text) {
@@ -217,13 +218,6 @@ void queueForWorker(LoggingLevel, const char* text) {
     queue.emplace_back(text);
 }
 
-/// Writes to standard error as long as it is a file of its own.
-void replaceStandardError() {
-    const int file = ::open("own.log", O_WRONLY | O_CREAT, 0600);
-    ::dup2(file, 2);
-    ::close(file);
-}
-
 // Faults of createChannel.
 
 /// Uses its own memory, as a channel with a file or name does.
@@ -272,7 +266,7 @@ LoggingChannel* createSlowly(const char* name) {
 
 LoggingChannel* openFile(const char*) {
     static Channel& channel = *new Channel;
-    (void)std::fopen("channel.log", "a");
+    openForever("channel.log");
     return &channel;
 }
 
@@ -492,7 +486,7 @@ const std::map<std::string, Maker>& faults() {
         {"replaces-crash-handler",
          inLog([](LoggingLevel, const char*) { std::signal(SIGSEGV, [](int) {}); })},
         {"blocks-signal", inLog([](LoggingLevel, const char*) { blockSignal(); })},
-        {"changes-umask", inLog([](LoggingLevel, const char*) { ::umask(0135); })},
+        {"changes-umask", inLog([](LoggingLevel, const char*) { changeUmask(); })},
         {"changes-rounding",
          inLog([](LoggingLevel, const char*) { std::fesetround(FE_DOWNWARD); })},
         {"replaces-standard-error",
@@ -508,7 +502,7 @@ const std::map<std::string, Maker>& faults() {
          })},
         {"expects-property", inCreateBackend([](LoggerBackend*) { requireText(); })},
         {"leaves-files-open",
-         inLog([](LoggingLevel, const char*) { (void)std::fopen("messages.log", "a"); })},
+         inLog([](LoggingLevel, const char*) { openForever("messages.log"); })},
         {"writes-to-output", inLog([](LoggingLevel, const char* text) { std::puts(text); })},
         {"throws-at-installation", inCreateChannel([](const char*) -> LoggingChannel* {
              throw std::runtime_error("the disk is gone");
@@ -521,6 +515,9 @@ const std::map<std::string, Maker>& faults() {
              return names.insert(name).second ? &good : nullptr;
          })},
         {"keeps-name", inCreateChannel([](const char* name) { return new NamedChannel(name); })},
+        {"throws-in-thread", inLog([](LoggingLevel, const char*) {
+             std::thread([] { throw std::runtime_error("no collector"); }).join();
+         })},
         {"recursive", inCreateChannel([](const char*) { return new RecursiveChannel; })},
         {"other-channel-class", inCreateChannel([](const char* name) {
              return std::strstr(name, ".new") != nullptr ? channelOfStranger() : &good;

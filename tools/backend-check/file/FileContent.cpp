@@ -109,11 +109,12 @@ bool checkFramework(const LibraryFile& library, Report& report) {
         }
     }
     if (isOfOtherAbi(library)) {
-        report.add({"framework", Result::Wrong,
-                    std::string("it was built with ") + otherCompilers + ", and this framework with " +
-                        compilers +
-                        ": their classes and exceptions differ, and modules of both cannot work in one "
-                        "process\nbuild it with the framework's own compiler"});
+        report.add(
+            {"framework", Result::Wrong,
+             std::string("it was built with ") + otherCompilers + ", and this framework with " +
+                 compilers +
+                 ": their classes and exceptions differ, and modules of both cannot work in one "
+                 "process\nbuild it with the framework's own compiler"});
         return false;
     }
     if (!others.empty()) {
@@ -164,9 +165,10 @@ void checkRuntime(const LibraryFile& library, Report& report) {
         if (!std::regex_match(needed, runtimeNames())) {
             continue;
         }
-        const bool known = std::any_of(
-            expected.begin(), expected.end(),
-            [&](const std::string& name) { return runtimeOf(name) == runtimeOf(needed); });
+        const bool known =
+            std::any_of(expected.begin(), expected.end(), [&](const std::string& name) {
+                return runtimeOf(name) == runtimeOf(needed);
+            });
         (known ? shared : foreign).push_back(needed);
     }
     if (!foreign.empty()) {

@@ -19,7 +19,7 @@ struct LibraryFile {
     std::vector<std::string> hidden; // defined, but not exported; Linux only
     std::vector<std::string> needed; // libraries, as the loader is asked for them
     std::map<std::string, std::vector<std::string>> imports; // by library; Windows only
-    bool hasOwnRuntime = false; // a C++ runtime library is linked in
+    bool hasOwnRuntime = false;                              // a C++ runtime library is linked in
 };
 
 /// The loader of this platform would not accept the file; the text says what it is.

@@ -40,9 +40,9 @@ void tryTexts(CheckSession& session) {
         {"a text that is no UTF-8", "\xFF\xFE\x80 \xC3 \xED\xA0\x80 \x01\x1B[31m"},
     }};
     for (const auto& [kind, content] : texts) {
-        session.attemptUnderLock(std::string("log with ") + kind, [&, &content = content] {
+        session.attemptUnderLock(std::string("log with ") + kind, [&, &passed = content] {
             LoggingChannel* const channel = createChannel(session);
-            for (const std::string& each : {content, std::string("another one")}) {
+            for (const std::string& each : {passed, std::string("another one")}) {
                 const GuardedText text(each);
                 if (channel != nullptr) {
                     channel->log(LOG_LEVEL_ERROR, text.get());

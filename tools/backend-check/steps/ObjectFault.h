@@ -9,8 +9,8 @@ namespace backendcheck {
 // Whether a plug-in returned what it should. One source file per C++ ABI: itanium/ for g++ and
 // clang++, msvc/ for Visual C++.
 
-/// Why an object that a plug-in returned is not of that class, or an empty text. Crashes if there is
-/// no object at that address, and belongs into a step of its own for that reason.
+/// Why an object that a plug-in returned is not of that class, or an empty text. Crashes if there
+/// is no object at that address, and belongs into a step of its own for that reason.
 std::string objectFault(ZOL::Framework::GenericLogger::LoggerBackend* object);
 std::string objectFault(ZOL::Framework::GenericLogger::LoggingChannel* object);
 

@@ -15,9 +15,9 @@ bool isMangledByOthers(const std::string& name) {
 
 bool hasOwnRuntime(const LibraryFile& library, std::string_view) {
     // Every library that is linked with /MD or /MDd imports functions of it.
-    return std::none_of(
-        library.needed.begin(), library.needed.end(),
-        [](const std::string& name) { return lower(name).rfind("vcruntime", 0) == 0; });
+    return std::none_of(library.needed.begin(), library.needed.end(), [](const std::string& name) {
+        return lower(name).rfind("vcruntime", 0) == 0;
+    });
 }
 
 const char* const ownRuntimeFault =

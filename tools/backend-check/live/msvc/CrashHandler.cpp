@@ -41,7 +41,7 @@ std::string typeOfCurrentException() {
     } catch (const ZOL::Framework::Exceptions::FrameworkException& exception) {
         return classOf(exception);
     } catch (...) {
-        return "an exception of a class that is not derived from std::exception";
+        return "an exception of a type that is not derived from std::exception";
     }
 }
 

@@ -130,12 +130,11 @@ void afterDestructorsOf(const std::filesystem::path& file, void (*handler)()) {
     // A module that was loaded before the plug-in is notified of the end of the process after it.
     // The loader calls such modules itself; in place of one more module, this replaces the entry
     // point in the loader's list of modules. No import library has this function.
-    const auto findEntry = reinterpret_cast<LONG(NTAPI*)(void*, LDR_DATA_TABLE_ENTRY**)>(
-        reinterpret_cast<void*>(
+    const auto findEntry =
+        reinterpret_cast<LONG(NTAPI*)(void*, LDR_DATA_TABLE_ENTRY**)>(reinterpret_cast<void*>(
             GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "LdrFindEntryForAddress")));
     LDR_DATA_TABLE_ENTRY* entry = nullptr;
-    if (findEntry == nullptr ||
-        findEntry(GetModuleHandleW(file.filename().c_str()), &entry) != 0) {
+    if (findEntry == nullptr || findEntry(GetModuleHandleW(file.filename().c_str()), &entry) != 0) {
         return;
     }
     // The headers do not all name the member after DllBase.
