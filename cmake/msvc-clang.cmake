@@ -71,8 +71,10 @@ set(zolClangOptions
     -D_LIBCPP_DISABLE_VISIBILITY_ANNOTATIONS
     -D_LIBCPP_ENABLE_CXX17_REMOVED_UNARY_BINARY_FUNCTION
     -DZOL_FRAMEWORK_OTHER_STANDARD_LIBRARY
-    # Wine's headers like Microsoft's: wide characters are wchar_t, each kind of handle has its own type.
+    # Wine's headers like Microsoft's: wide characters are wchar_t, each kind of handle has its own type,
+    # structured exceptions are the compiler's.
     -DWINE_UNICODE_NATIVE
+    -DUSE_COMPILER_EXCEPTIONS
     -DSTRICT)
 # What find_package finds: the header-only libraries that are linked into build/deps/include, and
 # Boost.Thread built from source.

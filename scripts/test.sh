@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # test.sh [all] [windows|linux] [-R REGEX]: sets up the machine, then builds and tests for Windows under
-# Wine and for Linux, and checks format and lint of what changed. With all, what CI runs: also a debug
-# build, the sanitizers, every mixed build, packages, documents, and lint of everything. With -R, builds only what
-# the tests need whose names match (of a test program, the names of its suites), and runs those.
-# Continues after a failure, and ends with a line and a time for each part.
+# Wine and for Linux, and checks format and lint of what changed. With all, what CI runs: also the binary
+# interface of Visual C++, a debug build, the sanitizers, every mixed build, packages, documents, and lint
+# of everything. With -R, builds only what the tests need whose names match (of a test program, the names
+# of its suites), and runs those. Continues after a failure, and ends with a line and a time for each part.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -192,10 +192,15 @@ finish_part setup "done"
 use_ccache
 mkdir -p "$logs"
 
-presets=("${platforms[@]}")
-if [ "$profile" = all ] && [ "${platforms[-1]}" = linux ]; then
-    presets+=(linux-debug linux-asan linux-tsan)
-fi
+presets=()
+for platform in "${platforms[@]}"; do
+    presets+=("$platform")
+    if [ "$profile" = all ] && [ "$platform" = windows ]; then
+        presets+=(windows-msvc-clang)
+    elif [ "$profile" = all ]; then
+        presets+=(linux-debug linux-asan linux-tsan)
+    fi
+done
 
 if [ -n "$pattern" ]; then
     for preset in "${presets[@]}"; do

@@ -10,6 +10,7 @@ errno_t __cdecl getenv_s(size_t*, char*, size_t, const char*);
 double __cdecl _strtod_l(const char*, char**, _locale_t);
 float __cdecl _strtof_l(const char*, char**, _locale_t);
 int* __cdecl __sys_nerr(void);
+unsigned __cdecl _set_abort_behavior(unsigned, unsigned);
 int __cdecl ___mb_cur_max_l_func(_locale_t);
 }
 

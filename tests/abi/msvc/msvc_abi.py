@@ -5,13 +5,14 @@ msvc_abi.py read SETTINGS      reads the interface from the linked module and th
 msvc_abi.py check SETTINGS CHECK
     exports, layouts, slots    compares with the goldens
     declared                   the module exports what the public headers declare, and nothing else
+    backends                   each back end exports its entry point and nothing else
     foreign                    no exported name belongs to another library
     cdecl                      every exported function is __cdecl
     order                      virtual slots follow the order of declaration
 msvc_abi.py accept SETTINGS    reads and stores the goldens
 
-SETTINGS is a JSON file with the keys root (the source tree), module (the linked DLL), interface (the
-file that read writes), llvm (the folder of LLVM) and options (clang's options for the target).
+SETTINGS is a JSON file with the keys root (the source tree), module (the linked DLL), backends (those of
+the back ends), interface (the file that read writes), llvm (the folder of LLVM) and options (clang's options for the target).
 """
 
 import collections
@@ -32,6 +33,7 @@ class Settings:
         settings = json.loads(pathlib.Path(file).read_text())
         self.root, self.module, self.interface, self.llvm = (
             pathlib.Path(settings[key]) for key in ("root", "module", "interface", "llvm"))
+        self.backends = settings["backends"]
         self.options = settings["options"]
         self.goldens = self.root / "tests/abi/goldens"
 
@@ -60,12 +62,12 @@ def undecorate(settings, decorated):
     return {pair[0]: pair[1] for pair in pairs}
 
 
-def read_exports(settings):
-    """Returns the names that the linked module exports."""
-    output = run(settings.llvm_tool("llvm-readobj"), "--coff-exports", settings.module)
+def read_exports(settings, module):
+    """Returns the names that a linked module exports."""
+    output = run(settings.llvm_tool("llvm-readobj"), "--coff-exports", module)
     names = set(re.findall(r"^  Name: (\S+)$", output, re.MULTILINE))
     if not names:
-        fail(f"{settings.module} exports nothing")
+        fail(f"{module} exports nothing")
     return names
 
 
@@ -186,7 +188,7 @@ def read_interface(settings):
     def syntax(*dump):
         return run(*for_msvc, "-fsyntax-only", *dump, *options, stdin=headers)
 
-    exports = undecorate(settings, read_exports(settings))
+    exports = undecorate(settings, read_exports(settings, settings.module))
     imports = declared_imports(
         syntax("-Xclang", "-ast-dump=json", "-Xclang", "-ast-dump-filter=ZOL::Framework"))
     layouts = read_layouts(syntax("-Xclang", "-fdump-record-layouts-complete"),
@@ -285,6 +287,12 @@ def check(settings, kind):
                          "exported, but not declared in a public header")
         faults += missing(interface["imports"], interface["importable"],
                           "declared in a public header, but not exported")
+    elif kind == "backends":
+        accept = ""
+        faults = [f"{module} exports {', '.join(sorted(names))}" for module in settings.backends
+                  for names in [read_exports(settings, module)] if names != {"createBackend"}]
+        if not settings.backends:
+            fail("there are no back ends")
     elif kind == "foreign":
         accept = ""
         faults = [f"name of another library: {line}" for line in exports

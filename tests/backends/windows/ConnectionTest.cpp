@@ -18,7 +18,7 @@ namespace {
 decltype(&WSASocketW) nextSocket = nullptr;
 SOCKET lastSocket = INVALID_SOCKET;
 
-SOCKET WSAAPI openSocket(int family, int type, int protocol, LPWSAPROTOCOL_INFOW info, GROUP group,
+SOCKET WINAPI openSocket(int family, int type, int protocol, LPWSAPROTOCOL_INFOW info, GROUP group,
                          DWORD flags) {
     lastSocket = nextSocket(family, type, protocol, info, group, flags);
     return lastSocket;
