@@ -21,3 +21,8 @@ int __cdecl ___mb_cur_max_l_func(_locale_t);
 #if !defined(MB_CUR_MAX)
 #define MB_CUR_MAX __mb_cur_max
 #endif
+
+extern "C" {
+errno_t __cdecl _dupenv_s(char**, size_t*, const char*);
+unsigned __cdecl _set_abort_behavior(unsigned, unsigned);
+}

@@ -14,3 +14,9 @@
 #if !defined(SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE)
 #define SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE 2
 #endif
+
+// Wine's header lacks these.
+extern "C" {
+BOOL WINAPI GetProcessHandleCount(HANDLE, DWORD*);
+BOOL WINAPI SetThreadStackGuarantee(ULONG*);
+}
