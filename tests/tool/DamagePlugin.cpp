@@ -68,10 +68,10 @@ std::string ofOtherCompiler(std::string content) {
     return content;
 }
 
-/// Without the C++ runtime library of Visual C++.
+/// Without the C runtime library of Visual C++.
 std::string withoutRuntime(std::string content) {
-    replace(content, "VCRUNTIME140", "XCRUNTIME140");
-    replace(content, "vcruntime140", "xcruntime140");
+    replace(content, "ucrtbase", "another_");
+    replace(content, "api-ms-win-crt-", "another-library");
     return content;
 }
 

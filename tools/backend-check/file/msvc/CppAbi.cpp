@@ -14,14 +14,15 @@ bool isMangledByOthers(const std::string& name) {
 }
 
 bool hasOwnRuntime(const LibraryFile& library, std::string_view) {
-    // Every library that is linked with /MD or /MDd imports functions of it.
+    // The start-up code of every library that is linked with /MD or /MDd imports functions of it.
     return std::none_of(library.needed.begin(), library.needed.end(), [](const std::string& name) {
-        return lower(name).rfind("vcruntime", 0) == 0;
+        return lower(name).rfind("ucrtbase", 0) == 0 ||
+               lower(name).rfind("api-ms-win-crt-", 0) == 0;
     });
 }
 
 const char* const ownRuntimeFault =
-    "it has a C++ runtime library of its own linked in, with a heap, standard streams and a locale "
-    "of its own\ncompile it with /MD: in CMake, leave CMAKE_MSVC_RUNTIME_LIBRARY unset";
+    "it has a C runtime library of its own linked in, with a heap, standard streams and a locale of "
+    "its own\ncompile it with /MD: in CMake, leave CMAKE_MSVC_RUNTIME_LIBRARY unset";
 
 } // namespace backendcheck
