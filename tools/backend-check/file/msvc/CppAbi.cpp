@@ -22,7 +22,7 @@ bool hasOwnRuntime(const LibraryFile& library, std::string_view) {
 }
 
 const char* const ownRuntimeFault =
-    "it has a C runtime library of its own linked in, with a heap, standard streams and a locale of "
-    "its own\ncompile it with /MD: in CMake, leave CMAKE_MSVC_RUNTIME_LIBRARY unset";
+    "it has a C runtime library of its own linked in, with a heap, standard streams and a locale "
+    "of its own\ncompile it with /MD: in CMake, leave CMAKE_MSVC_RUNTIME_LIBRARY unset";
 
 } // namespace backendcheck
