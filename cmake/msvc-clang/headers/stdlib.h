@@ -11,6 +11,7 @@ double __cdecl _strtod_l(const char*, char**, _locale_t);
 float __cdecl _strtof_l(const char*, char**, _locale_t);
 int* __cdecl __sys_nerr(void);
 unsigned __cdecl _set_abort_behavior(unsigned, unsigned);
+errno_t __cdecl _dupenv_s(char**, size_t*, const char*);
 int __cdecl ___mb_cur_max_l_func(_locale_t);
 }
 
@@ -21,8 +22,3 @@ int __cdecl ___mb_cur_max_l_func(_locale_t);
 #if !defined(MB_CUR_MAX)
 #define MB_CUR_MAX __mb_cur_max
 #endif
-
-extern "C" {
-errno_t __cdecl _dupenv_s(char**, size_t*, const char*);
-unsigned __cdecl _set_abort_behavior(unsigned, unsigned);
-}
