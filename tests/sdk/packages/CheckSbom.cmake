@@ -1,8 +1,9 @@
 # The bill of materials lists every dependency with a version and a licence and agrees with the
 # compiled headers.
 #
-# cmake -DPACKAGE=... -DVERSION=... -DWINDOWS=0|1 -DBOOST_HEADER=<boost/version.hpp>
-#       -DSPDLOG_HEADER=<spdlog/version.h> -P CheckSbom.cmake
+# cmake -DPACKAGE=... -DVERSION=... -DTOOLS=<whether the SDK has zol-backend-check> -DWINDOWS=0|1
+#       -DMSVC=<whether the compiler is Visual C++ or clang-cl> -DCROSS=<whether it is a cross build>
+#       -DBOOST_HEADER=<boost/version.hpp> -DSPDLOG_HEADER=<spdlog/version.h> -P CheckSbom.cmake
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -10,6 +11,15 @@ file(READ "${PACKAGE}/share/zol-framework/ZOL_Framework.spdx.json" sbom)
 string(JSON spdx GET "${sbom}" spdxVersion)
 if(NOT spdx STREQUAL "SPDX-2.3")
     message(FATAL_ERROR "the bill of materials has version '${spdx}'")
+endif()
+
+string(JSON created GET "${sbom}" creationInfo created)
+if(NOT created MATCHES "^20[0-9][0-9]-[0-9T:-]+Z$")
+    message(FATAL_ERROR "the bill of materials was created at '${created}'")
+endif()
+string(JSON namespace GET "${sbom}" documentNamespace)
+if(NOT namespace MATCHES "^urn:uuid:[0-9a-f-]+$")
+    message(FATAL_ERROR "the bill of materials has the name '${namespace}'")
 endif()
 
 set(names "")
@@ -37,7 +47,7 @@ function(expect_listed name pattern licence)
     set(names "${names}" PARENT_SCOPE)
 endfunction()
 
-# header_number(<result> <header> <macro>): read in another way than by WriteSbom.cmake.
+# header_number(<result> <header> <macro>): read in another way than by Sbom.cmake.
 function(header_number result header macro)
     file(STRINGS ${header} line REGEX "^# *define +${macro} ")
     if(NOT line MATCHES "${macro} +\"?([0-9_]+)")
@@ -56,18 +66,34 @@ set(gccLicence "GPL-3.0-or-later WITH GCC-exception-3.1")
 expect_listed(ZOL_Framework "^${VERSION}$" NOASSERTION)
 expect_listed(Boost "^${boost}\\." BSL-1.0)
 expect_listed(spdlog "^${major}\\.${minor}\\.${patch}$" MIT)
-expect_listed(CLI11 "^[0-9]+\\.[0-9]+\\.[0-9]+$" BSD-3-Clause)
-expect_listed(nlohmann-json "^[0-9]+\\.[0-9]+\\.[0-9]+$" MIT)
-expect_listed(UTF8-CPP "^[0-9]+\\.[0-9]+\\.[0-9]+-" BSL-1.0)
-expect_listed(fmt "^[0-9]+\\.[0-9]+\\.[0-9]+$" MIT)
-expect_listed(libstdc++ "[0-9]+\\.[0-9]+" ${gccLicence})
-expect_listed(libgcc "[0-9]+\\.[0-9]+" ${gccLicence})
-if(WINDOWS)
-    expect_listed(winpthreads "[0-9]+\\.[0-9]+" "MIT AND BSD-3-Clause")
-    expect_listed(mingw-w64-runtime "[0-9]+\\.[0-9]+" ZPL-2.1)
+set(three "^[0-9]+\\.[0-9]+\\.[0-9]+")
+if(TOOLS)
+    expect_listed(CLI11 "${three}$" BSD-3-Clause)
+    expect_listed(nlohmann-json "${three}$" MIT)
+endif()
+if(MSVC AND NOT CROSS)
+    expect_listed(UTF8-CPP "${three}$" BSL-1.0)
 else()
-    expect_listed(glibc "[0-9]+\\.[0-9]+" LGPL-2.1-or-later)
-    expect_listed(libelf "[0-9]+\\.[0-9]+" "LGPL-3.0-or-later OR GPL-2.0-or-later")
+    expect_listed(UTF8-CPP "${three}-" BSL-1.0)
+endif()
+expect_listed(fmt "${three}$" MIT)
+if(MSVC)
+    expect_listed(visual-cxx-runtime "^of compiler 19\\.[0-9]+" NOASSERTION)
+    if(CROSS)
+        expect_listed(libc++ "${three}$" "Apache-2.0 WITH LLVM-exception")
+    endif()
+else()
+    expect_listed(libstdc++ "[0-9]+\\.[0-9]+" ${gccLicence})
+    expect_listed(libgcc "[0-9]+\\.[0-9]+" ${gccLicence})
+    if(WINDOWS)
+        expect_listed(winpthreads "[0-9]+\\.[0-9]+" "MIT AND BSD-3-Clause")
+        expect_listed(mingw-w64-runtime "[0-9]+\\.[0-9]+" ZPL-2.1)
+    else()
+        expect_listed(glibc "[0-9]+\\.[0-9]+" LGPL-2.1-or-later)
+        if(TOOLS)
+            expect_listed(libelf "[0-9]+\\.[0-9]+" "LGPL-3.0-or-later OR GPL-2.0-or-later")
+        endif()
+    endif()
 endif()
 if(names)
     message(FATAL_ERROR "listed, but unknown to this test: ${names}")
