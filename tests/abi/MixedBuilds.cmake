@@ -19,7 +19,7 @@ function(test_mixed_build test side compiler standard flags)
     add_test(NAME MixedBuilds.${test}
         COMMAND ${CMAKE_COMMAND}
             -DSIDE=${side}
-            -DBIN=${CMAKE_RUNTIME_OUTPUT_DIRECTORY}
+            -DBIN=$<TARGET_FILE_DIR:ZOL_Framework>
             -DPACKAGE=${ZOL_TEST_PACKAGE}
             -DWORK=${CMAKE_CURRENT_BINARY_DIR}/mixed-builds/${test}
             -DGENERATOR=${CMAKE_GENERATOR}

@@ -27,12 +27,12 @@ set(ENV{CXXFLAGS} ${FLAGS}) # added to the flags of a toolchain file
 if(SIDE STREQUAL "modules")
     run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR} -B ${build} ${options}
         -DCMAKE_PREFIX_PATH=${PACKAGE})
-    run(${CMAKE_COMMAND} --build ${build} --target ${modules})
+    run(${CMAKE_COMMAND} --build ${build} --config Debug --target ${modules})
 else()
     run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/../../.. -B ${build} ${options}
         -DZOL_BUILD_TESTS=OFF -DZOL_BUILD_EXAMPLES=OFF -DZOL_BUILD_BACKENDS=OFF
         -DZOL_BUILD_TOOLS=OFF)
-    run(${CMAKE_COMMAND} --build ${build} --target ZOL_Framework)
+    run(${CMAKE_COMMAND} --build ${build} --config Debug --target ZOL_Framework)
 endif()
 
 # copy_binaries(<folder> <file name without extension>...): each must exist exactly once.
@@ -47,6 +47,8 @@ function(copy_binaries folder)
     endforeach()
 endfunction()
 
+configuration_folder(built ${build}/bin Debug)
+
 # Each side comes from one folder only, so that it cannot replace the other.
 list(TRANSFORM modules APPEND "_r" OUTPUT_VARIABLE moduleFiles)
 list(TRANSFORM moduleFiles REPLACE "^Versioned_r$" "Versioned_r.1.2")
@@ -54,11 +56,11 @@ set(framework ZOL_Framework_r.2.0.8.129)
 file(REMOVE_RECURSE ${together})
 copy_binaries(${BIN} zol_tests zol_testing_tests zol_abi_tests TwoModulesHost Console_r)
 if(SIDE STREQUAL "modules")
-    copy_binaries(${build}/bin ${moduleFiles})
+    copy_binaries(${built} ${moduleFiles})
     copy_binaries(${BIN} ${framework})
 else()
     copy_binaries(${BIN} ${moduleFiles})
-    copy_binaries(${build}/bin ${framework})
+    copy_binaries(${built} ${framework})
 endif()
 if(EMULATOR)
     copy_binaries(${BIN} libstdc++-6 libgcc_s_seh-1 libwinpthread-1)
