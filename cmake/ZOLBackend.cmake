@@ -21,6 +21,10 @@ function(zol_add_backend name)
         set_target_properties(${name} PROPERTIES ${config}_POSTFIX "")
     endforeach()
     target_link_libraries(${name} PRIVATE ZOL::Framework)
+    if(MSVC)
+        # createBackend may throw. By default, Visual C++ takes it that no function with the linkage of C does.
+        target_compile_options(${name} PRIVATE /EHs /EHc-)
+    endif()
 
     if(WIN32)
         set_target_properties(${name} PROPERTIES SUFFIX ".dll")
