@@ -8,3 +8,6 @@ set(VCPKG_C_FLAGS "")
 set(VCPKG_CXX_FLAGS "")
 set(VCPKG_C_FLAGS_DEBUG "")
 set(VCPKG_CXX_FLAGS_DEBUG "/D_ITERATOR_DEBUG_LEVEL=0")
+
+# CMake 4 rejects the oldest version that some of the ports still ask for.
+set(VCPKG_CMAKE_CONFIGURE_OPTIONS -DCMAKE_POLICY_VERSION_MINIMUM=3.5)

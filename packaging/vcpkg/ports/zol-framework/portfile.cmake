@@ -9,6 +9,7 @@ vcpkg_cmake_configure(
     OPTIONS -DZOL_BUILD_BACKENDS=ON -DZOL_BUILD_EXAMPLES=OFF -DZOL_BUILD_TOOLS=OFF -DZOL_BUILD_TESTS=OFF)
 vcpkg_cmake_install()
 vcpkg_cmake_config_fixup(PACKAGE_NAME ZOL_Framework CONFIG_PATH lib/cmake/ZOL_Framework)
+vcpkg_copy_tools(TOOL_NAMES zol-backend-check AUTO_CLEAN)
 vcpkg_copy_pdbs()
 file(REMOVE_RECURSE
     "${CURRENT_PACKAGES_DIR}/debug/include"

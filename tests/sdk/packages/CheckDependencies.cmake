@@ -1,0 +1,57 @@
+# The baseline alone fixes the versions of libraries: vcpkg cannot compare a minimum with a baseline whose
+# versions have another scheme. The project and its port need the same libraries.
+#
+# cmake -DPROJECT=<manifest> -DPORT=<manifest> -P CheckDependencies.cmake
+
+cmake_minimum_required(VERSION 3.25)
+
+# zol_read_dependencies(<variable> <manifest> [<name>...]): the sorted names of its dependencies, without
+# the names given.
+function(zol_read_dependencies variable file)
+    file(READ ${file} manifest)
+    foreach(member IN ITEMS overrides version>=)
+        string(JSON ignored ERROR_VARIABLE absent GET "${manifest}" ${member})
+        if(NOT absent)
+            message(FATAL_ERROR "${file} has ${member}")
+        endif()
+    endforeach()
+    string(JSON count LENGTH "${manifest}" dependencies)
+    if(count EQUAL 0)
+        message(FATAL_ERROR "${file} has no dependencies")
+    endif()
+    math(EXPR last "${count} - 1")
+    set(names "")
+    foreach(index RANGE ${last})
+        string(JSON name GET "${manifest}" dependencies ${index})
+        string(JSON type TYPE "${manifest}" dependencies ${index})
+        if(type STREQUAL "OBJECT")
+            string(JSON ignored ERROR_VARIABLE absent GET "${manifest}" dependencies ${index} version>=)
+            string(JSON name GET "${manifest}" dependencies ${index} name)
+            if(NOT absent)
+                message(FATAL_ERROR "${file}: ${name} has a version")
+            endif()
+        endif()
+        list(APPEND names ${name})
+    endforeach()
+    foreach(name IN LISTS ARGN)
+        if(NOT name IN_LIST names)
+            message(FATAL_ERROR "${file} lacks ${name}")
+        endif()
+        list(REMOVE_ITEM names ${name})
+    endforeach()
+    list(SORT names)
+    set(${variable} "${names}" PARENT_SCOPE)
+endfunction()
+
+zol_read_dependencies(ofProject ${PROJECT} gtest)
+zol_read_dependencies(ofPort ${PORT} vcpkg-cmake vcpkg-cmake-config)
+if(NOT ofProject STREQUAL ofPort)
+    message(FATAL_ERROR "${PROJECT} needs ${ofProject}, ${PORT} needs ${ofPort}")
+endif()
+
+file(READ ${PROJECT} manifest)
+string(JSON baseline GET "${manifest}" builtin-baseline)
+string(LENGTH "${baseline}" length)
+if(NOT length EQUAL 40 OR NOT baseline MATCHES "^[0-9a-f]+$")
+    message(FATAL_ERROR "${PROJECT}: '${baseline}' is not the full name of a commit")
+endif()
