@@ -57,7 +57,7 @@ function Exit-WithError([string]$message) {
 function Invoke-Logged([string]$log, [string]$program, [string[]]$arguments) {
     $ErrorActionPreference = 'Continue'
     $path = Join-Path $script:logs $log
-    & $program $arguments 2>&1 | ForEach-Object { "$_" } | Out-File -FilePath $path -Encoding utf8
+    & $program $arguments 2>&1 | ForEach-Object { "$_" } | Out-File -LiteralPath $path -Encoding utf8
     $code = $LASTEXITCODE
     if ($code -ne 0) { Get-Content -LiteralPath $path -Tail 200 | Out-Host }
     return $code

@@ -21,7 +21,7 @@ REFERENCE = "site/reference/"
 CONTENTS = {
     "index": {
         "Start": ["concepts", "tutorial"],
-        "Using it": ["services", "statements", "testing", "diagnostics", "questions", "coming-from", "porting", "packages"],
+        "Using it": ["services", "statements", "testing", "diagnostics", "questions", "coming-from", "porting", "packages", "windows"],
         "Back ends": ["back-ends", "patterns", "collectors", "writing-a-back-end"],
         "In depth": ["performance", "binary-contract", "registry", REFERENCE + "index"],
     },
