@@ -23,8 +23,14 @@ if(MSVC)
     foreach(target IN LISTS zolCompiled)
         target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:/Zi>)
     endforeach()
-    foreach(target IN ITEMS ZOL_Framework LISTS zolBackends)
-        target_link_options(${target} PRIVATE $<$<CONFIG:Release>:/DEBUG /OPT:REF /OPT:ICF>)
+    set(linked ZOL_Framework ${zolBackends})
+    if(ZOL_BUILD_TOOLS)
+        list(APPEND linked zol_backend_check)
+    endif()
+    foreach(target IN LISTS linked)
+        # Each file names its .pdb file without the path of the build machine.
+        target_link_options(${target} PRIVATE
+            $<$<CONFIG:Release>:/DEBUG /OPT:REF /OPT:ICF> /PDBALTPATH:%_PDB%)
         install(FILES $<TARGET_PDB_FILE:${target}>
             DESTINATION ${ZOL_INSTALL_MODULEDIR} COMPONENT Debug OPTIONAL)
     endforeach()

@@ -1,36 +1,49 @@
 # What the unpacked archives must contain and what they must not.
 #
-# cmake -DUNPACKED=... -DSOURCE=... -DBUILD=... -DMODULE=<file name> -DWINDOWS=0|1
-#       -DOBJDUMP=... -P CheckContents.cmake
+# cmake -DUNPACKED=... -DSOURCE=... -DBUILD=... -DCONFIG=... -DMODULE=<file name> -DTOOLS=<whether the SDK
+#       has zol-backend-check> -DWINDOWS=0|1 -DMSVC=<whether it is for Visual C++>
+#       -DOBJDUMP=<objdump, or empty> -P CheckContents.cmake
 
 cmake_minimum_required(VERSION 3.25)
 
 set(faults "")
 
+string(TOLOWER ${CONFIG} config)
 set(backend "_r\\.(so|dll)$")
 set(package lib/cmake/ZOL_Framework)
 set(expected
     ${package}/ZOL_FrameworkConfig.cmake ${package}/ZOL_FrameworkConfigVersion.cmake
-    ${package}/ZOL_FrameworkTargets.cmake ${package}/ZOL_FrameworkTargets-release.cmake
+    ${package}/ZOL_FrameworkTargets.cmake ${package}/ZOL_FrameworkTargets-${config}.cmake
     ${package}/CheckBackendExports.cmake ${package}/ZOLBackend.cmake ${package}/backend-exports.def ${package}/backend-exports.map
     lib/pkgconfig/ZOL_Framework.pc share/zol-framework/ZOL_Framework.spdx.json)
 if(WINDOWS)
     set(module bin/${MODULE}.dll)
     set(console bin/Console_r.dll)
     set(tool bin/zol-backend-check.exe)
-    list(APPEND expected bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
-        lib/lib${MODULE}.dll.a lib/libZOL_RegistryAccess.a lib/pkgconfig/ZOL_RegistryAccess.pc
-        share/zol-framework/ZOL_Framework.natvis share/zol-framework/mingw-w64.cmake)
+    list(APPEND expected lib/pkgconfig/ZOL_RegistryAccess.pc share/zol-framework/ZOL_Framework.natvis)
+    if(MSVC)
+        list(APPEND expected lib/${MODULE}.lib lib/ZOL_RegistryAccess.lib)
+    else()
+        list(APPEND expected bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
+            lib/lib${MODULE}.dll.a lib/libZOL_RegistryAccess.a)
+    endif()
 else()
     set(module lib/${MODULE}.so)
     set(console lib/zol/Console_r.so)
     set(tool bin/zol-backend-check)
     set(withDebugFiles lib/${MODULE}.so-gdb.py)
 endif()
+if(TOOLS)
+    foreach(file IN ITEMS CMakeLists.txt HostTest.cpp MyBackend.cpp README.md)
+        list(APPEND expected share/zol-framework/templates/backend/${file})
+    endforeach()
+    if(WINDOWS AND NOT MSVC)
+        list(APPEND expected share/zol-framework/mingw-w64.cmake)
+    endif()
+else()
+    set(tool "")
+endif()
 list(APPEND expected ${module} ${tool})
-foreach(file IN ITEMS CMakeLists.txt HostTest.cpp MyBackend.cpp README.md)
-    list(APPEND expected share/zol-framework/templates/backend/${file})
-endforeach()
 file(GLOB_RECURSE headers RELATIVE ${SOURCE}/include ${SOURCE}/include/*.h)
 if(NOT WINDOWS)
     list(FILTER headers EXCLUDE REGEX RegistryAccess)
@@ -61,12 +74,17 @@ if(NOT console IN_LIST backends)
     list(APPEND faults "there is no ${console}")
 endif()
 set(debugFiles ${module} ${tool} ${backends})
-list(TRANSFORM debugFiles APPEND ".debug")
+if(MSVC)
+    list(TRANSFORM debugFiles REPLACE "[.](dll|exe)$" ".pdb")
+else()
+    list(TRANSFORM debugFiles APPEND ".debug")
+endif()
 expect_files(sdk ${expected} ${backends})
 expect_files(with-debug-files ${expected} ${backends} ${debugFiles} ${withDebugFiles})
 
-# No file contains a path of the build machine.
+# No file contains a path of the build machine. Visual C++'s debug information has those of the sources.
 file(GLOB_RECURSE files "${UNPACKED}/with-debug-files/*")
+list(FILTER files EXCLUDE REGEX "[.]pdb$")
 foreach(file IN LISTS files)
     foreach(place IN ITEMS ${SOURCE}/ ${BUILD}/)
         file(STRINGS "${file}" traces LIMIT_COUNT 1 REGEX "${place}")
@@ -77,14 +95,22 @@ foreach(file IN LISTS files)
 endforeach()
 
 # Only libraries of the system and of the SDK are needed.
-if(WINDOWS)
+if(WINDOWS AND MSVC)
+    set(available advapi32.dll kernel32.dll ntdll.dll shell32.dll shlwapi.dll user32.dll version.dll ws2_32.dll
+        vcruntime140.dll vcruntime140_1.dll ucrtbase.dll msvcp140.dll ${MODULE}.dll)
+elseif(WINDOWS)
     set(available advapi32.dll kernel32.dll msvcrt.dll ntdll.dll shell32.dll shlwapi.dll user32.dll ws2_32.dll
         libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll ${MODULE}.dll)
 else()
     set(available libstdc++.so.6 libgcc_s.so.1 libc.so.6 libm.so.6 ld-linux-x86-64.so.2 ${MODULE}.so)
 endif()
 string(TOLOWER "${available}" available)
-foreach(file IN ITEMS ${module} ${tool} ${backends})
+if(OBJDUMP)
+    set(files ${module} ${tool} ${backends})
+else()
+    set(files "")
+endif()
+foreach(file IN LISTS files)
     execute_process(COMMAND ${OBJDUMP} -p "${UNPACKED}/sdk/${file}"
         OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
     string(REGEX MATCHALL "(NEEDED|DLL Name:) +[^ \r\n]+" needed "${headers}")
@@ -98,7 +124,7 @@ foreach(file IN ITEMS ${module} ${tool} ${backends})
         if(file STREQUAL "${tool}" AND lower STREQUAL "libelf.so.1")
             continue()
         endif()
-        if(NOT lower IN_LIST available)
+        if(NOT lower IN_LIST available AND NOT (MSVC AND lower MATCHES "^api-ms-win-crt-"))
             list(APPEND faults "${file} needs ${library}, which is not in the SDK")
         endif()
     endforeach()

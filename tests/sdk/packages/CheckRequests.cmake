@@ -1,11 +1,12 @@
 # Which requests for versions and components the CMake package accepts, and its errors for others.
 #
-# cmake -DPACKAGE=... -DWORK=... -DGENERATOR=... -DTOOLCHAIN=... -DVERSION=... -DWINDOWS=0|1
-#       -P CheckRequests.cmake
+# cmake -DPACKAGE=... -DWORK=... -DGENERATOR=... -DTOOLCHAIN=... -DOPTIONS=... -DVERSION=...
+#       -DWINDOWS=0|1 -P CheckRequests.cmake
 
 cmake_minimum_required(VERSION 3.25)
 
-set(target -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
+separate_arguments(options NATIVE_COMMAND "${OPTIONS}")
+set(target -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} ${options})
 
 # ask(<request> <targets>): sets <result> and <output>, which is one line.
 macro(ask request targets)
@@ -56,7 +57,7 @@ endif()
 if(WINDOWS)
     set(here Windows)
     set(there Linux)
-    set(targetThere "")
+    set(targetThere -DCMAKE_SYSTEM_NAME=Linux)
 else()
     set(here Linux)
     set(there Windows)
