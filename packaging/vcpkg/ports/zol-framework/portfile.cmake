@@ -6,7 +6,7 @@ vcpkg_check_linkage(ONLY_DYNAMIC_LIBRARY)
 get_filename_component(SOURCE_PATH "${CURRENT_PORT_DIR}/../../../.." ABSOLUTE)
 vcpkg_cmake_configure(
     SOURCE_PATH "${SOURCE_PATH}"
-    OPTIONS -DZOL_BUILD_BACKENDS=ON -DZOL_BUILD_EXAMPLES=OFF -DZOL_BUILD_TOOLS=OFF -DZOL_BUILD_TESTS=OFF)
+    OPTIONS -DZOL_BUILD_BACKENDS=ON -DZOL_BUILD_EXAMPLES=OFF -DZOL_BUILD_TESTS=OFF)
 vcpkg_cmake_install()
 vcpkg_cmake_config_fixup(PACKAGE_NAME ZOL_Framework CONFIG_PATH lib/cmake/ZOL_Framework)
 vcpkg_copy_tools(TOOL_NAMES zol-backend-check AUTO_CLEAN)
