@@ -21,7 +21,10 @@ endif()
 
 if(MSVC)
     foreach(target IN LISTS zolCompiled)
-        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:/Zi>)
+        # The debug information of a static library would be in a file that is not shipped.
+        if(NOT target STREQUAL "zol_registry_access_objects")
+            target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:/Zi>)
+        endif()
     endforeach()
     set(linked ZOL_Framework ${zolBackends})
     if(ZOL_BUILD_TOOLS)

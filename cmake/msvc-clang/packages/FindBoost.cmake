@@ -10,7 +10,9 @@ target_compile_definitions(boost_thread
     PRIVATE BOOST_THREAD_BUILD_LIB
     PUBLIC BOOST_ALL_NO_LIB BOOST_CHRONO_HEADER_ONLY
     INTERFACE BOOST_THREAD_USE_LIB)
-# clang 16 and newer reject casts to enumerations in Boost 1.74.
-target_compile_options(boost_thread PRIVATE /w PUBLIC -Wno-enum-constexpr-conversion)
+# clang 16 and newer reject casts to enumerations in Boost 1.74. Its headers name their paths in exceptions.
+target_compile_options(boost_thread
+    PRIVATE /w /clang:-fmacro-prefix-map=${zolDeps}/=
+    PUBLIC -Wno-enum-constexpr-conversion)
 add_library(Boost::thread ALIAS boost_thread)
 set(Boost_FOUND TRUE)
