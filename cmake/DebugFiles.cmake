@@ -31,9 +31,14 @@ if(MSVC)
         list(APPEND linked zol_backend_check)
     endif()
     foreach(target IN LISTS linked)
+        # With /DEBUG, the linker keeps what nothing refers to, as src/CMakeLists.txt asks it to in the module.
+        set(unreferenced /OPT:REF)
+        if(target STREQUAL "ZOL_Framework")
+            set(unreferenced /OPT:NOREF)
+        endif()
         # Each file names its .pdb file without the path of the build machine.
         target_link_options(${target} PRIVATE
-            $<$<CONFIG:Release>:/DEBUG /OPT:REF /OPT:ICF> /PDBALTPATH:%_PDB%)
+            $<$<CONFIG:Release>:/DEBUG ${unreferenced} /OPT:ICF> /PDBALTPATH:%_PDB%)
         install(FILES $<TARGET_PDB_FILE:${target}>
             DESTINATION ${ZOL_INSTALL_MODULEDIR} COMPONENT Debug OPTIONAL)
     endforeach()

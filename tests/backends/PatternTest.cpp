@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <chrono>
 #include <fstream>
+#include <ratio>
 #include <set>
 #include <string>
 #include <thread>
@@ -167,7 +169,10 @@ TEST(PatternsPage, ListsEveryFlagThatWorksWithWhatItWrites) {
         EXPECT_NE(knownFlags().find(flag), std::string_view::npos) << row;
         const std::string written = line({row.data() + 3, 2});
         EXPECT_NE(written, row.substr(3, 2)) << "is written as it is";
-        if (!hasNoFixedText(flag)) {
+        // Not every system clock counts what the page shows.
+        constexpr bool countsTenths =
+            std::ratio_less_equal_v<std::chrono::system_clock::period, std::ratio<1, 10'000'000>>;
+        if (!hasNoFixedText(flag) && (countsTenths || flag != 'F')) {
             const std::string example = " | `" + written + "` |";
             EXPECT_EQ(row.substr(row.size() - std::min(row.size(), example.size())), example);
         }

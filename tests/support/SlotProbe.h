@@ -21,7 +21,32 @@ private:
     void* const* slots_ = nullptr;
 };
 
-// The Itanium ABI has two destructor slots, then the operations in order.
+#if defined(_MSC_VER)
+
+// The ABI of Visual C++ has one destructor slot, whose function is told whether to free the object.
+constexpr std::size_t firstSlotAfterDestructor = 1;
+
+inline void destroyThroughSlot(void* object) {
+    SlotProbe(object).at<void*(void*, unsigned)>(0)(object, 0);
+}
+
+inline void deleteThroughSlot(void* object) {
+    SlotProbe(object).at<void*(void*, unsigned)>(0)(object, 1);
+}
+
+#else
+
+// The Itanium ABI has two destructor slots, the second of which frees the object too.
 constexpr std::size_t firstSlotAfterDestructor = 2;
+
+inline void destroyThroughSlot(void* object) {
+    SlotProbe(object).at<void(void*)>(0)(object);
+}
+
+inline void deleteThroughSlot(void* object) {
+    SlotProbe(object).at<void(void*)>(1)(object);
+}
+
+#endif
 
 } // namespace support

@@ -1,7 +1,8 @@
 #pragma once
 
 // Wine's header has the classification of floating-point numbers as macros, or as functions of
-// which some are missing, and lacks functions of long double. A C++ library expects the functions of Microsoft's header.
+// which some are missing, and lacks functions of long double. A C++ library expects the functions
+// of Microsoft's header.
 
 #pragma GCC system_header
 #define isfinite isfinite_of_wine
@@ -34,4 +35,6 @@ bool isnormal(Number number) noexcept {
     return __builtin_isnormal(number);
 }
 
-inline long double atan2l(long double y, long double x) { return atan2(y, x); }
+inline long double atan2l(long double y, long double x) {
+    return atan2(y, x);
+}

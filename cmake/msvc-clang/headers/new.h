@@ -27,21 +27,28 @@ void* __cdecl operator new(size_t size, std::align_val_t alignment, const std::n
 void* __cdecl operator new[](size_t size);
 void* __cdecl operator new[](size_t size, const std::nothrow_t&) noexcept;
 void* __cdecl operator new[](size_t size, std::align_val_t alignment);
-void* __cdecl operator new[](size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept;
+void* __cdecl operator new[](size_t size, std::align_val_t alignment,
+                             const std::nothrow_t&) noexcept;
 void __cdecl operator delete(void* block) noexcept;
 void __cdecl operator delete(void* block, size_t size) noexcept;
 void __cdecl operator delete(void* block, const std::nothrow_t&) noexcept;
 void __cdecl operator delete(void* block, std::align_val_t alignment) noexcept;
 void __cdecl operator delete(void* block, size_t size, std::align_val_t alignment) noexcept;
-void __cdecl operator delete(void* block, std::align_val_t alignment, const std::nothrow_t&) noexcept;
+void __cdecl operator delete(void* block, std::align_val_t alignment,
+                             const std::nothrow_t&) noexcept;
 void __cdecl operator delete[](void* block) noexcept;
 void __cdecl operator delete[](void* block, size_t size) noexcept;
 void __cdecl operator delete[](void* block, const std::nothrow_t&) noexcept;
 void __cdecl operator delete[](void* block, std::align_val_t alignment) noexcept;
 void __cdecl operator delete[](void* block, size_t size, std::align_val_t alignment) noexcept;
-void __cdecl operator delete[](void* block, std::align_val_t alignment, const std::nothrow_t&) noexcept;
+void __cdecl operator delete[](void* block, std::align_val_t alignment,
+                               const std::nothrow_t&) noexcept;
 
-inline void* __cdecl operator new(size_t, void* place) noexcept { return place; }
-inline void* __cdecl operator new[](size_t, void* place) noexcept { return place; }
+inline void* __cdecl operator new(size_t, void* place) noexcept {
+    return place;
+}
+inline void* __cdecl operator new[](size_t, void* place) noexcept {
+    return place;
+}
 inline void __cdecl operator delete(void*, void*) noexcept {}
 inline void __cdecl operator delete[](void*, void*) noexcept {}

@@ -1,7 +1,7 @@
 #pragma once
 
-// std::exception as Visual C++'s runtime has it: the exceptions of all standard libraries for this ABI
-// derive from it.
+// std::exception as Visual C++'s runtime has it: the exceptions of all standard libraries for this
+// ABI derive from it.
 
 #pragma GCC system_header
 #include <vcruntime.h>

@@ -17,7 +17,8 @@ struct __std_type_info_data {
 struct __type_info_node;
 extern "C" {
 extern __type_info_node* __type_info_root_node[2];
-int __cdecl __std_type_info_compare(const __std_type_info_data* left, const __std_type_info_data* right);
+int __cdecl __std_type_info_compare(const __std_type_info_data* left,
+                                    const __std_type_info_data* right);
 size_t __cdecl __std_type_info_hash(const __std_type_info_data* data);
 const char* __cdecl __std_type_info_name(__std_type_info_data* data, void* rootNode);
 }
@@ -36,7 +37,9 @@ public:
     bool before(const type_info& other) const noexcept {
         return __std_type_info_compare(&_Data, &other._Data) < 0;
     }
-    const char* name() const noexcept { return __std_type_info_name(&_Data, __type_info_root_node); }
+    const char* name() const noexcept {
+        return __std_type_info_name(&_Data, __type_info_root_node);
+    }
     const char* raw_name() const noexcept { return _Data._DecoratedName; }
 
 private:

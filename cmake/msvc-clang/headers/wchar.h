@@ -12,4 +12,6 @@ errno_t __cdecl wcrtomb_s(size_t*, char*, size_t, wchar_t, mbstate_t*);
 double __cdecl wcstod(const wchar_t*, wchar_t**);
 }
 
-inline long double wcstold(const wchar_t* text, wchar_t** end) { return wcstod(text, end); }
+inline long double wcstold(const wchar_t* text, wchar_t** end) {
+    return wcstod(text, end);
+}

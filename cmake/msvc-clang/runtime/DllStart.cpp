@@ -2,7 +2,8 @@
 
 #include <windows.h>
 
-// The entry point of a DLL, in Visual C++'s order: the raw function, the C runtime, DllMain; and back.
+// The entry point of a DLL, in Visual C++'s order: the raw function, the C runtime, DllMain; and
+// back.
 
 #pragma comment(lib, "vcruntime140")
 #pragma comment(lib, "ucrtbase")

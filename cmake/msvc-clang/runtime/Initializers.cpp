@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-// The tables of initializers, which the linker sorts by the names of their sections, and what a module
-// registers for its end.
+// The tables of initializers, which the linker sorts by the names of their sections, and what a
+// module registers for its end.
 
 #pragma section(".CRT$XIA", long, read)
 #pragma section(".CRT$XIZ", long, read)
@@ -32,9 +32,8 @@ bool zol_runInitializers() {
 }
 
 _onexit_t __cdecl _onexit(_onexit_t function) {
-    const int failed = zol_exitTable
-                           ? _register_onexit_function(zol_exitTable, function)
-                           : _crt_atexit(reinterpret_cast<_PVFV>(function));
+    const int failed = zol_exitTable ? _register_onexit_function(zol_exitTable, function)
+                                     : _crt_atexit(reinterpret_cast<_PVFV>(function));
     return failed == 0 ? function : nullptr;
 }
 

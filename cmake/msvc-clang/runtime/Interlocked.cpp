@@ -1,13 +1,19 @@
 #include <intrin.h>
 
-// With every compiler but Visual C++ itself, Boost imports these from Windows. Windows for x64 has none:
-// each function here stands behind the name of its import.
+// With every compiler but Visual C++ itself, Boost imports these from Windows. Windows for x64 has
+// none: each function here stands behind the name of its import.
 
-static long increment(volatile long* value) { return _InterlockedIncrement(value); }
+static long increment(volatile long* value) {
+    return _InterlockedIncrement(value);
+}
 
-static long decrement(volatile long* value) { return _InterlockedDecrement(value); }
+static long decrement(volatile long* value) {
+    return _InterlockedDecrement(value);
+}
 
-static long exchange(volatile long* value, long next) { return _InterlockedExchange(value, next); }
+static long exchange(volatile long* value, long next) {
+    return _InterlockedExchange(value, next);
+}
 
 static long exchangeAdd(volatile long* value, long more) {
     return _InterlockedExchangeAdd(value, more);

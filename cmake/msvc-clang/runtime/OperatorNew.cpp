@@ -3,8 +3,8 @@
 #include <malloc.h>
 #include <stdlib.h>
 
-// One part of the allocation functions, which the build chooses. A program that defines an operator of
-// its own must not get another object of the library with the same operator.
+// One part of the allocation functions, which the build chooses. A program that defines an operator
+// of its own must not get another object of the library with the same operator.
 
 extern "C" int __cdecl _callnewh(size_t size);
 
@@ -20,7 +20,9 @@ void* operator new(size_t size) {
     }
 }
 #elif defined(ZOL_PART_NewArray)
-void* operator new[](size_t size) { return operator new(size); }
+void* operator new[](size_t size) {
+    return operator new(size);
+}
 #elif defined(ZOL_PART_NewNothrow)
 void* operator new(size_t size, const std::nothrow_t&) noexcept {
     try {
@@ -36,17 +38,29 @@ void* operator new[](size_t size, const std::nothrow_t&) noexcept {
 #elif defined(ZOL_PART_NothrowObject)
 const std::nothrow_t std::nothrow;
 #elif defined(ZOL_PART_Delete)
-void operator delete(void* block) noexcept { free(block); }
+void operator delete(void* block) noexcept {
+    free(block);
+}
 #elif defined(ZOL_PART_DeleteSized)
-void operator delete(void* block, size_t) noexcept { operator delete(block); }
+void operator delete(void* block, size_t) noexcept {
+    operator delete(block);
+}
 #elif defined(ZOL_PART_DeleteNothrow)
-void operator delete(void* block, const std::nothrow_t&) noexcept { operator delete(block); }
+void operator delete(void* block, const std::nothrow_t&) noexcept {
+    operator delete(block);
+}
 #elif defined(ZOL_PART_DeleteArray)
-void operator delete[](void* block) noexcept { operator delete(block); }
+void operator delete[](void* block) noexcept {
+    operator delete(block);
+}
 #elif defined(ZOL_PART_DeleteArraySized)
-void operator delete[](void* block, size_t) noexcept { operator delete[](block); }
+void operator delete[](void* block, size_t) noexcept {
+    operator delete[](block);
+}
 #elif defined(ZOL_PART_DeleteArrayNothrow)
-void operator delete[](void* block, const std::nothrow_t&) noexcept { operator delete[](block); }
+void operator delete[](void* block, const std::nothrow_t&) noexcept {
+    operator delete[](block);
+}
 #elif defined(ZOL_PART_Aligned)
 void* operator new(size_t size, std::align_val_t alignment) {
     for (;;) {
@@ -65,17 +79,28 @@ void* operator new(size_t size, std::align_val_t alignment, const std::nothrow_t
         return nullptr;
     }
 }
-void* operator new[](size_t size, std::align_val_t alignment) { return operator new(size, alignment); }
-void* operator new[](size_t size, std::align_val_t alignment, const std::nothrow_t& nothrow) noexcept {
+void* operator new[](size_t size, std::align_val_t alignment) {
+    return operator new(size, alignment);
+}
+void* operator new[](size_t size, std::align_val_t alignment,
+                     const std::nothrow_t& nothrow) noexcept {
     return operator new(size, alignment, nothrow);
 }
-void operator delete(void* block, std::align_val_t) noexcept { _aligned_free(block); }
-void operator delete(void* block, size_t, std::align_val_t) noexcept { _aligned_free(block); }
+void operator delete(void* block, std::align_val_t) noexcept {
+    _aligned_free(block);
+}
+void operator delete(void* block, size_t, std::align_val_t) noexcept {
+    _aligned_free(block);
+}
 void operator delete(void* block, std::align_val_t, const std::nothrow_t&) noexcept {
     _aligned_free(block);
 }
-void operator delete[](void* block, std::align_val_t) noexcept { _aligned_free(block); }
-void operator delete[](void* block, size_t, std::align_val_t) noexcept { _aligned_free(block); }
+void operator delete[](void* block, std::align_val_t) noexcept {
+    _aligned_free(block);
+}
+void operator delete[](void* block, size_t, std::align_val_t) noexcept {
+    _aligned_free(block);
+}
 void operator delete[](void* block, std::align_val_t, const std::nothrow_t&) noexcept {
     _aligned_free(block);
 }

@@ -15,9 +15,11 @@ uintptr_t __security_cookie = defaultCookie;
 void zol_initializeSecurityCookie() {
     LARGE_INTEGER counter;
     QueryPerformanceCounter(&counter);
-    // The two upper bytes stay zero, as Visual C++ has it: a text that overwrites it must contain them.
+    // The two upper bytes stay zero, as Visual C++ has it: a text that overwrites it must contain
+    // them.
     __security_cookie = (static_cast<uintptr_t>(counter.QuadPart) * 0x9E3779B97F4A7C15 ^
-                         reinterpret_cast<uintptr_t>(&counter)) & 0x0000FFFFFFFFFFFF;
+                         reinterpret_cast<uintptr_t>(&counter)) &
+                        0x0000FFFFFFFFFFFF;
 }
 
 void __cdecl __security_check_cookie(uintptr_t cookie) {

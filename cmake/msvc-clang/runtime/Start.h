@@ -16,5 +16,4 @@ bool zol_runInitializers();
 
 // Runs the constructors of the calling thread's objects, unless they have run.
 void __cdecl __dyn_tls_on_demand_init();
-
 }

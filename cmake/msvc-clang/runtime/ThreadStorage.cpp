@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-// Thread-local variables: the directory that the loader reads, and the constructors and destructors of
-// a thread's objects.
+// Thread-local variables: the directory that the loader reads, and the constructors and destructors
+// of a thread's objects.
 
 #pragma section(".tls", long, read, write)
 #pragma section(".tls$ZZZ", long, read, write)

@@ -20,10 +20,6 @@ void recordingDelete(void* block) {
     ::operator delete(block);
 }
 
-void recordingSizedDelete(void* block, std::size_t) {
-    recordingDelete(block);
-}
-
 BOOL WINAPI recordingCloseHandle(HANDLE handle) {
     UnloadRecorder::lockReleased();
     return CloseHandle(handle);
@@ -32,7 +28,26 @@ BOOL WINAPI recordingCloseHandle(HANDLE handle) {
 } // namespace
 
 const bool everyLockHasAResource = false;
+
+#if defined(_MSC_VER)
+
+// The operators are linked into the module, and import what they call. The strings use them too.
+const bool seesStrings = true;
+
+void attach() {
+    HMODULE const module = GetModuleHandleA("ZOL_Framework_r.2.0.8.129.dll");
+    hookImport(module, "malloc", reinterpret_cast<void*>(&recordingNew));
+    hookImport(module, "free", reinterpret_cast<void*>(&recordingDelete));
+    hookImport(module, "CloseHandle", reinterpret_cast<void*>(&recordingCloseHandle));
+}
+
+#else
+
 const bool seesStrings = false;
+
+static void recordingSizedDelete(void* block, std::size_t) {
+    recordingDelete(block);
+}
 
 void attach() {
     HMODULE const module = GetModuleHandleA("ZOL_Framework_r.2.0.8.129.dll");
@@ -41,5 +56,7 @@ void attach() {
     hookImport(module, "_ZdlPvy", reinterpret_cast<void*>(&recordingSizedDelete));
     hookImport(module, "CloseHandle", reinterpret_cast<void*>(&recordingCloseHandle));
 }
+
+#endif
 
 } // namespace support::UnloadTrace

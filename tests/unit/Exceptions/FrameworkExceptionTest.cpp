@@ -52,7 +52,11 @@ void readMissingProperty() {
 constexpr const char* missingPropertyText = "Trying to read unexistent property: no such property";
 
 /// Itanium's name of the class, which the framework keeps to itself.
+#if defined(_MSC_VER)
+constexpr const char* unexistentProperty = "class ZOL::Framework::Exceptions::UnexistentProperty";
+#else
 constexpr const char* unexistentProperty = "N3ZOL9Framework10Exceptions18UnexistentPropertyE";
+#endif
 
 TEST(FrameworkExceptions, ByDefaultHaveAnEmptyMessageAndNotNull) {
     const FrameworkException error;
@@ -239,11 +243,11 @@ TEST(FrameworkExceptions, HaveTheDestructorInTheFirstSlot) {
     int destroyed = 0;
     alignas(ModulesError) unsigned char storage[sizeof(ModulesError)];
     auto* const error = new (storage) ModulesError(&destroyed);
-    support::SlotProbe(error).at<void(FrameworkException*)>(0)(error);
+    support::destroyThroughSlot(error);
     EXPECT_EQ(destroyed, 1);
 
     auto* const onHeap = new ModulesError(&destroyed);
-    support::SlotProbe(onHeap).at<void(FrameworkException*)>(1)(onHeap);
+    support::deleteThroughSlot(onHeap);
     EXPECT_EQ(destroyed, 2);
 }
 

@@ -2,6 +2,7 @@
 
 #include <iomanip>
 #include <ostream>
+#include <sstream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -106,7 +107,11 @@ TEST_F(LogStreams, TheLineIsLoggedAtTheEndOfTheStatement) {
 TEST_F(LogStreams, PiecesFollowTheTextArgumentInOrder) {
     log->info("x=") << 1 << ' ' << 2.5 << " " << true << " " << std::string("text") << " "
                     << static_cast<const void*>(nullptr) << " " << Point{3, 4} << Temporary{5};
-    EXPECT_THAT(captured, ElementsAre(message(LOG_LEVEL_INFO, "x=1 2.5 1 text 0 (3, 4)5")));
+    std::ostringstream expected;
+    expected << "x=1 2.5 1 text "
+             << static_cast<const void*>(nullptr) // standard libraries differ in it
+             << " (3, 4)5";
+    EXPECT_THAT(captured, ElementsAre(message(LOG_LEVEL_INFO, expected.str().c_str())));
 }
 
 TEST_F(LogStreams, ThePublicStreamTakesInsertionsToo) {

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include "SlotProbe.h"
+
 #include "ZOL/Framework/GenericLogger/LoggerBackendLoadError.h"
 
 using namespace ZOL::Framework::GenericLogger;
@@ -165,13 +167,11 @@ public:
 
 TEST(LoggerExceptions, MessageAndWhatFollowTheDestructorInThisOrder) {
     const Named object;
-    void* const* slots = nullptr;
-    std::memcpy(&slots, static_cast<const void*>(&object), sizeof(slots));
-    // Two slots hold the destructor.
-    const char* (*message)(const LoggerException*) = nullptr;
-    std::memcpy(&message, slots + 2, sizeof(message));
-    const char* (*what)(const LoggerException*) = nullptr;
-    std::memcpy(&what, slots + 3, sizeof(what));
+    const support::SlotProbe slots(&object);
+    const auto message =
+        slots.at<const char*(const LoggerException*)>(support::firstSlotAfterDestructor);
+    const auto what =
+        slots.at<const char*(const LoggerException*)>(support::firstSlotAfterDestructor + 1);
     EXPECT_STREQ(message(&object), "message");
     EXPECT_STREQ(what(&object), "what");
 }

@@ -404,11 +404,11 @@ TEST_F(Properties, HaveTheDestructorOfTheirStoreInTheFirstSlot) {
     int destroyed = 0;
     alignas(OtherStore) unsigned char storage[sizeof(OtherStore)];
     auto* const other = new (storage) OtherStore(&destroyed);
-    support::SlotProbe(other).at<void(PropertyManager*)>(0)(other);
+    support::destroyThroughSlot(other);
     EXPECT_EQ(destroyed, 1);
 
     auto* const onHeap = new OtherStore(&destroyed);
-    support::SlotProbe(onHeap).at<void(PropertyManager*)>(1)(onHeap);
+    support::deleteThroughSlot(onHeap);
     EXPECT_EQ(destroyed, 2);
 }
 

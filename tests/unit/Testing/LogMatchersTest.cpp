@@ -32,6 +32,17 @@ MATCHER(IsShort, "is short") {
     return arg.size() < 3;
 }
 
+/// GoogleTest names a type with the key word of its declaration where the compiler does.
+std::string withoutKeyWords(std::string text) {
+    for (const std::string word : {"class ", "struct "}) {
+        const std::size_t found = text.find("of type " + word);
+        if (found != std::string::npos) {
+            text.erase(text.find(word, found), word.size());
+        }
+    }
+    return text;
+}
+
 /// A fixture with a CapturedLog, as tests of users have one.
 class LogMatchers : public testing::Test {
 protected:
@@ -55,7 +66,7 @@ protected:
         if (!text.empty() && text.back() == '\n') { // from GoogleTest 1.16 on
             text.pop_back();
         }
-        return text;
+        return withoutKeyWords(text);
     }
 
     CapturedLog captured;

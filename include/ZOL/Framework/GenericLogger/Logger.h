@@ -176,7 +176,7 @@ static constexpr auto compiledLevel = static_cast<LoggingLevel>(ZOL_LOG_COMPILED
 }
 #define ZOL_DETAIL_LOG_OPEN(gate, logger, level)                                                   \
     (gate).open((logger), (level), ::ZOL::Framework::GenericLogger::detail::compiledLevel)
-#if defined(__GNUC__)
+#if defined(__GNUC__) || defined(__clang__)
 // For a constant level this is a constant, so that the compiler removes the statement even if it
 // does not optimize.
 #define ZOL_DETAIL_LOG_IS_COMPILED(level)                                                          \
