@@ -23,7 +23,8 @@ private:
 
 #if defined(_MSC_VER)
 
-// The ABI of Visual C++ has one destructor slot, whose function is told whether to free the object.
+// The ABI of Visual C++ has one destructor slot. A parameter of its function says whether to free
+// the object after the destruction.
 constexpr std::size_t firstSlotAfterDestructor = 1;
 
 inline void destroyThroughSlot(void* object) {
