@@ -75,6 +75,9 @@ set(zolClangOptions
     # structured exceptions are the compiler's.
     -DWINE_UNICODE_NATIVE
     -DUSE_COMPILER_EXCEPTIONS
+    # Numbers are printed with the options that Microsoft's own headers pass since Windows 10 2004: exact
+    # ties are rounded to even.
+    -D_CRT_INTERNAL_LOCAL_PRINTF_OPTIONS=0x24
     -DSTRICT)
 # What find_package finds: the header-only libraries that are linked into build/deps/include, and
 # Boost.Thread built from source.

@@ -1,9 +1,7 @@
 #include "ZOL/Framework/GenericLogger/detail/TextStream.h"
 
-#include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <iomanip>
 #include <ios>
 #include <limits>
@@ -84,7 +82,7 @@ TEST(TextStreams, WriteEachFloatingPointNumberAsAStreamDoes) {
          {0.0,       -0.0,         1e-5,
           1e-4,      9.9999949e-5, 9.9999951e-5,
           0.1,       0.125,        99999.95,
-          123456.0,  123456.4,     999999.4,
+          123456.0,  123456.5,     999999.4,
           999999.5,  999999.6,     1e6,
           1234567.0, 1e15,         1e16,
           1e100,     -1e-300,      std::numeric_limits<double>::denorm_min()}) {
@@ -93,7 +91,7 @@ TEST(TextStreams, WriteEachFloatingPointNumberAsAStreamDoes) {
     }
 }
 
-TEST(TextStreams, RoundAnExactTieToEvenWhateverTheRuntimeDoes) {
+TEST(TextStreams, RoundAnExactTieToEvenOnEveryRuntime) {
     const auto written = [](auto number) {
         return text::textOf([&](auto& stream) { stream << number; });
     };
@@ -241,11 +239,6 @@ TEST(TextStreams, UseTheClassicLocaleAndNotTheProgramsOwn) {
 }
 
 TEST(TextStreams, WriteAThirdOfAMillionRandomLinesAsAStreamDoes) {
-    std::array<char, 16> tie{};
-    std::snprintf(tie.data(), tie.size(), "%g", 123456.5);
-    if (std::string_view(tie.data()) != "123456") {
-        GTEST_SKIP() << "the streams of this runtime round an exact tie away from zero";
-    }
     constexpr int lines = 333333;
     constexpr int mostBytes = 60;
     std::mt19937_64 random(1);
