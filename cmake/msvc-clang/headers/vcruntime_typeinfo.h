@@ -21,6 +21,7 @@ int __cdecl __std_type_info_compare(const __std_type_info_data* left,
                                     const __std_type_info_data* right);
 size_t __cdecl __std_type_info_hash(const __std_type_info_data* data);
 const char* __cdecl __std_type_info_name(__std_type_info_data* data, void* rootNode);
+void __cdecl __std_type_info_destroy_list(void* rootNode);
 }
 
 class type_info {

@@ -1,5 +1,7 @@
 #include "Start.h"
 
+#include <vcruntime_typeinfo.h>
+
 #include <windows.h>
 
 // The entry point of a DLL, in Visual C++'s order: the raw function, the C runtime, DllMain; and
@@ -44,6 +46,7 @@ static BOOL detachRuntime() {
     }
     --attached;
     _execute_onexit_table(&exitTable);
+    __std_type_info_destroy_list(__type_info_root_node);
     return TRUE;
 }
 
