@@ -8,6 +8,11 @@
 
 add_library(zol_boost_thread INTERFACE)
 add_library(zol_spdlog INTERFACE)
+if(MSVC)
+    # With optimization, its generator of code finds unreachable code in the templates of fmt and spdlog.
+    # No setting for external headers silences that.
+    target_compile_options(zol_spdlog INTERFACE /wd4702)
+endif()
 add_library(zol_utf8 INTERFACE)
 add_library(zol_command_line INTERFACE)
 add_library(zol_json INTERFACE)
@@ -47,6 +52,10 @@ else()
     set(Boost_USE_STATIC_LIBS ${WIN32})
     find_package(Boost 1.74 REQUIRED COMPONENTS thread)
     target_link_libraries(zol_boost_thread INTERFACE Boost::thread)
+    if(MSVC)
+        # Boost's headers would ask the linker for the libraries again, by names that need not exist.
+        target_compile_definitions(zol_boost_thread INTERFACE BOOST_ALL_NO_LIB)
+    endif()
     if(NOT WIN32)
         # All that the module uses of it is in its headers. Not every linker leaves a library out then,
         # and every machine would need it.
@@ -67,7 +76,11 @@ else()
             target_compile_definitions(zol_spdlog INTERFACE FMT_HEADER_ONLY)
         endif()
         find_package(utf8cpp REQUIRED)
-        target_link_libraries(zol_utf8 INTERFACE utf8::cpp)
+        if(TARGET utf8::cpp)
+            target_link_libraries(zol_utf8 INTERFACE utf8::cpp)
+        else()
+            target_link_libraries(zol_utf8 INTERFACE utf8cpp::utf8cpp) # from its version 4 on
+        endif()
     endif()
 
     if(ZOL_BUILD_TOOLS)

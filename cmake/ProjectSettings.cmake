@@ -15,7 +15,7 @@ foreach(config IN LISTS CMAKE_CONFIGURATION_TYPES ITEMS ${CMAKE_BUILD_TYPE})
 endforeach()
 
 if(MSVC)
-    target_compile_options(zol_settings INTERFACE /W4 /WX /permissive- /utf-8)
+    target_compile_options(zol_settings INTERFACE /W4 /WX /permissive- /utf-8 /bigobj)
 else()
     target_compile_options(zol_settings INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)

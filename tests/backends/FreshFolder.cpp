@@ -1,7 +1,6 @@
 #include "FreshFolder.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -19,7 +18,7 @@ constexpr const char* variable = "ZOL_TEST_FOLDER";
 
 void inFreshFolder(const std::function<void()>& body) {
     if (support::isFreshProcess()) {
-        std::filesystem::current_path(std::getenv(variable));
+        std::filesystem::current_path(support::ChildProcess::environment(variable));
         support::inFreshProcess(body);
         return;
     }

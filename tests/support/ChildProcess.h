@@ -34,6 +34,9 @@ public:
     /// Sets a variable of this process and of the ones it starts.
     static void setEnvironment(const char* name, const char* value);
 
+    /// The value of a variable of this process, or an empty text.
+    static std::string environment(const char* name);
+
 private:
     std::intptr_t process_ = 0; // id or handle
     int exitCode_ = -1;

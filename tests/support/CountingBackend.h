@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <cstring>
+#include <string_view>
 
 #include "ZOL/Framework/GenericLogger/Logger.h"
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
@@ -30,7 +30,8 @@ private:
         void release() override { ++released; }
         void log(ZOL::Framework::GenericLogger::LoggingLevel, const char* text) override {
             ++logged;
-            std::strncpy(lastText.data(), text, lastText.size() - 1);
+            const std::string_view whole(text);
+            lastText[whole.copy(lastText.data(), lastText.size() - 1)] = '\0';
         }
 
         int logged = 0;

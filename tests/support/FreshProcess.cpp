@@ -1,6 +1,5 @@
 #include "FreshProcess.h"
 
-#include <cstdlib>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -16,8 +15,7 @@ constexpr const char* mark = "ZOL_TEST_IN_FRESH_PROCESS";
 } // namespace
 
 bool isFreshProcess() {
-    const char* const value = std::getenv(mark);
-    return value != nullptr && *value != '\0';
+    return !ChildProcess::environment(mark).empty();
 }
 
 void inFreshProcess(const std::function<void()>& body) {

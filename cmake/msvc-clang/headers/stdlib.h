@@ -1,6 +1,7 @@
 #pragma once
 
-// Wine's header lacks these, and has MB_CUR_MAX under another name.
+// Wine's header lacks these, and has MB_CUR_MAX under another name. As in Microsoft's header,
+// functions that do not check their arguments are deprecated.
 
 #pragma GCC system_header
 #include_next <stdlib.h>
@@ -21,4 +22,12 @@ int __cdecl ___mb_cur_max_l_func(_locale_t);
 
 #if !defined(MB_CUR_MAX)
 #define MB_CUR_MAX __mb_cur_max
+#endif
+
+#if !defined(_CRT_SECURE_NO_WARNINGS)
+extern "C" {
+__declspec(deprecated) char* __cdecl getenv(const char*);
+__declspec(deprecated) size_t __cdecl mbstowcs(wchar_t*, const char*, size_t);
+__declspec(deprecated) size_t __cdecl wcstombs(char*, const wchar_t*, size_t);
+}
 #endif

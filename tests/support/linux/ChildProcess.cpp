@@ -67,4 +67,9 @@ void ChildProcess::setEnvironment(const char* name, const char* value) {
     setenv(name, value, 1);
 }
 
+std::string ChildProcess::environment(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
 } // namespace support

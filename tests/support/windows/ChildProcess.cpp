@@ -92,4 +92,10 @@ void ChildProcess::setEnvironment(const char* name, const char* value) {
     SetEnvironmentVariableA(name, value);
 }
 
+std::string ChildProcess::environment(const char* name) {
+    std::string value(GetEnvironmentVariableA(name, nullptr, 0), '\0');
+    value.resize(GetEnvironmentVariableA(name, value.data(), static_cast<DWORD>(value.size())));
+    return value;
+}
+
 } // namespace support
