@@ -9,6 +9,9 @@
 add_library(zol_boost_thread INTERFACE)
 add_library(zol_spdlog INTERFACE)
 if(MSVC)
+    if(DEFINED zolDeps AND NOT EXISTS ${zolDeps}/msvc-clang/lib/msvcrt.lib)
+        message(FATAL_ERROR "${zolDeps} lacks the runtime libraries for Visual C++'s ABI: run scripts/setup.sh all")
+    endif()
     # With optimization, its generator of code finds unreachable code in the templates of fmt and spdlog.
     # No setting for external headers silences that.
     target_compile_options(zol_spdlog INTERFACE /wd4702)

@@ -18,5 +18,14 @@ inline int vsnprintf_s(char* buffer, size_t size, size_t count, const char* form
 extern "C" {
 __declspec(deprecated) FILE* __cdecl fopen(const char*, const char*);
 __declspec(deprecated) FILE* __cdecl freopen(const char*, const char*, FILE*);
+__declspec(deprecated) FILE* __cdecl tmpfile(void);
+__declspec(deprecated) char* __cdecl tmpnam(char*);
+__declspec(deprecated) FILE* __cdecl _wfopen(const wchar_t*, const wchar_t*);
+__declspec(deprecated) FILE* __cdecl _wfreopen(const wchar_t*, const wchar_t*, FILE*);
+__declspec(deprecated) int __cdecl sprintf(char*, const char*, ...);
+__declspec(deprecated) int __cdecl vsprintf(char*, const char*, va_list);
+__declspec(deprecated) int __cdecl scanf(const char*, ...);
+__declspec(deprecated) int __cdecl fscanf(FILE*, const char*, ...);
+__declspec(deprecated) int __cdecl sscanf(const char*, const char*, ...);
 }
 #endif

@@ -27,6 +27,7 @@ int __cdecl ___mb_cur_max_l_func(_locale_t);
 #if !defined(_CRT_SECURE_NO_WARNINGS)
 extern "C" {
 __declspec(deprecated) char* __cdecl getenv(const char*);
+__declspec(deprecated) wchar_t* __cdecl _wgetenv(const wchar_t*);
 __declspec(deprecated) size_t __cdecl mbstowcs(wchar_t*, const char*, size_t);
 __declspec(deprecated) size_t __cdecl wcstombs(char*, const wchar_t*, size_t);
 }

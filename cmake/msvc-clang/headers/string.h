@@ -10,6 +10,8 @@ extern "C" {
 __declspec(deprecated) char* __cdecl strcat(char*, const char*);
 __declspec(deprecated) char* __cdecl strcpy(char*, const char*);
 __declspec(deprecated) char* __cdecl strerror(int);
+__declspec(deprecated) char* __cdecl strncat(char*, const char*, size_t);
 __declspec(deprecated) char* __cdecl strncpy(char*, const char*, size_t);
+__declspec(deprecated) char* __cdecl strtok(char*, const char*);
 }
 #endif

@@ -1,6 +1,7 @@
 #pragma once
 
-// Wine's header lacks these, or has some of them, which are renamed.
+// Wine's header lacks these, or has some of them, which are renamed. As in Microsoft's header,
+// functions that do not check their arguments are deprecated.
 
 #pragma GCC system_header
 #define timespec timespec_of_wine
@@ -28,3 +29,12 @@ inline errno_t gmtime_s(struct tm* result, const time_t* time) {
 inline errno_t localtime_s(struct tm* result, const time_t* time) {
     return _localtime64_s(result, time);
 }
+
+#if !defined(_CRT_SECURE_NO_WARNINGS)
+extern "C" {
+__declspec(deprecated) char* __cdecl asctime(const struct tm*);
+__declspec(deprecated) char* __cdecl ctime(const time_t*);
+__declspec(deprecated) struct tm* __cdecl gmtime(const time_t*);
+__declspec(deprecated) struct tm* __cdecl localtime(const time_t*);
+}
+#endif

@@ -217,8 +217,8 @@ TextStream& TextStream::operator<<(double value) {
     constexpr std::size_t maxSize = 16; // -1.23457e-308
     constexpr int precision = 6;        // precision and format are a std::ostream's defaults
     // An exact tie is rounded to even, as IEEE 754 says: 123456.5 becomes 123456. After a
-    // manipulator, a std::ostream writes the number, and C runtimes of Windows before version 2004
-    // round ties away from zero.
+    // manipulator, a std::ostream writes the number. That of Visual C++ asks the C runtime, which
+    // rounds ties away from zero on Windows before version 2004.
     char* const begin = line_.prepare(maxSize);
     line_.commit(
         std::to_chars(begin, begin + maxSize, value, std::chars_format::general, precision).ptr);
