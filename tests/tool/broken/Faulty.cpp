@@ -209,13 +209,17 @@ void queueForWorker(LoggingLevel, const char* text) {
         std::thread([] {
             while (true) {
                 sleepNoticeably();
+                std::vector<std::string> texts;
                 const std::lock_guard<std::mutex> lock(mutex);
-                std::vector<std::string>().swap(queue);
+                texts.swap(queue);
             }
         }).detach();
     });
-    const std::lock_guard<std::mutex> lock(mutex);
-    queue.emplace_back(text);
+    // At the end of the process, Windows may have ended the thread while it held the lock.
+    const std::unique_lock<std::mutex> lock(mutex, std::try_to_lock);
+    if (lock) {
+        queue.emplace_back(text);
+    }
 }
 
 // Faults of createChannel.
