@@ -3,6 +3,7 @@
 #
 # cmake -DPACKAGE=... -DVERSION=... -DTOOLS=<whether the SDK has zol-backend-check> -DWINDOWS=0|1
 #       -DMSVC=<whether the compiler is Visual C++ or clang-cl> -DCROSS=<whether it is a cross build>
+#       -DSIMULATED=<the version of Visual C++ that clang-cl imitates, or nothing>
 #       -DBOOST_HEADER=<boost/version.hpp> -DSPDLOG_HEADER=<spdlog/version.h> -P CheckSbom.cmake
 
 cmake_minimum_required(VERSION 3.25)
@@ -78,7 +79,11 @@ else()
 endif()
 expect_listed(fmt "${three}$" MIT)
 if(MSVC)
-    expect_listed(visual-cxx-runtime "^of compiler 19\\.[0-9]+" NOASSERTION)
+    if(SIMULATED)
+        expect_listed(visual-cxx-runtime "^of compiler ${SIMULATED}$" NOASSERTION)
+    else()
+        expect_listed(visual-cxx-runtime "^of compiler 19\\.[0-9]+" NOASSERTION)
+    endif()
     if(CROSS)
         expect_listed(libc++ "${three}$" "Apache-2.0 WITH LLVM-exception")
     endif()
