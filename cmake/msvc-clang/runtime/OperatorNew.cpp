@@ -35,8 +35,6 @@ void* operator new(size_t size, const std::nothrow_t&) noexcept {
 void* operator new[](size_t size, const std::nothrow_t&) noexcept {
     return operator new(size, std::nothrow);
 }
-#elif defined(ZOL_PART_NothrowObject)
-const std::nothrow_t std::nothrow;
 #elif defined(ZOL_PART_Delete)
 void operator delete(void* block) noexcept {
     free(block);

@@ -33,7 +33,13 @@ void destroyObjects() {
     }
 }
 
-void NTAPI onThread(PVOID, DWORD reason, PVOID) {
+} // namespace
+
+extern "C" {
+
+// The loader calls it before the entry point. The compiler refers to it where a variable has a
+// constructor.
+void NTAPI __dyn_tls_init(PVOID, DWORD reason, PVOID) {
     if (reason == DLL_THREAD_ATTACH) {
         __dyn_tls_on_demand_init();
     } else if (reason == DLL_THREAD_DETACH || reason == DLL_PROCESS_DETACH) {
@@ -41,15 +47,11 @@ void NTAPI onThread(PVOID, DWORD reason, PVOID) {
     }
 }
 
-} // namespace
-
-extern "C" {
-
 ULONG _tls_index = 0;
 __declspec(allocate(".tls")) char _tls_start = 0;
 __declspec(allocate(".tls$ZZZ")) char _tls_end = 0;
 __declspec(allocate(".CRT$XLA")) PIMAGE_TLS_CALLBACK __xl_a = nullptr;
-__declspec(allocate(".CRT$XLD")) PIMAGE_TLS_CALLBACK __xl_d = onThread;
+__declspec(allocate(".CRT$XLD")) PIMAGE_TLS_CALLBACK __xl_d = __dyn_tls_init;
 __declspec(allocate(".CRT$XLZ")) PIMAGE_TLS_CALLBACK __xl_z = nullptr;
 __declspec(allocate(".CRT$XDA")) _PVFV __xd_a = nullptr;
 __declspec(allocate(".CRT$XDZ")) _PVFV __xd_z = nullptr;
