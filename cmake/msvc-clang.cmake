@@ -16,7 +16,7 @@ foreach(folder IN LISTS zolFolders)
     endif()
     set(complete TRUE)
     foreach(file IN ITEMS bin/clang-cl bin/lld-link bin/llvm-lib bin/llvm-rc bin/llvm-mt bin/llvm-dlltool
-            bin/llvm-readobj bin/llvm-undname include/c++/v1/string)
+            bin/llvm-readobj bin/llvm-undname)
         if(NOT EXISTS ${folder}/${file})
             set(complete FALSE)
         endif()
@@ -27,7 +27,7 @@ foreach(folder IN LISTS zolFolders)
     endif()
 endforeach()
 if(NOT zolLlvm)
-    message(FATAL_ERROR "no LLVM with clang-cl, lld-link and libc++ is installed: run scripts/setup.sh all")
+    message(FATAL_ERROR "no LLVM 19 or newer with clang-cl and lld-link is installed: run scripts/setup.sh all")
 endif()
 
 set(zolWineHeaders "")
@@ -43,6 +43,9 @@ endif()
 
 set(zolStandins ${CMAKE_CURRENT_LIST_DIR}/msvc-clang)
 set(zolDeps ${CMAKE_CURRENT_LIST_DIR}/../build/deps)
+if(NOT EXISTS ${zolDeps}/libcxx/include/string)
+    message(FATAL_ERROR "libc++'s headers are missing: run scripts/setup.sh all")
+endif()
 
 foreach(language IN ITEMS C CXX)
     set(CMAKE_${language}_COMPILER ${zolLlvm}/bin/clang-cl)
@@ -61,7 +64,7 @@ set(zolClangOptions
     -nostdinc++
     -nostdlibinc
     -isystem${zolStandins}/absent
-    -isystem${zolLlvm}/include/c++/v1
+    -isystem${zolDeps}/libcxx/include
     -isystem${zolStandins}/headers
     -idirafter${zolWineHeaders}/msvcrt
     -idirafter${zolWineHeaders}/windows

@@ -72,7 +72,7 @@ install() { # PACKAGE...
 # An LLVM that can build for Visual C++'s ABI with Wine's headers: the oldest that can, and that is
 # installed with all its parts or is offered by this release.
 oldest_llvm=19
-llvm_packages() { echo "clang-$1 clang-tools-$1 lld-$1 llvm-$1 libc++-$1-dev"; }
+llvm_packages() { echo "clang-$1 clang-tools-$1 lld-$1 llvm-$1"; }
 suitable_llvm() { # COMMAND...: of those versions for whose packages the command succeeds
     local version
     for version in $(sed 's/^clang-\([0-9]*\)$/\1/' | sort -n); do
@@ -185,18 +185,25 @@ if has windows "${platforms[@]}"; then
 fi
 
 if [ "$profile" = all ] && has windows "${platforms[@]}"; then
-    # Debian builds LLVM's standard library for Linux only: fetch the sources that belong to the installed
-    # headers, and build the libraries of cmake/msvc-clang.cmake. That takes a minute.
-    package=libc++-$llvm-dev
-    version=$(dpkg-query -W -f '${source:Version}' "$package")
+    # Debian builds LLVM's standard library for Linux only: fetch its headers and the sources that belong to
+    # them, and build the libraries of cmake/msvc-clang.cmake. That takes a minute. The package with the
+    # headers is unpacked: it cannot be installed beside the library of another LLVM.
+    version=$(dpkg-query -W -f '${Version}' "clang-$llvm")
     if [ "$(cat "$deps/libcxx/version" 2>/dev/null || true)" != "$version" ]; then
-        source=$(dpkg-query -W -f '${source:Package}' "$package")
-        scripts/fetch-source.sh "$package" "$source" "$version" "$deps/libcxx-source"
-        say "unpacking the sources of libc++ $version"
+        package=libc++-$llvm-dev
+        source=$(dpkg-query -W -f '${source:Package}' "clang-$llvm")
+        update
+        scripts/fetch-source.sh "$package" "$source" "$(dpkg-query -W -f '${source:Version}' "clang-$llvm")" \
+            "$deps/libcxx-source"
+        say "unpacking the headers and sources of libc++ $version"
         rm -rf "$deps/libcxx"
         mkdir -p "$deps/libcxx"
         tar -xJf "$deps/libcxx-source/$source"_*.orig.tar.xz -C "$deps/libcxx" --strip-components=2 \
             --wildcards --no-wildcards-match-slash '*/libcxx/src'
+        (cd "$deps/libcxx-source" && apt-get download "$package=$version" >/dev/null 2>&1) ||
+            die "apt-get cannot download $package $version"
+        dpkg -x "$deps/libcxx-source/$package"_*.deb "$deps/libcxx-source/package"
+        mv "$deps/libcxx-source/package/usr/lib/llvm-$llvm/include/c++/v1" "$deps/libcxx/include"
         rm -rf "$deps/libcxx-source"
         echo "$version" >"$deps/libcxx/version"
     fi
