@@ -184,29 +184,35 @@ if has windows "${platforms[@]}"; then
     done
 fi
 
-if [ "$profile" = all ] && has windows "${platforms[@]}"; then
-    # Debian builds LLVM's standard library for Linux only: fetch its headers and the sources that belong to
-    # them, and build the libraries of cmake/msvc-clang.cmake. That takes a minute. The package with the
-    # headers is unpacked: it cannot be installed beside the library of another LLVM.
+if [ "$profile" = all ]; then
+    # LLVM's standard library cannot be installed beside that of another LLVM: unpack it, for a test on
+    # Linux and for Visual C++'s ABI. Debian builds it for Linux only, so the sources are fetched as well.
     version=$(dpkg-query -W -f '${Version}' "clang-$llvm")
-    if [ "$(cat "$deps/libcxx/version" 2>/dev/null || true)" != "$version" ]; then
-        package=libc++-$llvm-dev
-        source=$(dpkg-query -W -f '${source:Package}' "clang-$llvm")
+    if [ ! -d "$deps/libcxx/lib" ] || [ "$(cat "$deps/libcxx/version" 2>/dev/null || true)" != "$version" ]; then
         update
-        scripts/fetch-source.sh "$package" "$source" "$(dpkg-query -W -f '${source:Version}' "clang-$llvm")" \
-            "$deps/libcxx-source"
-        say "unpacking the headers and sources of libc++ $version"
+        parts=("libc++-$llvm-dev" "libc++1-$llvm" "libc++abi1-$llvm" "libunwind-$llvm")
+        source=$(dpkg-query -W -f '${source:Package}' "clang-$llvm")
+        scripts/fetch-source.sh "${parts[0]}" "$source" \
+            "$(dpkg-query -W -f '${source:Version}' "clang-$llvm")" "$deps/libcxx-source"
+        say "unpacking libc++ $version and its sources"
         rm -rf "$deps/libcxx"
         mkdir -p "$deps/libcxx"
         tar -xJf "$deps/libcxx-source/$source"_*.orig.tar.xz -C "$deps/libcxx" --strip-components=2 \
             --wildcards --no-wildcards-match-slash '*/libcxx/src'
-        (cd "$deps/libcxx-source" && apt-get download "$package=$version" >/dev/null 2>&1) ||
-            die "apt-get cannot download $package $version"
-        dpkg -x "$deps/libcxx-source/$package"_*.deb "$deps/libcxx-source/package"
-        mv "$deps/libcxx-source/package/usr/lib/llvm-$llvm/include/c++/v1" "$deps/libcxx/include"
+        (cd "$deps/libcxx-source" && apt-get download "${parts[@]/%/=$version}" >/dev/null 2>&1) ||
+            die "apt-get cannot download ${parts[*]} $version"
+        for part in "$deps"/libcxx-source/*.deb; do
+            dpkg -x "$part" "$deps/libcxx-source/packages"
+        done
+        mv "$deps/libcxx-source/packages/usr/lib/llvm-$llvm/include/c++/v1" "$deps/libcxx/include"
+        mv "$deps/libcxx-source/packages/usr/lib/llvm-$llvm/lib" "$deps/libcxx/lib"
         rm -rf "$deps/libcxx-source"
         echo "$version" >"$deps/libcxx/version"
     fi
+fi
+
+if [ "$profile" = all ] && has windows "${platforms[@]}"; then
+    # The libraries of cmake/msvc-clang.cmake. That takes a minute.
     runtime=$deps/msvc-clang
     key=$(cat "$deps/libcxx/version" cmake/msvc-clang.cmake $(git ls-files cmake/msvc-clang) | sha256sum)
     if [ "$(cat "$runtime/key" 2>/dev/null || true)" != "$key" ]; then
