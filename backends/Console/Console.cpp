@@ -7,6 +7,7 @@
 #include <spdlog/details/null_mutex.h>
 #include <spdlog/sinks/base_sink.h>
 
+#include "ReopeningSink.h"
 #include "SinkBackend.h"
 #include "StandardError.h"
 
@@ -40,14 +41,14 @@ private:
     bool hasColours_;
 };
 
-SinkOptions readOptions(const Settings& settings) {
+WriterOptions readOptions(const Settings& settings) {
     const std::string_view colour = settings.choice("colour");
     SinkOptions options;
     options.factory = [always = colour == "always", automatic = colour == "auto"] {
         return std::make_unique<ConsoleSink>(always || (automatic && standardErrorHasColours()));
     };
     options.retryInterval = std::chrono::milliseconds(0); // to open it costs nothing
-    return options;
+    return writerOptions(options);
 }
 
 } // namespace

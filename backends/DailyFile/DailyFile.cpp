@@ -6,13 +6,14 @@
 #include <spdlog/sinks/daily_file_sink.h>
 
 #include "FileEvents.h"
+#include "ReopeningSink.h"
 #include "SinkBackend.h"
 
 using namespace ZOL::Backends;
 
 namespace {
 
-SinkOptions readOptions(const Settings& settings) {
+WriterOptions readOptions(const Settings& settings) {
     const spdlog::filename_t path = settings.path("path").native();
     const auto hour = static_cast<int>(settings.number("hour"));
     const auto minute = static_cast<int>(settings.number("minute"));
@@ -26,7 +27,7 @@ SinkOptions readOptions(const Settings& settings) {
     options.signals = [events] {
         return events.signals();
     };
-    return options;
+    return writerOptions(options);
 }
 
 } // namespace

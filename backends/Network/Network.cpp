@@ -5,6 +5,7 @@
 
 #include "Connection.h"
 #include "Pattern.h"
+#include "ReopeningSink.h"
 #include "SinkBackend.h"
 
 using namespace ZOL::Backends;
@@ -35,7 +36,7 @@ private:
     Connection connection_;
 };
 
-SinkOptions readOptions(const Settings& settings) {
+WriterOptions readOptions(const Settings& settings) {
     const std::string host = settings.text("host");
     const auto port = static_cast<int>(settings.number("port"));
     const auto protocol = settings.choice("protocol") == "tcp" ? Connection::Protocol::tcp
@@ -46,10 +47,8 @@ SinkOptions readOptions(const Settings& settings) {
     };
     options.lineEnd = "\n"; // the collector may run on another platform
     options.retryInterval = retryInterval;
-    if (protocol == Connection::Protocol::udp) {
-        options.maxLineBytes = maxPacketTextBytes;
-    }
-    return options;
+    return writerOptions(options, protocol == Connection::Protocol::udp ? maxPacketTextBytes
+                                                                        : unlimitedLineBytes);
 }
 
 } // namespace

@@ -5,13 +5,14 @@
 #include <spdlog/sinks/rotating_file_sink-inl.h>
 
 #include "FileEvents.h"
+#include "ReopeningSink.h"
 #include "SinkBackend.h"
 
 using namespace ZOL::Backends;
 
 namespace {
 
-SinkOptions readOptions(const Settings& settings) {
+WriterOptions readOptions(const Settings& settings) {
     const spdlog::filename_t path = settings.path("path").native();
     const std::size_t size = settings.size("size");
     const auto count = static_cast<std::size_t>(settings.number("count"));
@@ -24,7 +25,7 @@ SinkOptions readOptions(const Settings& settings) {
     options.signals = [events] {
         return events.signals();
     };
-    return options;
+    return writerOptions(options);
 }
 
 } // namespace

@@ -38,10 +38,7 @@ void DropCounter::add(std::string_view reason) noexcept {
     }
 }
 
-void DropCounter::reset() noexcept {
-    if (count_ == 0) {
-        return;
-    }
+void DropCounter::reportAndReset() noexcept {
     try {
         if (reportToStderr(backend_, "works again, lost messages: " + std::to_string(count_))) {
             count_ = 0;

@@ -21,14 +21,23 @@ public:
     /// A message is dropped. The reason is reported for the first message only.
     void add(std::string_view reason) noexcept;
 
+    /// A message is dropped because memory is short.
+    void addOutOfMemory() noexcept { add("there is no memory for them"); }
+
     /// A message has been written: reports the drops before it, and starts at 0 again. If there is
     /// no memory for the report, it is left to the next call.
-    void reset() noexcept;
+    void reset() noexcept {
+        if (count_ != 0) {
+            reportAndReset();
+        }
+    }
 
     /// Reports the drops since the last reset. May run at the same time as other calls.
     void reportAtExit() const noexcept;
 
 private:
+    void reportAndReset() noexcept;
+
     std::string backend_;
     std::atomic<unsigned long long> count_ = 0;
 };

@@ -21,6 +21,7 @@ constexpr const char* off = "OFF";
 constexpr const char* expectedRule = "PREFIX=LEVEL with a level such as INFO, 35 or OFF";
 constexpr const char* expectedSeparator = "rules that are separated by semicolons";
 constexpr long long aboveAllLevels = static_cast<long long>(std::numeric_limits<int>::max()) + 1;
+constexpr long long belowAllLevels = std::numeric_limits<int>::min();
 
 struct NamedLevel {
     const char* name;
@@ -130,16 +131,16 @@ std::optional<InvalidRule> LevelFilter::add(std::string_view rule) {
     return std::nullopt;
 }
 
-bool LevelFilter::isEnabled(std::string_view logger, LoggingLevel level) const {
+long long LevelFilter::minLevel(std::string_view logger) const noexcept {
     const Rule* longest = nullptr;
     for (const Rule& rule : rules_) {
         // The last of several rules with the same prefix applies.
-        if (logger.substr(0, rule.prefix.size()) == rule.prefix &&
+        if (logger.compare(0, rule.prefix.size(), rule.prefix) == 0 &&
             (longest == nullptr || rule.prefix.size() >= longest->prefix.size())) {
             longest = &rule;
         }
     }
-    return longest == nullptr || level >= longest->minLevel;
+    return longest == nullptr ? belowAllLevels : longest->minLevel;
 }
 
 } // namespace ZOL::Backends

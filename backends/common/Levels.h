@@ -30,7 +30,7 @@ struct InvalidRule {
 /// Decides by the name of a logger and the level of a message whether to write the message. Of all
 /// rules whose prefix the logger's name starts with, the one with the longest prefix applies.
 ///
-/// Immutable after construction: any number of threads may call isEnabled.
+/// Immutable after construction: any number of threads may call its functions.
 class LevelFilter {
 public:
     /// No rules: every message is enabled.
@@ -40,7 +40,12 @@ public:
     /// @param invalidRules receives the rules that are not applied.
     LevelFilter(std::string_view rules, std::vector<InvalidRule>& invalidRules);
 
-    bool isEnabled(std::string_view logger, Framework::GenericLogger::LoggingLevel level) const;
+    bool isEnabled(std::string_view logger, Framework::GenericLogger::LoggingLevel level) const {
+        return level >= minLevel(logger);
+    }
+
+    /// The lowest level that is enabled for a logger. Above or below all levels if none or all are.
+    long long minLevel(std::string_view logger) const noexcept;
 
 private:
     struct Rule {

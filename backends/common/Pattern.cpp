@@ -20,6 +20,8 @@ namespace ZOL::Backends {
 namespace {
 
 constexpr std::string_view flags = "aAbBcCdDeEfFhHiIlLmMnNoOpPrRStTuvVWxXyYz%^$";
+/// Of these, the ones whose text is the same for all messages of a second.
+constexpr std::string_view flagsOfASecond = "aAbBcCdDEhHImMNprRSTWxXYz%";
 constexpr int userFacility = 1 << 3;
 
 bool isContinuationByte(char byte) {
@@ -30,6 +32,7 @@ bool isContinuationByte(char byte) {
 struct Flag {
     std::string_view text;
     bool isKnown;
+    bool isOfASecond; ///< whether messages of the same second have the same text there
 };
 
 /// Removes the flag that a pattern begins with.
@@ -53,12 +56,13 @@ Flag takeFlag(std::string_view& pattern) {
         }
     }
     const bool isKnown = flags.find(next()) != std::string_view::npos;
+    const bool isOfASecond = !isKnown || flagsOfASecond.find(next()) != std::string_view::npos;
     do {
         ++size;
     } while (size < pattern.size() && isContinuationByte(pattern[size]));
     const std::string_view text = pattern.substr(0, size);
     pattern.remove_prefix(text.size());
-    return {text, isKnown};
+    return {text, isKnown, isOfASecond};
 }
 
 /// Calls a function for the text before each flag, and another one for the flag.
@@ -74,13 +78,30 @@ void forEachPart(std::string_view pattern, OnText onText, OnFlag onFlag) {
     }
 }
 
-/// The pattern with unknown flags as plain text.
-std::string withPlainUnknownFlags(std::string_view pattern) {
-    std::string result;
+/// A part of a pattern, with unknown flags as plain text.
+struct PatternPart {
+    std::string text;
+    bool isOfASecond;
+};
+
+/// The parts of a pattern, alternately of a second and of a message.
+std::vector<PatternPart> splitPattern(std::string_view pattern) {
+    std::vector<PatternPart> parts;
+    const auto add = [&parts](std::string_view prefix, std::string_view text, bool isOfASecond) {
+        if (parts.empty() || parts.back().isOfASecond != isOfASecond) {
+            parts.push_back({{}, isOfASecond});
+        }
+        parts.back().text.append(prefix).append(text);
+    };
     forEachPart(
-        pattern, [&result](std::string_view text) { result += text; },
-        [&result](const Flag& flag) { result.append(flag.isKnown ? "" : "%").append(flag.text); });
-    return result;
+        pattern,
+        [&add, &parts](std::string_view text) {
+            if (!text.empty()) {
+                add("", text, parts.empty() || parts.back().isOfASecond);
+            }
+        },
+        [&add](const Flag& flag) { add(flag.isKnown ? "" : "%", flag.text, flag.isOfASecond); });
+    return parts;
 }
 
 /// Aligns or truncates what has been appended since begin. Counts characters, not bytes.
@@ -176,6 +197,97 @@ private:
     int minutes_ = 0;
 };
 
+std::unique_ptr<spdlog::formatter> makePartFormatter(const std::string& pattern,
+                                                     spdlog::pattern_time_type timeType,
+                                                     const Record& record) {
+    using Message = spdlog::details::log_msg;
+    using Line = spdlog::memory_buf_t;
+    auto formatter = std::make_unique<spdlog::pattern_formatter>("", timeType, "");
+    const auto add = [&formatter](char flag, const OwnFlag::Append& append) {
+        formatter->add_flag<OwnFlag>(flag, append);
+    };
+    add('v', [&record](const Message&, Line& line) { append(line, record.line); });
+    add('V', [&record](const Message&, Line& line) { append(line, record.text); });
+    add('n', [&record](const Message&, Line& line) { append(line, record.logger); });
+    add('l', [&record](const Message&, Line& line) { append(line, levelName(record.level)); });
+    add('L', [&record](const Message&, Line& line) {
+        append(line, levelName(record.level).substr(0, 1));
+    });
+    add('y', [](const Message& message, Line& line) {
+        append(line, static_cast<std::size_t>(userFacility | syslogPriority(message.level)));
+    });
+    add('t', [](const Message&, Line& line) {
+        // Not that of the message: spdlog stores it, and a child process after fork has another.
+        append(line, spdlog::details::os::_thread_id());
+    });
+    add('N', [name = programName()](const Message&, Line& line) { append(line, name); });
+    add('W', [name = hostName()](const Message&, Line& line) { append(line, name); });
+    add('z', UtcOffset(timeType));
+    formatter->set_pattern(pattern);
+    return formatter;
+}
+
+/// Formats the parts of a pattern one after the other. Those that are the same for all messages of
+/// a second are formatted once a second: they are most of a time stamp, and its costly part.
+class LineFormatter final : public spdlog::formatter {
+public:
+    explicit LineFormatter(std::string lineEnd) : lineEnd_(std::move(lineEnd)) {}
+
+    void add(bool isOfASecond, std::unique_ptr<spdlog::formatter> partFormatter) {
+        parts_.push_back({isOfASecond, std::move(partFormatter), {}});
+    }
+
+    void format(const spdlog::details::log_msg& message, spdlog::memory_buf_t& line) override {
+        const auto second = std::chrono::floor<std::chrono::seconds>(message.time);
+        if (second != second_) {
+            formatSecond(message);
+            second_ = second;
+        }
+        for (const Part& part : parts_) {
+            if (part.isOfASecond) {
+                append(line, part.text);
+            } else {
+                part.formatter->format(message, line);
+            }
+        }
+        append(line, lineEnd_);
+    }
+
+    std::unique_ptr<spdlog::formatter> clone() const override {
+        auto copy = std::make_unique<LineFormatter>(lineEnd_);
+        for (const Part& part : parts_) {
+            copy->add(part.isOfASecond, part.formatter->clone());
+        }
+        return copy;
+    }
+
+private:
+    using Second = std::chrono::time_point<spdlog::log_clock, std::chrono::seconds>;
+
+    struct Part {
+        bool isOfASecond;
+        std::unique_ptr<spdlog::formatter> formatter;
+        std::string text; ///< of the present second
+    };
+
+    /// If it throws, the texts of the parts may be of different seconds, and the next call formats
+    /// them again.
+    void formatSecond(const spdlog::details::log_msg& message) {
+        second_ = Second::min();
+        for (Part& part : parts_) {
+            if (part.isOfASecond) {
+                spdlog::memory_buf_t text;
+                part.formatter->format(message, text);
+                part.text.assign(text.data(), text.size());
+            }
+        }
+    }
+
+    std::string lineEnd_;
+    std::vector<Part> parts_;
+    Second second_ = Second::min();
+};
+
 } // namespace
 
 std::string_view knownFlags() {
@@ -198,30 +310,10 @@ std::vector<std::string> unknownFlags(std::string_view pattern) {
 std::unique_ptr<spdlog::formatter> makeFormatter(std::string_view pattern,
                                                  spdlog::pattern_time_type timeType,
                                                  const std::string& lineEnd, const Record& record) {
-    using Message = spdlog::details::log_msg;
-    using Line = spdlog::memory_buf_t;
-    auto formatter = std::make_unique<spdlog::pattern_formatter>("", timeType, lineEnd);
-    const auto add = [&formatter](char flag, const OwnFlag::Append& append) {
-        formatter->add_flag<OwnFlag>(flag, append);
-    };
-    add('v', [&record](const Message&, Line& line) { append(line, record.line); });
-    add('V', [&record](const Message&, Line& line) { append(line, record.text); });
-    add('n', [&record](const Message&, Line& line) { append(line, record.logger); });
-    add('l', [&record](const Message&, Line& line) { append(line, levelName(record.level)); });
-    add('L', [&record](const Message&, Line& line) {
-        append(line, levelName(record.level).substr(0, 1));
-    });
-    add('y', [](const Message& message, Line& line) {
-        append(line, static_cast<std::size_t>(userFacility | syslogPriority(message.level)));
-    });
-    add('t', [](const Message&, Line& line) {
-        // Not that of the message: spdlog stores it, and a child process after fork has another.
-        append(line, spdlog::details::os::_thread_id());
-    });
-    add('N', [name = programName()](const Message&, Line& line) { append(line, name); });
-    add('W', [name = hostName()](const Message&, Line& line) { append(line, name); });
-    add('z', UtcOffset(timeType));
-    formatter->set_pattern(withPlainUnknownFlags(pattern));
+    auto formatter = std::make_unique<LineFormatter>(lineEnd);
+    for (const PatternPart& part : splitPattern(pattern)) {
+        formatter->add(part.isOfASecond, makePartFormatter(part.text, timeType, record));
+    }
     return formatter;
 }
 

@@ -16,25 +16,24 @@ const char* const platformLineEnd = spdlog::details::os::default_eol;
 namespace {
 
 constexpr const char* retryPending = "it is not time yet to try again";
-constexpr const char* outOfMemory = "there is no memory for them";
 constexpr const char* unknownReason = "for a reason unknown";
 
 } // namespace
 
-ReopeningSink::ReopeningSink(std::string_view backend, std::string pattern,
-                             const SinkOptions& options, spdlog::pattern_time_type timeType)
-    : options_(options), pattern_(std::move(pattern)), timeType_(timeType), drops_(backend) {}
+WriterOptions writerOptions(const SinkOptions& options, std::size_t maxLineBytes) {
+    return {[options](const WriterContext& context) {
+                return std::make_unique<ReopeningSink>(context, options);
+            },
+            maxLineBytes};
+}
+
+ReopeningSink::ReopeningSink(const WriterContext& context, SinkOptions options)
+    : options_(std::move(options)),
+      pattern_(context.pattern),
+      timeType_(context.timeType),
+      drops_(context.drops) {}
 
 ReopeningSink::~ReopeningSink() = default;
-
-void ReopeningSink::reconfigure(std::string pattern, SinkOptions options,
-                                spdlog::pattern_time_type timeType) noexcept {
-    sink_.reset();
-    pattern_ = std::move(pattern);
-    options_ = std::move(options);
-    timeType_ = timeType;
-    nextOpening_ = Clock::time_point::min();
-}
 
 void ReopeningSink::openSink() {
     try {
@@ -46,10 +45,6 @@ void ReopeningSink::openSink() {
         throw;
     }
     startRetryInterval();
-}
-
-void ReopeningSink::countOutOfMemory() noexcept {
-    drops_.add(outOfMemory);
 }
 
 void ReopeningSink::write(const Record& record) noexcept {
@@ -91,7 +86,7 @@ void ReopeningSink::write(const Record& record) noexcept {
         // The sink may be half open. The next message opens it: its partner has not failed.
         sink_.reset();
         nextOpening_ = Clock::time_point::min();
-        countOutOfMemory();
+        drops_.addOutOfMemory();
     } catch (const std::exception& error) {
         signalBlock.writeFailed();
         sink_.reset();

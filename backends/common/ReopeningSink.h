@@ -3,16 +3,15 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 #include <spdlog/fwd.h>
 
 #include "Diagnostics.h"
 #include "Pattern.h"
+#include "RecordWriter.h"
 #include "ScopedSignalBlock.h"
 
 namespace ZOL::Backends {
@@ -30,45 +29,31 @@ using SinkFactory = std::function<std::unique_ptr<spdlog::sinks::sink>()>;
 /// The line end of the platform.
 extern const char* const platformLineEnd;
 
-/// What differs from one back end to another.
+/// What differs from one sink to another.
 struct SinkOptions {
     SinkFactory factory;
     const char* lineEnd = platformLineEnd;
     /// From one attempt to open to the next, and after a timeout. Counted from the end of an
     /// attempt, which may itself take long.
     std::chrono::milliseconds retryInterval = std::chrono::seconds(1);
-    /// Limit for %v, which is "LEVEL [logger] text"; longer lines are truncated. Without a limit, a
-    /// line that is too long for the sink would close it, and the next messages would be dropped.
-    std::size_t maxLineBytes = std::numeric_limits<std::size_t>::max();
     /// The signals that the sink can raise at the moment; asked before each message. A sink that
     /// raises none needs no function.
     std::function<WriteSignals()> signals;
 };
 
+/// The options of a back end that writes to a sink.
+WriterOptions writerOptions(const SinkOptions& options,
+                            std::size_t maxLineBytes = unlimitedLineBytes);
+
 /// Writes to a sink, and opens the sink again after a failure, at most once per retry interval.
-/// Messages in between are dropped and counted. No function throws.
-///
-/// Calls are serialised by the caller, except reportDropsAtExit.
-class ReopeningSink {
+/// Messages in between are dropped and counted.
+class ReopeningSink final : public RecordWriter {
 public:
-    ReopeningSink(std::string_view backend, std::string pattern, const SinkOptions& options,
-                  spdlog::pattern_time_type timeType = spdlog::pattern_time_type::local);
-    ReopeningSink(const ReopeningSink&) = delete;
-    ReopeningSink& operator=(const ReopeningSink&) = delete;
-    ~ReopeningSink();
+    ReopeningSink(const WriterContext& context, SinkOptions options);
+    ~ReopeningSink() override;
 
     /// Writes one message and flushes it.
-    void write(const Record& record) noexcept;
-
-    /// Counts a message that was dropped before it came here, because memory was short.
-    void countOutOfMemory() noexcept;
-
-    /// Closes the sink. The next message opens it with this pattern and these options, at once.
-    /// The count of dropped messages stays.
-    void reconfigure(std::string pattern, SinkOptions options,
-                     spdlog::pattern_time_type timeType) noexcept;
-
-    void reportDropsAtExit() const noexcept { drops_.reportAtExit(); }
+    void write(const Record& record) noexcept override;
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -82,7 +67,7 @@ private:
     Record record_; ///< the message that is written
     Clock::time_point nextOpening_ = Clock::time_point::min();
     std::unique_ptr<spdlog::sinks::sink> sink_;
-    DropCounter drops_;
+    DropCounter& drops_;
 };
 
 } // namespace ZOL::Backends

@@ -12,6 +12,11 @@ namespace ZOL::Backends {
 
 namespace {
 
+/// Memory that is kept for the lines of the next messages.
+constexpr std::size_t maxKeptBytes = 64 * 1024;
+/// Of " [" and "] " around the logger.
+constexpr std::size_t separatorsSize = 4;
+
 /// Reports the unknown flags of the pattern in one line.
 std::string readPattern(const Settings& settings) {
     std::string pattern = settings.text("pattern");
@@ -35,48 +40,48 @@ spdlog::pattern_time_type readTimeType(const Settings& settings) {
 
 } // namespace
 
-SinkConfiguration::SinkConfiguration(Settings readSettings, const OptionsReader& readOptions)
-    : settings(std::move(readSettings)),
-      options(readOptions(settings)),
-      maxLineBytes(options.maxLineBytes),
-      filter(settings.levels("levels")),
-      pattern(readPattern(settings)),
-      timeType(readTimeType(settings)) {}
+BackendConfiguration::BackendConfiguration(Settings readSettings, const OptionsReader& readOptions,
+                                           DropCounter& drops)
+    : settings(std::move(readSettings)), filter(settings.levels("levels")) {
+    const WriterOptions options = readOptions(settings);
+    maxLineBytes = options.maxLineBytes;
+    writer =
+        options.factory({settings.backend(), readPattern(settings), readTimeType(settings), drops});
+}
 
-SinkChannel::SinkChannel(const char* logger, ReopeningSink& sink,
-                         const SinkConfiguration& configuration)
-    : logger_(logger),
+SinkChannel::SinkChannel(const char* logger, SinkBackend& backend)
+    : backend_(backend),
+      logger_(logger),
       escapedLogger_(escaped(logger)),
-      bracketedLogger_(" [" + escapedLogger_ + "] "),
-      sink_(sink),
-      configuration_(configuration) {}
+      prefixLevel_(Framework::GenericLogger::LOG_LEVEL_DEFAULT) {
+    setPrefix(prefixLevel_);
+}
+
+void SinkChannel::setPrefix(Framework::GenericLogger::LoggingLevel level) {
+    const std::string name = levelName(level);
+    prefix_.reserve(name.size() + escapedLogger_.size() + separatorsSize);
+    prefix_.assign(name).append(" [").append(escapedLogger_).append("] ");
+    prefixLevel_ = level;
+}
 
 void SinkChannel::log(Framework::GenericLogger::LoggingLevel level, const char* text) {
+    if (level < minLevel_) {
+        return;
+    }
     try {
-        if (!configuration_.filter.isEnabled(logger_, level)) {
-            return;
+        if (level != prefixLevel_) {
+            setPrefix(level);
         }
-        const std::string_view message = text;
-        const std::string name = levelName(level);
-        std::string line;
-        line.reserve(name.size() + bracketedLogger_.size() + message.size());
-        line.append(name).append(bracketedLogger_);
-        const std::size_t prefixSize = line.size();
-        appendEscaped(line, message);
-        truncateEscaped(line, configuration_.maxLineBytes);
-        const std::string_view lineView = line;
-        sink_.write(
-            {level, escapedLogger_, line, lineView.substr(std::min(prefixSize, lineView.size()))});
+        backend_.write(level, escapedLogger_, prefix_, text);
     } catch (...) {
-        sink_.countOutOfMemory(); // the host must not see an exception
+        backend_.countOutOfMemory(); // the host must not see an exception
     }
 }
 
 SinkBackend::SinkBackend(Settings settings, OptionsReader readOptions)
     : readOptions_(std::move(readOptions)),
-      configuration_(std::move(settings), readOptions_),
-      sink_(configuration_.settings.backend(), configuration_.pattern, configuration_.options,
-            configuration_.timeType) {}
+      drops_(settings.backend()),
+      configuration_(std::move(settings), readOptions_, drops_) {}
 
 void SinkBackend::update(Settings settings) {
     if (nextConfiguration_ != nullptr && settings.hasSameValues(nextConfiguration_->settings)) {
@@ -86,14 +91,29 @@ void SinkBackend::update(Settings settings) {
         nextConfiguration_.reset();
         return;
     }
-    nextConfiguration_ = std::make_unique<SinkConfiguration>(std::move(settings), readOptions_);
+    nextConfiguration_ =
+        std::make_unique<BackendConfiguration>(std::move(settings), readOptions_, drops_);
 }
 
 void SinkBackend::applyUpdate() noexcept {
     configuration_ = std::move(*nextConfiguration_);
     nextConfiguration_.reset();
-    sink_.reconfigure(std::move(configuration_.pattern), std::move(configuration_.options),
-                      configuration_.timeType);
+    for (const auto& channel : channels_) {
+        channel.second->applyFilter(configuration_.filter);
+    }
+}
+
+void SinkBackend::write(Framework::GenericLogger::LoggingLevel level, std::string_view logger,
+                        std::string_view prefix, std::string_view text) {
+    line_.assign(prefix);
+    appendEscaped(line_, text);
+    truncateEscaped(line_, configuration_.maxLineBytes);
+    const std::string_view line = line_;
+    configuration_.writer->write(
+        {level, logger, line, line.substr(std::min(prefix.size(), line.size()))});
+    if (line_.capacity() > maxKeptBytes) {
+        line_ = std::string();
+    }
 }
 
 Framework::GenericLogger::LoggingChannel* SinkBackend::createChannel(const char* name) {
@@ -103,7 +123,8 @@ Framework::GenericLogger::LoggingChannel* SinkBackend::createChannel(const char*
     try {
         std::unique_ptr<SinkChannel>& channel = channels_[name];
         if (channel == nullptr) {
-            channel = std::make_unique<SinkChannel>(name, sink_, configuration_);
+            channel = std::make_unique<SinkChannel>(name, *this);
+            channel->applyFilter(configuration_.filter);
         }
         return channel.get();
     } catch (...) {

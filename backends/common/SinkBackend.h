@@ -5,50 +5,59 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "ZOL/Framework/GenericLogger/LoggerBackend.h"
 #include "ZOL/Framework/GenericLogger/LoggingChannel.h"
 
+#include "Diagnostics.h"
 #include "Levels.h"
-#include "ReopeningSink.h"
+#include "RecordWriter.h"
 #include "Settings.h"
 
 namespace ZOL::Backends {
 
-/// Describes the sink of a back end by its settings.
-using OptionsReader = std::function<SinkOptions(const Settings& settings)>;
+/// Describes the writer of a back end by its settings.
+using OptionsReader = std::function<WriterOptions(const Settings& settings)>;
 
 /// What the settings of a back end mean.
-struct SinkConfiguration {
-    SinkConfiguration(Settings readSettings, const OptionsReader& readOptions);
+struct BackendConfiguration {
+    BackendConfiguration(Settings readSettings, const OptionsReader& readOptions,
+                         DropCounter& drops);
 
     Settings settings;
-    SinkOptions options;
-    std::size_t maxLineBytes; ///< also if the options have been moved to the sink
     LevelFilter filter;
-    std::string pattern;
-    spdlog::pattern_time_type timeType;
+    std::size_t maxLineBytes;
+    std::unique_ptr<RecordWriter> writer;
 };
 
+class SinkBackend;
+
 /// The channel of one logger. Makes each message one line of valid UTF-8, "LEVEL [logger] text",
-/// which is %v in the sink's pattern.
+/// which is %v in the pattern.
 class SinkChannel final : public Framework::GenericLogger::LoggingChannel {
 public:
-    /// The sink and the configuration belong to the back end and outlive its channels.
-    SinkChannel(const char* logger, ReopeningSink& sink, const SinkConfiguration& configuration);
+    /// The back end outlives its channels.
+    SinkChannel(const char* logger, SinkBackend& backend);
 
     void release() override {}
     void log(Framework::GenericLogger::LoggingLevel level, const char* text) override;
 
+    /// Takes over the back end's level for this logger.
+    void applyFilter(const LevelFilter& filter) noexcept { minLevel_ = filter.minLevel(logger_); }
+
 private:
+    void setPrefix(Framework::GenericLogger::LoggingLevel level);
+
+    SinkBackend& backend_;
     std::string logger_;
     std::string escapedLogger_;
-    std::string bracketedLogger_; ///< " [logger] "
-    ReopeningSink& sink_;
-    const SinkConfiguration& configuration_;
+    std::string prefix_; ///< "LEVEL [logger] ": most messages have the level of the one before
+    Framework::GenericLogger::LoggingLevel prefixLevel_;
+    long long minLevel_ = 0;
 };
 
-/// A back end that writes to one sink. The framework's logging lock serialises its calls.
+/// A ready-made back end. The framework's logging lock serialises its calls.
 class SinkBackend final : public Framework::GenericLogger::LoggerBackend {
 public:
     SinkBackend(Settings settings, OptionsReader readOptions);
@@ -61,16 +70,25 @@ public:
     /// Returns the same channel for the same name; null if out of memory.
     Framework::GenericLogger::LoggingChannel* createChannel(const char* name) override;
 
-    void reportDropsAtExit() const noexcept { sink_.reportDropsAtExit(); }
+    void countOutOfMemory() noexcept { drops_.addOutOfMemory(); }
+
+    void reportDropsAtExit() const noexcept { drops_.reportAtExit(); }
 
 private:
+    friend class SinkChannel;
+
     void applyUpdate() noexcept;
 
+    /// Writes a message of a channel. The prefix is that of its line, see SinkChannel.
+    void write(Framework::GenericLogger::LoggingLevel level, std::string_view logger,
+               std::string_view prefix, std::string_view text);
+
     OptionsReader readOptions_;
-    SinkConfiguration configuration_;
-    std::unique_ptr<SinkConfiguration> nextConfiguration_; ///< null if nothing has changed
-    ReopeningSink sink_;
+    DropCounter drops_;
+    BackendConfiguration configuration_;
+    std::unique_ptr<BackendConfiguration> nextConfiguration_; ///< null if nothing has changed
     std::map<std::string, std::unique_ptr<SinkChannel>> channels_;
+    std::string line_; ///< kept from one message to the next for its memory
 };
 
 /// What createBackend of a plug-in does: creates the one back end of this module, and later returns

@@ -1,6 +1,8 @@
 #include "Text.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <iterator>
 
 #include <utf8.h>
@@ -39,6 +41,29 @@ bool isAscii(char character) {
 bool isPlain(char character) {
     const auto byte = static_cast<unsigned char>(character);
     return (byte >= firstPrintable && byte < deleteCharacter) || byte == '\t';
+}
+
+/// Whether all eight bytes are plain, without a look at each of them. A tab counts as not plain
+/// here.
+bool areEightPlain(const char* text) {
+    constexpr std::uint64_t ones = 0x0101010101010101U;
+    constexpr std::uint64_t highBits = 0x8080808080808080U;
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, text, sizeof(bytes));
+    // The high bit of each byte: of the byte itself, or borrowed below a blank, or of a zero byte
+    // where the byte is that of Delete. A borrow can mark a byte too many, but none too few.
+    const std::uint64_t belowBlank = bytes - ones * firstPrintable;
+    const std::uint64_t likeDelete = (bytes ^ (ones * deleteCharacter)) - ones;
+    return ((bytes | belowBlank | likeDelete) & highBits) == 0;
+}
+
+/// The end of the plain text that begins here.
+const char* plainEnd(const char* begin, const char* end) {
+    while (end - begin >= static_cast<std::ptrdiff_t>(sizeof(std::uint64_t)) &&
+           areEightPlain(begin)) {
+        begin += sizeof(std::uint64_t);
+    }
+    return std::find_if_not(begin, end, isPlain);
 }
 
 /// Of characters beyond ASCII.
@@ -156,7 +181,7 @@ void appendEscaped(std::string& line, std::string_view text) {
     for (const char* next = unwritten; next != end;) {
         const char* const begin = next;
         if (isPlain(*begin)) {
-            next = std::find_if_not(begin, end, isPlain);
+            next = plainEnd(begin, end);
         } else if (isAscii(*begin)) {
             ++next;
             line.append(unwritten, begin);

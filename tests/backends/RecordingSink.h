@@ -8,6 +8,7 @@
 #include <spdlog/details/null_mutex.h>
 #include <spdlog/sinks/base_sink.h>
 
+#include "ReopeningSink.h"
 #include "SinkBackend.h"
 
 /// What a sink has been given.
@@ -36,15 +37,14 @@ private:
 };
 
 /// Options of a back end that writes to a RecordingSink.
-inline ZOL::Backends::SinkOptions recordingOptions(std::vector<RecordedLine>& lines,
-                                                   std::size_t maxLineBytes = 1000) {
+inline ZOL::Backends::WriterOptions recordingOptions(std::vector<RecordedLine>& lines,
+                                                     std::size_t maxLineBytes = 1000) {
     ZOL::Backends::SinkOptions options;
     options.factory = [&lines] {
         return std::make_unique<RecordingSink>(lines);
     };
     options.lineEnd = "";
-    options.maxLineBytes = maxLineBytes;
-    return options;
+    return writerOptions(options, maxLineBytes);
 }
 
 /// A back end named Test that writes to a RecordingSink.

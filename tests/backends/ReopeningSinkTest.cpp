@@ -65,7 +65,7 @@ protected:
             return std::make_unique<FakeSink>(state);
         };
         options.retryInterval = retryInterval;
-        return ReopeningSink("Test", "%v", options);
+        return ReopeningSink({"Test", "%v", spdlog::pattern_time_type::local, drops}, options);
     }
 
     static void write(ReopeningSink& sink, const char* text) {
@@ -75,6 +75,7 @@ protected:
     }
 
     SinkState state;
+    DropCounter drops{"Test"};
 };
 
 TEST_F(ReopeningSinkTest, OpensAtTheFirstMessageAndFlushesEachMessage) {

@@ -8,6 +8,7 @@
 #include <spdlog/sinks/base_sink.h>
 
 #include "Property.h"
+#include "ReopeningSink.h"
 
 using namespace ZOL::Backends;
 using namespace ZOL::Framework::GenericLogger;
@@ -41,7 +42,7 @@ protected:
     void flush_() override {}
 };
 
-SinkOptions readOptions(const Settings& settings) {
+WriterOptions readOptions(const Settings& settings) {
     static_cast<void>(settings.choice("colour"));
     SinkOptions options;
     options.factory = [] {
@@ -49,8 +50,7 @@ SinkOptions readOptions(const Settings& settings) {
     };
     options.lineEnd = ";";
     options.retryInterval = std::chrono::hours(1);
-    options.maxLineBytes = maxLineBytes;
-    return options;
+    return writerOptions(options, maxLineBytes);
 }
 
 /// A back end with the settings of Console.

@@ -8,6 +8,7 @@
 #include <spdlog/sinks/base_sink.h>
 
 #include "Process.h"
+#include "ReopeningSink.h"
 #include "SinkBackend.h"
 #include "SyslogPriority.h"
 #include "linux/LogSocket.h"
@@ -50,14 +51,13 @@ private:
     LogSocket socket_;
 };
 
-SinkOptions readOptions(const Settings&) {
+WriterOptions readOptions(const Settings&) {
     SinkOptions options;
     options.factory = [] {
         return std::make_unique<JournalSink>();
     };
     options.lineEnd = "";
-    options.maxLineBytes = LogSocket::maxTextBytes;
-    return options;
+    return writerOptions(options, LogSocket::maxTextBytes);
 }
 
 } // namespace

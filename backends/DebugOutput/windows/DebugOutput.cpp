@@ -9,6 +9,7 @@
 #include <spdlog/sinks/base_sink.h>
 #include <windows.h>
 
+#include "ReopeningSink.h"
 #include "SinkBackend.h"
 #include "Text.h"
 
@@ -39,13 +40,13 @@ private:
     void flush_() override {}
 };
 
-SinkOptions readOptions(const Settings&) {
+WriterOptions readOptions(const Settings&) {
     SinkOptions options;
     options.factory = [] {
         return std::make_unique<DebuggerSink>();
     };
     options.lineEnd = "\n";
-    return options;
+    return writerOptions(options);
 }
 
 } // namespace

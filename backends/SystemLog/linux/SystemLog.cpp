@@ -11,6 +11,7 @@
 #include <syslog.h>
 
 #include "Process.h"
+#include "ReopeningSink.h"
 #include "SinkBackend.h"
 #include "SyslogPriority.h"
 #include "linux/LogSocket.h"
@@ -64,7 +65,7 @@ private:
     LogSocket socket_;
 };
 
-SinkOptions readOptions(const Settings& settings) {
+WriterOptions readOptions(const Settings& settings) {
     const std::string name = settings.text("source");
     const int facility = facilityCode(settings.choice("facility"));
     SinkOptions options;
@@ -72,8 +73,7 @@ SinkOptions readOptions(const Settings& settings) {
         return std::make_unique<SystemLogSink>(name, facility);
     };
     options.lineEnd = "";
-    options.maxLineBytes = LogSocket::maxTextBytes;
-    return options;
+    return writerOptions(options, LogSocket::maxTextBytes);
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <spdlog/sinks/base_sink.h>
 #include <windows.h>
 
+#include "ReopeningSink.h"
 #include "SinkBackend.h"
 #include "Text.h"
 
@@ -86,15 +87,14 @@ private:
     HANDLE log_;
 };
 
-SinkOptions readOptions(const Settings& settings) {
+WriterOptions readOptions(const Settings& settings) {
     const std::string source = settings.text("source");
     SinkOptions options;
     options.factory = [source] {
         return std::make_unique<EventLogSink>(source);
     };
     options.lineEnd = "";
-    options.maxLineBytes = maxEventBytes;
-    return options;
+    return writerOptions(options, maxEventBytes);
 }
 
 } // namespace
