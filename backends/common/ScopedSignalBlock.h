@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdio>
-
 namespace ZOL::Backends {
 
 /// Which signals a write can raise. Each of them ends a process by default.
@@ -10,11 +8,7 @@ struct WriteSignals {
     bool fileSize = false; ///< SIGXFSZ: the file would exceed the size limit of the process
 };
 
-/// Which signals a write to an open file can raise at the moment. The answer for SIGPIPE never
-/// changes; the host may change its file size limit at any time. No signals exist on Windows.
-WriteSignals signalsOf(std::FILE* file) noexcept;
-
-/// Whether the process has a file size limit at the moment.
+/// Whether the process has a file size limit at the moment. False on Windows.
 bool isFileSizeLimited() noexcept;
 
 /// Blocks signals for the current thread, so that a write that would raise them fails instead. The

@@ -12,6 +12,7 @@
 
 #include "Diagnostics.h"
 #include "NearestWord.h"
+#include "Process.h"
 #include "Text.h"
 
 namespace ZOL::Backends {
@@ -47,13 +48,13 @@ unsigned shiftOf(char suffix) {
     }
 }
 
-std::optional<std::size_t> parseSize(std::string_view text) {
+std::optional<std::size_t> parseSize(std::string_view text, long long min) {
     const unsigned shift = text.empty() ? 0 : shiftOf(text.back());
     if (shift != 0) {
         text.remove_suffix(1);
     }
     std::size_t number = 0;
-    if (!parse(text, number) || number == 0 ||
+    if (!parse(text, number) || number < static_cast<std::size_t>(min) ||
         number > std::numeric_limits<std::size_t>::max() >> shift) {
         return std::nullopt;
     }
@@ -68,6 +69,50 @@ NativePath nativePath(const Text& text) {
     } else {
         return utf8(text);
     }
+}
+
+/// A text in braces that a path may contain, and what it stands for.
+struct Placeholder {
+    std::string_view name;
+    std::string value;
+};
+
+/// Replaces the placeholders of a path. Unknown ones stay, and are appended to the second argument.
+WideString replacePlaceholders(const WideString& path, const std::vector<Placeholder>& placeholders,
+                               std::string& unknown) {
+    WideString result;
+    std::size_t next = 0;
+    for (std::size_t begin = 0; (begin = path.find(u'{', next)) != WideString::npos;) {
+        const std::size_t end = path.find(u'}', begin);
+        if (end == WideString::npos) {
+            break;
+        }
+        const std::string name = utf8(path.substr(begin + 1, end - begin - 1));
+        const auto found = std::find_if(
+            placeholders.begin(), placeholders.end(),
+            [&name](const Placeholder& placeholder) { return placeholder.name == name; });
+        result.append(path, next, begin - next);
+        if (found != placeholders.end()) {
+            result += utf16(found->value);
+        } else {
+            result.append(path, begin, end + 1 - begin);
+            unknown.append(unknown.empty() ? "{" : ", {").append(name).append("}");
+        }
+        next = end + 1;
+    }
+    return result.append(path, next, WideString::npos);
+}
+
+std::optional<unsigned> parseMode(std::string_view text) {
+    constexpr int octal = 8;
+    constexpr unsigned maxMode = 0777;
+    unsigned mode = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, mode, octal);
+    if (error != std::errc() || rest != end || mode > maxMode) {
+        return std::nullopt;
+    }
+    return mode;
 }
 
 bool isValidText(SettingType type, const std::string& value) {
@@ -155,7 +200,19 @@ std::filesystem::path Settings::path(std::string_view setting) const {
     const WideString* const value = valueOf(row);
     if (value != nullptr && !value->empty() &&
         value->find(WideString::value_type()) == WideString::npos) {
-        return nativePath(*value);
+        std::string unknown;
+        const WideString replaced = replacePlaceholders(*value,
+                                                        {{"pid", std::to_string(processId())},
+                                                         {"program", programName()},
+                                                         {"instance", backend_}},
+                                                        unknown);
+        if (!unknown.empty()) {
+            reportToStderr(backend_, "the property " + backend_ + "." + std::string(row.name) +
+                                         " contains " + unknown +
+                                         " and not only {pid}, {program} and {instance}; using " +
+                                         unknown + " as it is");
+        }
+        return nativePath(replaced);
     }
     const std::string fallback = defaultOf(row);
     if (value != nullptr) {
@@ -164,29 +221,49 @@ std::filesystem::path Settings::path(std::string_view setting) const {
     return fallback;
 }
 
-long long Settings::number(std::string_view setting) const {
-    const Setting& row = find(setting, {SettingType::number});
+std::optional<long long> Settings::readNumber(const Setting& row) const {
     const std::optional<std::string> value = textOf(row);
-    long long number = 0;
-    if (value && parse(*value, number) && number >= row.min && number <= row.max) {
-        return number;
-    }
     const std::string fallback = defaultOf(row);
+    long long number = 0;
     if (value) {
-        reportInvalid(row, *value, expectedValue(row), fallback);
+        if (parse(*value, number) && number >= row.min && number <= row.max) {
+            return number;
+        }
+        reportInvalid(row, *value, expectedValue(row),
+                      fallback.empty() ? std::string(row.defaultHelp) : fallback);
     }
-    parse(fallback, number);
-    return number;
+    return parse(fallback, number) ? std::optional<long long>(number) : std::nullopt;
+}
+
+long long Settings::number(std::string_view setting) const {
+    return readNumber(find(setting, {SettingType::number})).value();
+}
+
+std::optional<long long> Settings::optionalNumber(std::string_view setting) const {
+    return readNumber(find(setting, {SettingType::number}));
+}
+
+std::optional<unsigned> Settings::mode(std::string_view setting) const {
+    const Setting& row = find(setting, {SettingType::mode});
+    const std::optional<std::string> value = textOf(row);
+    if (!value) {
+        return std::nullopt;
+    }
+    const std::optional<unsigned> mode = parseMode(*value);
+    if (!mode) {
+        reportInvalid(row, *value, expectedValue(row), std::string(row.defaultHelp));
+    }
+    return mode;
 }
 
 std::size_t Settings::size(std::string_view setting) const {
     const Setting& row = find(setting, {SettingType::size});
     const std::optional<std::string> value = textOf(row);
-    const std::optional<std::size_t> size = value ? parseSize(*value) : std::nullopt;
+    const std::optional<std::size_t> size = value ? parseSize(*value, row.min) : std::nullopt;
     if (size) {
         return *size;
     }
-    const std::size_t fallback = parseSize(defaultOf(row)).value();
+    const std::size_t fallback = parseSize(defaultOf(row), row.min).value();
     if (value) {
         reportInvalid(row, *value, expectedValue(row), std::to_string(fallback));
     }

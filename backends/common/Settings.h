@@ -29,14 +29,26 @@ public:
 
     const std::string& backend() const { return backend_; }
 
+    /// Whether the back end has this setting on this platform.
+    bool has(std::string_view setting) const { return table_->find(backend_, setting) != nullptr; }
+
     /// A text, pattern, tag or event source, in UTF-8.
     std::string text(std::string_view setting) const;
 
+    /// The name of a file. {pid}, {program} and {instance} in it are replaced by the number of this
+    /// process, the name of the program and the name of the back end; anything else in braces
+    /// stays, and is reported.
     std::filesystem::path path(std::string_view setting) const;
 
     long long number(std::string_view setting) const;
 
-    /// A number of bytes from 1 on. A suffix K, M or G multiplies by a power of 1024.
+    /// A number whose setting has no default, or nothing.
+    std::optional<long long> optionalNumber(std::string_view setting) const;
+
+    /// The permissions of a file, or nothing.
+    std::optional<unsigned> mode(std::string_view setting) const;
+
+    /// A number of bytes. A suffix K, M or G multiplies by a power of 1024.
     std::size_t size(std::string_view setting) const;
 
     /// One of the choices in the table, as it is written there.
@@ -53,6 +65,8 @@ private:
     const Setting& find(std::string_view setting, std::initializer_list<SettingType> types) const;
     const WideString* valueOf(const Setting& setting) const;
     std::optional<std::string> textOf(const Setting& setting) const;
+    /// The number of the property or else of the default, if there is one.
+    std::optional<long long> readNumber(const Setting& setting) const;
     void reportInvalid(const Setting& setting, const std::string& value,
                        const std::string& expected, const std::string& used,
                        std::string_view suggestion = {}) const;

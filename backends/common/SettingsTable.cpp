@@ -20,6 +20,21 @@ constexpr Setting number(std::string_view backend, std::string_view name,
             min,     max};
 }
 
+constexpr Setting size(std::string_view backend, std::string_view name,
+                       std::string_view defaultValue, std::string_view help) {
+    return {backend, name, SettingType::size, SettingPlatform::any, help, defaultValue, {}};
+}
+
+constexpr Setting fileMode(std::string_view backend) {
+    return {backend,
+            "mode",
+            SettingType::mode,
+            SettingPlatform::onLinux,
+            "the permissions of new files, regardless of the umask",
+            {},
+            {}};
+}
+
 template <std::size_t count>
 constexpr Setting choice(std::string_view backend, std::string_view name,
                          const std::string_view (&choices)[count], std::string_view help) {
@@ -41,6 +56,20 @@ constexpr std::string_view timeStampedPattern = "%Y-%m-%d %H:%M:%S.%e %^%v%$";
 /// The header of a line for collectors that expect the syslog format. A line that began with the
 /// time would be misread by them: they take digits at its begin for its length.
 constexpr std::string_view syslogPattern = "<%y>%Y-%m-%dT%H:%M:%S.%e%z %W %N[%P]: %v";
+constexpr std::string_view pathHelp =
+    "the file. A relative path starts at the current folder. Missing folders are created. {pid}, "
+    "{program} and {instance} are replaced";
+constexpr std::string_view sizeHelp =
+    "the maximum size of a file in bytes. K, M and G are powers of 1024. 0 is no limit";
+constexpr std::string_view hourHelp = "the hour of the local time at which a new file begins";
+constexpr std::string_view minuteHelp = "the minute of that hour";
+constexpr std::string_view countHelp = "how many older files are kept. 0 is no limit";
+constexpr std::string_view daysHelp =
+    "for how many days older files are kept, each of 24 hours. 0 is no limit";
+constexpr std::string_view bytesHelp = "the maximum size of all files together. 0 is no limit";
+constexpr std::string_view defaultModeHelp = "0640 less the umask";
+constexpr long long maxCount = 100000;
+constexpr long long maxDays = 10000;
 constexpr std::string_view times[] = {"local", "utc"};
 constexpr std::string_view colours[] = {"auto", "always", "never"};
 constexpr std::string_view protocols[] = {"tcp", "udp"};
@@ -63,20 +92,23 @@ constexpr Setting rows[] = {
 
     choice("Console", "colour", colours, "when lines are coloured. auto is on a terminal"),
 
-    text(SettingType::path, "RotatingFile", "path", "zol.log",
-         "the file. A relative path starts at the current folder. Missing folders are created"),
-    text(SettingType::size, "RotatingFile", "size", "10M",
-         "the maximum size of a file in bytes, at least 1. K, M and G are powers of 1024"),
-    number("RotatingFile", "count", "5", 0, 1000, // each rotation renames all files
-           "how many older files are kept"),
+    text(SettingType::path, "RotatingFile", "path", "zol.log", pathHelp),
+    size("RotatingFile", "size", "10M", sizeHelp),
+    withDefaultHelp(number("RotatingFile", "hour", "", 0, 23, hourHelp), "at no time of day"),
+    number("RotatingFile", "minute", "0", 0, 59, minuteHelp),
+    number("RotatingFile", "count", "5", 0, maxCount, countHelp),
+    number("RotatingFile", "days", "0", 0, maxDays, daysHelp),
+    size("RotatingFile", "bytes", "0", bytesHelp),
+    withDefaultHelp(fileMode("RotatingFile"), defaultModeHelp),
 
-    text(SettingType::path, "DailyFile", "path", "zol.log",
-         "the file, as for RotatingFile. The date is inserted before the last dot"),
-    number("DailyFile", "hour", "0", 0, 23,
-           "the hour of the local time at which a new file begins"),
-    number("DailyFile", "minute", "0", 0, 59,
-           "the minute of the local time at which a new file begins"),
-    number("DailyFile", "days", "0", 0, 10000, "how many files are kept. 0 keeps all files"),
+    text(SettingType::path, "DailyFile", "path", "zol.log", "the file, as for RotatingFile"),
+    size("DailyFile", "size", "0", "the maximum size of a file, as for RotatingFile"),
+    number("DailyFile", "hour", "0", 0, 23, hourHelp),
+    number("DailyFile", "minute", "0", 0, 59, minuteHelp),
+    number("DailyFile", "count", "0", 0, maxCount, countHelp),
+    number("DailyFile", "days", "0", 0, maxDays, daysHelp),
+    size("DailyFile", "bytes", "0", bytesHelp),
+    withDefaultHelp(fileMode("DailyFile"), defaultModeHelp),
 
     only(SettingPlatform::onLinux, withDefaultHelp(text(SettingType::tag, "SystemLog", "source", "",
                                                         "the name of the sender"),
@@ -124,7 +156,10 @@ std::string expectedValue(const Setting& setting) {
         return "a number from " + std::to_string(setting.min) + " to " +
                std::to_string(setting.max);
     case SettingType::size:
-        return "a size such as 4096, 500K, 10M or 1G";
+        return setting.min == 0 ? "a size such as 4096, 500K, 10M or 1G, or 0"
+                                : "a size such as 4096, 500K, 10M or 1G";
+    case SettingType::mode:
+        return "an octal number from 0 to 0777 such as 0640";
     case SettingType::choice: {
         std::string expected = "one of ";
         for (std::size_t i = 0; i < setting.choiceCount; ++i) {

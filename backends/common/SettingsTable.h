@@ -11,7 +11,8 @@ enum class SettingType {
     text,        ///< any text that is not empty
     path,        ///< the name of a file
     number,      ///< an integer from min to max
-    size,        ///< a number of bytes
+    size,        ///< a number of bytes, from min on
+    mode,        ///< permissions of a file on Linux
     choice,      ///< one of the choices, in any case
     levels,      ///< rules of a LevelFilter
     pattern,     ///< the form of a line

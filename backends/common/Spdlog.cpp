@@ -6,7 +6,6 @@
 #endif
 
 #include <spdlog/common-inl.h>
-#include <spdlog/details/file_helper-inl.h>
 #include <spdlog/details/log_msg-inl.h>
 #include <spdlog/details/os-inl.h>
 #include <spdlog/pattern_formatter-inl.h>

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <filesystem>
@@ -13,6 +12,7 @@
 
 #include "FreshFolder.h"
 #include "Property.h"
+#include "RotatedFiles.h"
 #include "TextShape.h"
 
 using namespace ZOL::Framework::GenericLogger;
@@ -20,25 +20,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::vector<std::string> files() {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(".")) {
-        names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
+using Texts = std::vector<std::string>;
 
-TEST(DailyFile, WritesToAFileNamedAfterTheDateByDefault) {
+TEST(DailyFile, WritesToZolLogByDefault) {
     inFreshFolder([] {
         Logger::installBackend("DailyFile");
         Logger::getLogger("orders")->warning("stock is low");
-        ASSERT_EQ(files().size(), 1U);
-        const std::string name = files().front();
-        ASSERT_TRUE(hasShape(name, "zol_0000-00-00.log")) << name;
-        const std::string text = textOf(name);
+        const std::string text = textOf("zol.log");
         EXPECT_TRUE(hasShape(text.substr(0, timeStampShape.size()), timeStampShape)) << text;
-        EXPECT_EQ(text.substr(0, 10), name.substr(4, 10)) << "the line has the date of its file";
         EXPECT_NE(text.find(" WARNING [orders] stock is low\n"), std::string::npos) << text;
     });
 }
@@ -49,10 +38,54 @@ TEST(DailyFile, FlushesEachLineAndAppends) {
         setProperty("DailyFile.path", "logs/shop.txt");
         Logger::installBackend("DailyFile");
         Logger::getLogger("orders")->info("first");
-        const fs::path file = fs::directory_iterator("logs")->path();
-        EXPECT_EQ(textOf(file), "INFO [orders] first\n");
+        EXPECT_EQ(textOf("logs/shop.txt"), "INFO [orders] first\n");
         Logger::getLogger("orders")->info("second");
-        EXPECT_EQ(textOf(file), "INFO [orders] first\nINFO [orders] second\n");
+        EXPECT_EQ(textOf("logs/shop.txt"), "INFO [orders] first\nINFO [orders] second\n");
+    });
+}
+
+TEST(DailyFile, ContinuesTheFileOfTheDayAfterARestart) {
+    inFreshFolder([] {
+        std::ofstream("zol.log") << "of an earlier process\n";
+        setProperty("DailyFile.pattern", "%v");
+        Logger::installBackend("DailyFile");
+        Logger::getLogger("orders")->info("x");
+        EXPECT_EQ(textOf("zol.log"), "of an earlier process\nINFO [orders] x\n");
+    });
+}
+
+TEST(DailyFile, RenamesAFileOfAnEarlierDayAfterARestart) {
+    inFreshFolder([] {
+        std::ofstream("zol.log") << "of an earlier process\n";
+        const auto written = fs::last_write_time("zol.log") - std::chrono::hours(72);
+        fs::last_write_time("zol.log", written);
+        setProperty("DailyFile.pattern", "%v");
+        Logger::installBackend("DailyFile");
+        Logger::getLogger("orders")->info("x");
+        EXPECT_EQ(textOf("zol.log"), "INFO [orders] x\n");
+        const std::time_t now = std::time(nullptr);
+        std::string days; // around midnight, two days are right
+        for (const int hours : {72, 73}) {
+            const std::time_t then = now - hours * 3600;
+            char day[11] = "";
+            std::strftime(day, sizeof(day), "%Y-%m-%d", std::localtime(&then));
+            days += days.empty() ? day : "|" + std::string(day);
+        }
+        EXPECT_EQ(rotatedTexts("zol.log", "(" + days + ")"), Texts{"of an earlier process\n"});
+    });
+}
+
+TEST(DailyFile, AlsoBeginsANewFileAtASize) {
+    inFreshFolder([] {
+        setProperty("DailyFile.pattern", "%v");
+        setProperty("DailyFile.size", "20");
+        Logger::installBackend("DailyFile");
+        for (const char* text : {"1", "2", "3"}) {
+            Logger::getLogger("orders")->info(text);
+        }
+        EXPECT_EQ(textOf("zol.log"), "INFO [orders] 3\n");
+        EXPECT_EQ(rotatedTexts("zol.log", ".{10}"),
+                  (Texts{"INFO [orders] 1\n", "INFO [orders] 2\n"}));
     });
 }
 
@@ -72,7 +105,7 @@ TEST(DailyFile, ReportsInvalidTimesAndUsesTheFallbacks) {
             "from 0 to 59; using 0\n"
             "ZOL back end DailyFile: the property DailyFile.days is \"many\" and not a number "
             "from 0 to 10000; using 0\n");
-        EXPECT_EQ(files().size(), 1U);
+        EXPECT_NE(textOf("zol.log"), "");
     });
 }
 

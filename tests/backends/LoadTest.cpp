@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <map>
-#include <set>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -15,6 +14,7 @@
 #include "Collector.h"
 #include "FreshFolder.h"
 #include "Property.h"
+#include "RotatedFiles.h"
 
 using namespace ZOL::Framework::GenericLogger;
 namespace fs = std::filesystem;
@@ -75,16 +75,12 @@ TEST(UnderLoad, RotatingFileWritesEachMessageOnceAcrossRotations) {
         logFromAllThreads();
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
         std::string text;
-        int files = 0;
-        for (int i = 100; i > 0; --i) {
-            const std::string older = "zol." + std::to_string(i) + ".log";
-            if (fs::exists(older)) {
-                ++files;
-                EXPECT_LE(fs::file_size(older), 20480U);
-                text += textOf(older);
-            }
+        const auto files = rotatedFiles("zol.log");
+        for (const fs::path& file : files) {
+            EXPECT_LE(fs::file_size(file), 20480U);
+            text += textOf(file);
         }
-        EXPECT_GE(files, 10);
+        EXPECT_GE(files.size(), 10U);
         expectAllIn(text + textOf("zol.log"));
     });
 }
@@ -95,12 +91,11 @@ TEST(UnderLoad, DailyFileWritesEachMessageOnce) {
         Logger::installBackend("DailyFile");
         logFromAllThreads();
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-        std::string text;
-        const std::set<fs::path> files(fs::directory_iterator("."),
-                                       {}); // two files around midnight
-        for (const fs::path& file : files) {
-            text += textOf(file);
+        std::string text; // of two files around midnight
+        for (const std::string& older : rotatedTexts("zol.log", ".{10}")) {
+            text += older;
         }
+        text += textOf("zol.log");
         expectAllIn(text);
     });
 }

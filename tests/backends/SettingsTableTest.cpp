@@ -104,12 +104,19 @@ void readSetting(const Settings& settings, const Setting& setting) {
         EXPECT_FALSE(settings.path(setting.name).empty());
         break;
     case SettingType::number:
+        if (setting.defaultValue.empty()) {
+            EXPECT_EQ(settings.optionalNumber(setting.name), std::nullopt);
+            break;
+        }
         EXPECT_GE(settings.number(setting.name), setting.min);
         EXPECT_LE(settings.number(setting.name), setting.max);
         EXPECT_EQ(std::to_string(settings.number(setting.name)), setting.defaultValue);
         break;
     case SettingType::size:
-        EXPECT_GT(settings.size(setting.name), 0U);
+        EXPECT_GE(settings.size(setting.name), static_cast<std::size_t>(setting.min));
+        break;
+    case SettingType::mode:
+        EXPECT_EQ(settings.mode(setting.name), std::nullopt);
         break;
     case SettingType::choice:
         EXPECT_EQ(settings.choice(setting.name), setting.defaultValue);

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Process.h"
 #include "Property.h"
 
 using namespace ZOL::Backends;
@@ -20,7 +21,10 @@ constexpr Setting rows[] = {
     {"Test", "text", SettingType::text, SettingPlatform::any, "", "default", {}},
     {"Test", "path", SettingType::path, SettingPlatform::any, "", "file", {}},
     {"Test", "number", SettingType::number, SettingPlatform::any, "", "7", {}, 0, 9},
-    {"Test", "size", SettingType::size, SettingPlatform::any, "", "2K", {}},
+    {"Test", "hour", SettingType::number, SettingPlatform::any, "", "", "no hour", 0, 23},
+    {"Test", "size", SettingType::size, SettingPlatform::any, "", "2K", {}, 1},
+    {"Test", "limit", SettingType::size, SettingPlatform::any, "", "0", {}},
+    {"Test", "mode", SettingType::mode, SettingPlatform::any, "", "", "the mode of the system"},
     {"Test",
      "choice",
      SettingType::choice,
@@ -76,6 +80,9 @@ TEST_F(SettingsTest, HaveTheDefaultsOfTheTableIfNoPropertyIsSet) {
     EXPECT_EQ(settings().path("path"), std::filesystem::path("file"));
     EXPECT_EQ(settings().number("number"), 7);
     EXPECT_EQ(settings().size("size"), 2048U);
+    EXPECT_EQ(settings().size("limit"), 0U);
+    EXPECT_EQ(settings().optionalNumber("hour"), std::nullopt);
+    EXPECT_EQ(settings().mode("mode"), std::nullopt);
     EXPECT_EQ(settings().choice("choice"), "alpha");
     EXPECT_TRUE(settings().levels("levels").isEnabled("any", {}));
 }
@@ -86,6 +93,8 @@ TEST_F(SettingsTest, ThrowIfTheTableHasNoSuchSettingOrOneOfAnotherType) {
     EXPECT_THROW(settings().path("text"), std::logic_error);
     EXPECT_THROW(settings().number("size"), std::logic_error);
     EXPECT_THROW(settings().size("number"), std::logic_error);
+    EXPECT_THROW(settings().optionalNumber("mode"), std::logic_error);
+    EXPECT_THROW(settings().mode("number"), std::logic_error);
     EXPECT_THROW(settings().choice("text"), std::logic_error);
     EXPECT_THROW(settings().levels("text"), std::logic_error);
     EXPECT_THROW(Settings("Other", table).text("text"), std::logic_error);
@@ -118,6 +127,39 @@ TEST_F(SettingsTest, ReadsNumbersWithinTheirRange) {
                                 std::string(invalid) +
                                 "\" and not a number from 0 to 9; using 7\n");
     }
+}
+
+TEST_F(SettingsTest, ReadsNumbersWithoutADefault) {
+    EXPECT_EQ(settings("hour", "0").optionalNumber("hour"), 0);
+    EXPECT_EQ(settings("hour", "23").optionalNumber("hour"), 23);
+    EXPECT_EQ(settings("hour", "24").optionalNumber("hour"), std::nullopt);
+    EXPECT_EQ(report(),
+              "ZOL back end Test: the property Test.hour is \"24\" and not a number from 0 "
+              "to 23; using no hour\n");
+    EXPECT_EQ(settings("number", "3").optionalNumber("number"), 3);
+}
+
+TEST_F(SettingsTest, ReadsPermissionsAsOctalNumbers) {
+    EXPECT_EQ(settings("mode", "640").mode("mode"), 0640U);
+    EXPECT_EQ(settings("mode", "0600").mode("mode"), 0600U);
+    EXPECT_EQ(settings("mode", "0777").mode("mode"), 0777U);
+    EXPECT_EQ(settings("mode", "0").mode("mode"), 0U);
+    for (const char* invalid : {"1000", "8", "", "-1", "rw-r-----", "0o640"}) {
+        EXPECT_EQ(settings("mode", invalid).mode("mode"), std::nullopt);
+        EXPECT_EQ(report(), "ZOL back end Test: the property Test.mode is \"" +
+                                std::string(invalid) +
+                                "\" and not an octal number from 0 to 0777 such as 0640; using the "
+                                "mode of the system\n");
+    }
+}
+
+TEST_F(SettingsTest, ReadsALimitThatMayBeNone) {
+    EXPECT_EQ(settings("limit", "0").size("limit"), 0U);
+    EXPECT_EQ(settings("limit", "3k").size("limit"), 3072U);
+    EXPECT_EQ(settings("limit", "none").size("limit"), 0U);
+    EXPECT_EQ(report(),
+              "ZOL back end Test: the property Test.limit is \"none\" and not a size such "
+              "as 4096, 500K, 10M or 1G, or 0; using 0\n");
 }
 
 TEST_F(SettingsTest, ReadsSizesWithTheirUnits) {
@@ -202,6 +244,22 @@ TEST_F(SettingsTest, ReadsPathsAndRejectsAnEmptyOne) {
     EXPECT_EQ(settings("path", "").path("path"), std::filesystem::path("file"));
     EXPECT_EQ(report(), "ZOL back end Test: the property Test.path is \"\" and not the name of a "
                         "file; using \"file\"\n");
+}
+
+TEST_F(SettingsTest, ReplacesPlaceholdersInPaths) {
+    const std::string pid = std::to_string(processId());
+    EXPECT_EQ(settings("path", "{pid}").path("path"), std::filesystem::path(pid));
+    EXPECT_EQ(settings("path", "logs/{program}-{pid}.{instance}.log").path("path"),
+              std::filesystem::path("logs/" + programName() + "-" + pid + ".Test.log"));
+    EXPECT_EQ(settings("path", "a}b{pid").path("path"), std::filesystem::path("a}b{pid"))
+        << "a brace alone is not a placeholder";
+}
+
+TEST_F(SettingsTest, ReportsUnknownPlaceholdersAndKeepsThem) {
+    EXPECT_EQ(settings("path", "{Pid}-{pid}-{}.log").path("path"),
+              std::filesystem::path("{Pid}-" + std::to_string(processId()) + "-{}.log"));
+    EXPECT_EQ(report(), "ZOL back end Test: the property Test.path contains {Pid}, {} and not only "
+                        "{pid}, {program} and {instance}; using {Pid}, {} as it is\n");
 }
 
 TEST_F(SettingsTest, RejectsAPathWithAZero) {

@@ -55,10 +55,6 @@ WriteSignals signalsOf(int descriptor) noexcept {
             S_ISREG(status.st_mode) && isFileSizeLimited()};
 }
 
-WriteSignals signalsOf(std::FILE* file) noexcept {
-    return signalsOf(fileno(file));
-}
-
 bool isFileSizeLimited() noexcept {
     rlimit limit{};
     return getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur != RLIM_INFINITY;

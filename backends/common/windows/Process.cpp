@@ -15,6 +15,10 @@ std::string programName() {
     return escapedWord(utf8(std::filesystem::path(path).stem().native()));
 }
 
+unsigned long processId() {
+    return GetCurrentProcessId();
+}
+
 std::string hostName() {
     wchar_t name[256] = L"";
     DWORD size = static_cast<DWORD>(std::size(name));

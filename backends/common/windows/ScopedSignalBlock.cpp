@@ -2,10 +2,6 @@
 
 namespace ZOL::Backends {
 
-WriteSignals signalsOf(std::FILE*) noexcept {
-    return {};
-}
-
 bool isFileSizeLimited() noexcept {
     return false;
 }

@@ -2,9 +2,8 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <filesystem>
-#include <set>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -12,21 +11,16 @@
 
 #include "FreshFolder.h"
 #include "Property.h"
+#include "RotatedFiles.h"
 #include "TestClock.h"
 
 using namespace ZOL::Framework::GenericLogger;
 
 namespace {
 
-using Files = std::set<std::string>;
+using Texts = std::vector<std::string>;
 
-Files files() {
-    Files names;
-    for (const auto& entry : std::filesystem::directory_iterator(".")) {
-        names.insert(entry.path().string());
-    }
-    return names;
-}
+constexpr const char* anyDay = ".{10}";
 
 void logOnDays(int days) {
     for (int day = 0; day < days; ++day) {
@@ -40,11 +34,9 @@ TEST(DailyFileDays, HaveOneFileEach) {
         setProperty("DailyFile.pattern", "%v");
         Logger::installBackend("DailyFile");
         logOnDays(3);
-        int day = 0;
-        for (const std::string& file : files()) { // ascending names are ascending dates
-            EXPECT_EQ(textOf(file), "INFO [orders] day " + std::to_string(day++) + "\n");
-        }
-        EXPECT_EQ(day, 3);
+        EXPECT_EQ(rotatedTexts("zol.log", anyDay),
+                  (Texts{"INFO [orders] day 0\n", "INFO [orders] day 1\n"}));
+        EXPECT_EQ(textOf("zol.log"), "INFO [orders] day 2\n");
     });
 }
 
@@ -73,7 +65,7 @@ TEST(DailyFileDays, AreAllKeptByDefault) {
         installInUtc();           // without days of 23 and 25 hours
         constexpr int days = 400; // more than a year, which would be a plausible default
         logOnDays(days);
-        EXPECT_EQ(files().size(), static_cast<std::size_t>(days));
+        EXPECT_EQ(rotatedFiles("zol.log", anyDay).size(), static_cast<std::size_t>(days - 1));
     });
 }
 
@@ -85,10 +77,9 @@ TEST(DailyFileDays, BeginAtMidnightByDefault) {
         logAt(2, 1, 0, 0, 0, "3");
         logAt(2, 1, 0, 1, 0, "4");
         logAt(2, 1, 23, 59, 30, "5");
-        EXPECT_EQ(files(), (Files{"./zol_2026-01-31.log", "./zol_2026-02-01.log"}));
-        EXPECT_EQ(textOf("zol_2026-01-31.log"), "INFO [orders] 1\nINFO [orders] 2\n");
-        EXPECT_EQ(textOf("zol_2026-02-01.log"),
-                  "INFO [orders] 3\nINFO [orders] 4\nINFO [orders] 5\n");
+        EXPECT_EQ(textOf("zol_2026-01-31.20260201T000000Z.000.log"),
+                  "INFO [orders] 1\nINFO [orders] 2\n");
+        EXPECT_EQ(textOf("zol.log"), "INFO [orders] 3\nINFO [orders] 4\nINFO [orders] 5\n");
     });
 }
 
@@ -103,21 +94,25 @@ TEST(DailyFileDays, BeginAtTheConfiguredTime) {
         logAt(2, 1, 0, 0, 0, "4");
         logAt(2, 1, 23, 58, 30, "5");
         logAt(2, 1, 23, 59, 30, "6");
-        EXPECT_EQ(files(), (Files{"./zol_2026-01-31.log", "./zol_2026-02-01.log"}));
-        EXPECT_EQ(textOf("zol_2026-02-01.log"), "INFO [orders] 6\n");
+        EXPECT_EQ(rotatedFiles("zol.log", anyDay).size(), 2U);
+        EXPECT_EQ(rotatedTexts("zol.log", "2026-01-30"),
+                  Texts{"INFO [orders] 1\nINFO [orders] 2\n"});
+        EXPECT_EQ(rotatedTexts("zol.log", "2026-01-31"),
+                  Texts{"INFO [orders] 3\nINFO [orders] 4\nINFO [orders] 5\n"});
+        EXPECT_EQ(textOf("zol.log"), "INFO [orders] 6\n");
     });
 }
 
 TEST(DailyFileDays, BeyondTheConfiguredNumberAreRemoved) {
     inFreshFolder([] {
-        setProperty("DailyFile.pattern", "%v");
         setProperty("DailyFile.days", "2");
-        Logger::installBackend("DailyFile");
-        logOnDays(5);
-        const Files left = files();
-        ASSERT_EQ(left.size(), 2U);
-        EXPECT_EQ(textOf(*left.begin()), "INFO [orders] day 3\n");
-        EXPECT_EQ(textOf(*left.rbegin()), "INFO [orders] day 4\n");
+        installInUtc();
+        logOnDays(6);
+        EXPECT_EQ(
+            rotatedTexts("zol.log", anyDay),
+            (Texts{"INFO [orders] day 2\n", "INFO [orders] day 3\n", "INFO [orders] day 4\n"}))
+            << "the first of them was renamed exactly two days ago";
+        EXPECT_EQ(textOf("zol.log"), "INFO [orders] day 5\n");
     });
 }
 

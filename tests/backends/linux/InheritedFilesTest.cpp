@@ -24,7 +24,7 @@ void expectLogFileToBeClosedOnExec(const char* backend) {
             EXPECT_EQ(flags & FD_CLOEXEC, FD_CLOEXEC);
         }
     }
-    EXPECT_EQ(files, 1);
+    EXPECT_EQ(files, 2) << "the log and its lock";
 }
 
 TEST(InheritedFiles, DoNotIncludeTheFileOfRotatingFile) {

@@ -169,20 +169,6 @@ TEST(WriteSignals, OfAConsoleThatBecomesAFileUnderASizeLimitAreBlocked) {
     });
 }
 
-TEST(WriteSignals, OfALogFileThatIsAPipeAreBlocked) {
-    inFreshFolder([] {
-        const BlockedSignal blocked(SIGPIPE);
-        ASSERT_EQ(mkfifo("zol.log", 0600), 0);
-        const int reader = open("zol.log", O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-        ASSERT_NE(reader, -1);
-        Logger::installBackend("RotatingFile");
-        EXPECT_NE(signalCallsForAMessage(), 0);
-        close(reader);
-        Logger::getLogger("orders")->info("dropped");
-        EXPECT_FALSE(isPending(SIGPIPE));
-    });
-}
-
 TEST(WriteSignals, OfDailyFileBeyondTheSizeLimitAreBlocked) {
     inFreshFolder([] {
         const BlockedSignal blocked(SIGXFSZ);

@@ -1,0 +1,53 @@
+#include "files/FileWriter.h"
+
+#include <exception>
+#include <new>
+
+#include "Levels.h"
+#include "ReopeningSink.h"
+#include "ScopedSignalBlock.h"
+
+namespace ZOL::Backends {
+
+namespace {
+
+/// Memory that is kept for the lines of the next messages.
+constexpr std::size_t maxKeptBytes = 64 * 1024;
+
+} // namespace
+
+WriterOptions writerOptions(const RotatingLogSettings& settings) {
+    return {[settings](const WriterContext& context) {
+                return std::make_unique<FileWriter>(context, settings);
+            },
+            unlimitedLineBytes};
+}
+
+FileWriter::FileWriter(const WriterContext& context, const RotatingLogSettings& settings)
+    : formatter_(makeFormatter(context.pattern, context.timeType, platformLineEnd, record_)),
+      log_(context.backend, settings),
+      drops_(context.drops) {}
+
+void FileWriter::write(const Record& record) noexcept {
+    ScopedSignalBlock signalBlock({false, log_.mayExceedProcessLimit()});
+    try {
+        record_ = record;
+        const spdlog::details::log_msg message({record.logger.data(), record.logger.size()},
+                                               sinkLevel(record.level),
+                                               {record.line.data(), record.line.size()});
+        line_.clear();
+        formatter_->format(message, line_);
+        log_.write({line_.data(), line_.size()}, message.time);
+        drops_.reset();
+    } catch (const std::bad_alloc&) {
+        drops_.addOutOfMemory();
+    } catch (const std::exception& error) {
+        signalBlock.writeFailed();
+        drops_.add(error.what());
+    }
+    if (line_.capacity() > maxKeptBytes) {
+        line_ = spdlog::memory_buf_t();
+    }
+}
+
+} // namespace ZOL::Backends

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <filesystem>
+#include <system_error>
+
+namespace ZOL::Backends {
+
+/// Renames a file within its folder, and never replaces another one: std::errc::file_exists if
+/// there is one of the new name.
+std::error_code renameWithoutReplacing(const std::filesystem::path& from,
+                                       const std::filesystem::path& to) noexcept;
+
+} // namespace ZOL::Backends

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "files/FileLock.h"
+#include "files/LogFile.h"
+#include "files/Retention.h"
+#include "files/RotationClock.h"
+
+namespace ZOL::Backends {
+
+/// What a RotatingLog does when.
+struct RotatingLogSettings {
+    std::filesystem::path path;
+    std::uint64_t maxBytes = 0;         ///< of the live file; 0 is no limit
+    std::optional<RotationClock> clock; ///< without it, no time of day rotates
+    bool hasDayInName = false;          ///< whether names of rotated files begin with their day
+    RetentionLimits retention;
+    std::optional<unsigned> mode; ///< see LogFile
+};
+
+/// A log file that is renamed when it is full or when its period ends, while a new one begins under
+/// the same name. Nothing is truncated, no line is split between two files, and of the processes
+/// that name the same file one writes to it.
+///
+/// If the file is moved or deleted, a line that is written at least a fifth of a second later makes
+/// it anew. If a rename is refused, the file grows beyond its limit, and a line on standard error
+/// says so once.
+///
+/// After fork the child writes on to its parent's file, and renames it only when the parent has
+/// ended.
+///
+/// Calls are serialised by the caller.
+class RotatingLog {
+public:
+    using Clock = std::chrono::system_clock;
+
+    /// Opens nothing before the first line.
+    /// @param backend what reports on standard error begin with.
+    RotatingLog(std::string backend, RotatingLogSettings settings);
+
+    /// Appends a line, which has its line end, and which the system has when this returns. Throws
+    /// LogFileError if it has not; the next attempt to open the file is made a second later at the
+    /// earliest.
+    /// @param now the present time. It may be set back.
+    void write(std::string_view line, Clock::time_point now);
+
+    /// Whether a write may raise SIGXFSZ: whether this process had a limit for file sizes a fifth
+    /// of a second ago.
+    bool mayExceedProcessLimit() const noexcept { return isFileSizeLimited_; }
+
+private:
+    static bool isPast(Clock::time_point moment, Clock::duration wait, Clock::time_point now);
+    void check(Clock::time_point now);
+    void open(Clock::time_point now);
+    void takeLock();
+    void startPeriod(Clock::time_point at);
+    bool isFull(std::size_t lineBytes) const noexcept;
+    bool isPeriodOver(Clock::time_point now) const noexcept;
+    void rotateIfDue(std::size_t lineBytes, Clock::time_point now);
+    void rotate(Clock::time_point now);
+    void refuseRotation(const std::string& reason, Clock::time_point now);
+    std::error_code rename(Clock::time_point now, std::filesystem::path& name) const;
+    void removeExpired(const std::filesystem::path& lastRotated, Clock::time_point now) noexcept;
+
+    std::string backend_;
+    RotatingLogSettings settings_;
+    std::unique_ptr<FileLock> lock_;
+    std::unique_ptr<LogFile> file_;
+
+    Clock::time_point lastCheck_;
+    Clock::time_point lastFailure_; ///< to open the file
+    Clock::time_point lastRefusal_; ///< to rename the file
+    std::string failure_;           ///< why the file could not be opened; empty if it could
+    Clock::time_point periodBegin_;
+    Clock::time_point periodEnd_;
+    bool isRotationRefused_ = false;
+    bool isRetentionRefused_ = false;
+    bool isLockRefused_ = false;
+    bool hasBeenOpen_ = false;
+    bool isFileSizeLimited_ = true;
+};
+
+} // namespace ZOL::Backends

@@ -1,0 +1,33 @@
+#include "files/RotationClock.h"
+
+#include <spdlog/details/os.h>
+#include <spdlog/fmt/fmt.h>
+
+namespace ZOL::Backends {
+
+std::time_t RotationClock::rotationOnDay(std::time_t at, int daysLater) const {
+    std::tm day = spdlog::details::os::localtime(at);
+    day.tm_mday += daysLater;
+    day.tm_hour = hour_;
+    day.tm_min = minute_;
+    day.tm_sec = 0;
+    day.tm_isdst = -1;
+    return std::mktime(&day);
+}
+
+std::time_t RotationClock::periodStart(std::time_t at) const {
+    const std::time_t today = rotationOnDay(at, 0);
+    return today <= at ? today : rotationOnDay(at, -1);
+}
+
+std::time_t RotationClock::nextRotation(std::time_t after) const {
+    const std::time_t today = rotationOnDay(after, 0);
+    return today > after ? today : rotationOnDay(after, 1);
+}
+
+std::string localDay(std::time_t at) {
+    const std::tm day = spdlog::details::os::localtime(at);
+    return fmt::format("{:04}-{:02}-{:02}", day.tm_year + 1900, day.tm_mon + 1, day.tm_mday);
+}
+
+} // namespace ZOL::Backends
