@@ -75,7 +75,7 @@ TEST(UnderLoad, RotatingFileWritesEachMessageOnceAcrossRotations) {
         logFromAllThreads();
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
         std::string text;
-        const auto files = rotatedFiles("zol.log");
+        const auto files = filesRotatedFrom("zol.log");
         for (const fs::path& file : files) {
             EXPECT_LE(fs::file_size(file), 20480U);
             text += textOf(file);

@@ -11,7 +11,7 @@
 /// The rotated files of a log, oldest first: of "logs/zol.log",
 /// "logs/zol.20260131T090507Z.000.log". With a day, those of DailyFile that hold it, or all with
 /// ".*".
-inline std::vector<std::filesystem::path> rotatedFiles(const std::filesystem::path& log,
+inline std::vector<std::filesystem::path> filesRotatedFrom(const std::filesystem::path& log,
                                                        const std::string& day = "") {
     const std::regex name(log.stem().string() + (day.empty() ? "" : "_" + day) +
                           R"(\.\d{8}T\d{6}Z\.\d{3})" + log.extension().string());
@@ -30,7 +30,7 @@ inline std::vector<std::filesystem::path> rotatedFiles(const std::filesystem::pa
 inline std::vector<std::string> rotatedTexts(const std::filesystem::path& log,
                                              const std::string& day = "") {
     std::vector<std::string> texts;
-    for (const std::filesystem::path& file : rotatedFiles(log, day)) {
+    for (const std::filesystem::path& file : filesRotatedFrom(log, day)) {
         texts.push_back(textOf(file));
     }
     return texts;

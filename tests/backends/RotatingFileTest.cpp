@@ -89,7 +89,7 @@ TEST(RotatingFile, KeepsFiveOlderFilesByDefault) {
             logLine("longer than a file");
         }
         EXPECT_TRUE(fs::exists("zol.log"));
-        EXPECT_EQ(rotatedFiles("zol.log").size(), 5U);
+        EXPECT_EQ(filesRotatedFrom("zol.log").size(), 5U);
     });
 }
 
@@ -110,10 +110,10 @@ TEST(RotatingFile, StartsANewFileAtTenMebibytesByDefault) {
     inFreshFolder([] {
         const std::size_t lineSize = logTwoLines(defaultSize);
         EXPECT_EQ(fs::file_size("zol.log"), defaultSize);
-        EXPECT_EQ(rotatedFiles("zol.log").size(), 0U) << "the file is full";
+        EXPECT_EQ(filesRotatedFrom("zol.log").size(), 0U) << "the file is full";
         logLine("");
-        ASSERT_EQ(rotatedFiles("zol.log").size(), 1U);
-        EXPECT_EQ(fs::file_size(rotatedFiles("zol.log")[0]), defaultSize);
+        ASSERT_EQ(filesRotatedFrom("zol.log").size(), 1U);
+        EXPECT_EQ(fs::file_size(filesRotatedFrom("zol.log")[0]), defaultSize);
         EXPECT_EQ(fs::file_size("zol.log"), lineSize);
     });
 }
@@ -121,8 +121,8 @@ TEST(RotatingFile, StartsANewFileAtTenMebibytesByDefault) {
 TEST(RotatingFile, StartsANewFileIfALineIsOneByteTooLong) {
     inFreshFolder([] {
         const std::size_t lineSize = logTwoLines(defaultSize + 1);
-        ASSERT_EQ(rotatedFiles("zol.log").size(), 1U);
-        EXPECT_EQ(fs::file_size(rotatedFiles("zol.log")[0]), lineSize);
+        ASSERT_EQ(filesRotatedFrom("zol.log").size(), 1U);
+        EXPECT_EQ(fs::file_size(filesRotatedFrom("zol.log")[0]), lineSize);
         EXPECT_EQ(fs::file_size("zol.log"), defaultSize - lineSize + 1);
     });
 }

@@ -23,6 +23,16 @@ public:
 /// Calls are serialised by the caller.
 class LogFile {
 public:
+    /// Tells files apart, whatever their names are.
+    struct Identity {
+        bool operator==(const Identity& other) const noexcept {
+            return device == other.device && file == other.file;
+        }
+
+        std::uint64_t device = 0;
+        std::uint64_t file = 0;
+    };
+
     /// Opens the file, or creates it; its folder must exist. Anything but a regular file is
     /// refused, on Linux a symbolic link too. A file that ends within a line gets a line end before
     /// the next line.
@@ -55,17 +65,9 @@ public:
     std::chrono::system_clock::time_point lastWrite() const noexcept;
 
     const std::filesystem::path& path() const { return path_; }
+    const Identity& identity() const { return identity_; }
 
 private:
-    struct Identity {
-        bool operator==(const Identity& other) const noexcept {
-            return device == other.device && file == other.file;
-        }
-
-        std::uint64_t device = 0;
-        std::uint64_t file = 0;
-    };
-
     /// Whether the handle is that of this file.
     bool isOpen() const noexcept;
 

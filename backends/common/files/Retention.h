@@ -15,6 +15,8 @@ struct RetentionLimits {
     std::size_t count = 0;   ///< rotated files
     unsigned days = 0;       ///< of 24 hours, since the rotation
     std::uint64_t bytes = 0; ///< of all files together, the live one included
+
+    bool isAny() const noexcept { return count != 0 || days != 0 || bytes != 0; }
 };
 
 /// A rotated file in the folder of the live one.

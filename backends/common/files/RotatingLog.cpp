@@ -5,7 +5,6 @@
 #include "Diagnostics.h"
 #include "ScopedSignalBlock.h"
 #include "files/Rename.h"
-#include "files/RotatedName.h"
 
 namespace ZOL::Backends {
 
@@ -72,8 +71,11 @@ void RotatingLog::open(Clock::time_point now) {
         throw;
     }
     failure_.clear();
-    isRotationRefused_ = false;
-    startPeriod(file_->size() == 0 ? now : file_->lastWrite());
+    if (!(file_->identity() == identity_)) {
+        identity_ = file_->identity();
+        isRotationRefused_ = false;
+        startPeriod(file_->size() == 0 ? now : file_->lastWrite());
+    }
     if (!hasBeenOpen_) {
         hasBeenOpen_ = true;
         removeExpired({}, now);
@@ -159,22 +161,25 @@ void RotatingLog::rotate(Clock::time_point now) {
         refuseRotation(error.what(), now);
         return;
     }
+    identity_ = file_->identity();
     isRotationRefused_ = false;
     startPeriod(now);
     removeExpired(name, now);
 }
 
 /// Renames the file to a name of its own.
-std::error_code RotatingLog::rename(Clock::time_point now, std::filesystem::path& name) const {
+std::error_code RotatingLog::rename(Clock::time_point now, std::filesystem::path& name) {
     RotatedName rotated;
     rotated.time = Clock::to_time_t(now);
     if (settings_.hasDayInName) {
         rotated.day = localDay(Clock::to_time_t(periodBegin_));
     }
-    for (rotated.counter = 0; rotated.counter <= RotatedName::maxCounter; ++rotated.counter) {
+    rotated.counter = rotated.time == lastName_.time ? lastName_.counter + 1 : 0;
+    for (; rotated.counter <= RotatedName::maxCounter; ++rotated.counter) {
         name = rotated.pathOf(settings_.path);
         const std::error_code error = renameWithoutReplacing(settings_.path, name);
         if (error != std::errc::file_exists) {
+            lastName_ = rotated;
             return error;
         }
     }
@@ -184,8 +189,8 @@ std::error_code RotatingLog::rename(Clock::time_point now, std::filesystem::path
 void RotatingLog::refuseRotation(const std::string& reason, Clock::time_point now) {
     lastRefusal_ = now;
     if (!std::exchange(isRotationRefused_, true)) {
-        reportToStderr(backend_, "cannot rename " + settings_.path.u8string() + ": " + reason +
-                                     "; writing on to it");
+        reportToStderr(backend_, "cannot begin a new file for " + settings_.path.u8string() + ": " +
+                                     reason + "; writing on to the old one");
     }
 }
 
@@ -193,6 +198,9 @@ void RotatingLog::removeExpired(const std::filesystem::path& lastRotated,
                                 Clock::time_point now) noexcept {
     if (lock_ != nullptr && !lock_->isHeld()) {
         return; // the parent of this process does it
+    }
+    if (!settings_.retention.isAny()) {
+        return;
     }
     try {
         const std::uint64_t liveBytes =

@@ -12,6 +12,7 @@
 #include "files/FileLock.h"
 #include "files/LogFile.h"
 #include "files/Retention.h"
+#include "files/RotatedName.h"
 #include "files/RotationClock.h"
 
 namespace ZOL::Backends {
@@ -67,13 +68,14 @@ private:
     void rotateIfDue(std::size_t lineBytes, Clock::time_point now);
     void rotate(Clock::time_point now);
     void refuseRotation(const std::string& reason, Clock::time_point now);
-    std::error_code rename(Clock::time_point now, std::filesystem::path& name) const;
+    std::error_code rename(Clock::time_point now, std::filesystem::path& name);
     void removeExpired(const std::filesystem::path& lastRotated, Clock::time_point now) noexcept;
 
     std::string backend_;
     RotatingLogSettings settings_;
     std::unique_ptr<FileLock> lock_;
     std::unique_ptr<LogFile> file_;
+    LogFile::Identity identity_; ///< of the file that was open last
 
     Clock::time_point lastCheck_;
     Clock::time_point lastFailure_; ///< to open the file
@@ -81,6 +83,7 @@ private:
     std::string failure_;           ///< why the file could not be opened; empty if it could
     Clock::time_point periodBegin_;
     Clock::time_point periodEnd_;
+    RotatedName lastName_; ///< that this object has given
     bool isRotationRefused_ = false;
     bool isRetentionRefused_ = false;
     bool isLockRefused_ = false;

@@ -65,7 +65,7 @@ TEST(DailyFileDays, AreAllKeptByDefault) {
         installInUtc();           // without days of 23 and 25 hours
         constexpr int days = 400; // more than a year, which would be a plausible default
         logOnDays(days);
-        EXPECT_EQ(rotatedFiles("zol.log", anyDay).size(), static_cast<std::size_t>(days - 1));
+        EXPECT_EQ(filesRotatedFrom("zol.log", anyDay).size(), static_cast<std::size_t>(days - 1));
     });
 }
 
@@ -94,7 +94,7 @@ TEST(DailyFileDays, BeginAtTheConfiguredTime) {
         logAt(2, 1, 0, 0, 0, "4");
         logAt(2, 1, 23, 58, 30, "5");
         logAt(2, 1, 23, 59, 30, "6");
-        EXPECT_EQ(rotatedFiles("zol.log", anyDay).size(), 2U);
+        EXPECT_EQ(filesRotatedFrom("zol.log", anyDay).size(), 2U);
         EXPECT_EQ(rotatedTexts("zol.log", "2026-01-30"),
                   Texts{"INFO [orders] 1\nINFO [orders] 2\n"});
         EXPECT_EQ(rotatedTexts("zol.log", "2026-01-31"),
