@@ -24,6 +24,9 @@ private:
     /// The rotation on the local day of a time, or so many days later.
     std::time_t rotationOnDay(std::time_t at, int daysLater) const;
 
+    /// Whether the local clock shows the time of day then, on the day of the month.
+    bool isShownAt(std::time_t at, const std::tm& day) const;
+
     int hour_;
     int minute_;
 };
