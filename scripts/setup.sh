@@ -103,7 +103,7 @@ if has "$profile" test all; then
     packages+=(ccache googletest clang clang-format clang-tidy python3)
     if has linux "${platforms[@]}"; then
         packages+=(g++ valgrind)
-        packages+=(rsyslog) # a log collector; the tests run it with a configuration of their own
+        packages+=(rsyslog logrotate) # which the tests run with configurations of their own
     fi
 fi
 if [ "$profile" = all ]; then
