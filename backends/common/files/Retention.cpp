@@ -45,8 +45,9 @@ std::vector<RotatedFile> expiredFiles(const std::vector<RotatedFile>& files,
                                                                 : lastRotated.filename();
     for (const RotatedFile& file : files) {
         const bool isOneTooMany = limits.count != 0 && count > limits.count;
+        const bool hasAge = file.name.number == 0;
         const bool isTooOld =
-            limits.days != 0 && now - file.name.time > limits.days * secondsPerDay;
+            limits.days != 0 && hasAge && now - file.name.time > limits.days * secondsPerDay;
         const bool isTooMuch = limits.bytes != 0 && bytes > limits.bytes;
         if ((isOneTooMany || isTooOld || isTooMuch) && file.path.filename() != last) {
             expired.push_back(file);

@@ -11,6 +11,9 @@ namespace ZOL::Backends {
 namespace {
 
 constexpr int secondsPerDay = 24 * 60 * 60;
+constexpr int maxAscii = 0x7F;
+/// Of files that earlier versions kept. A higher number is somebody's year or date.
+constexpr unsigned long maxNumber = 1000;
 
 struct Date {
     int year;
@@ -137,7 +140,7 @@ std::optional<RotatedName> parseMiddle(std::string_view text) {
     }
     NameReader numberReader = reader;
     const auto number = numberReader.number();
-    if (number && numberReader.isAtEnd() && name.day.empty()) {
+    if (number && *number <= maxNumber && numberReader.isAtEnd() && name.day.empty()) {
         name.number = *number;
         return name;
     }
@@ -171,22 +174,31 @@ std::filesystem::path RotatedName::pathOf(const std::filesystem::path& live) con
 
 std::optional<RotatedName> RotatedName::parse(const std::filesystem::path& name,
                                               const std::filesystem::path& live) {
-    const std::string text = name.u8string();
-    const std::string stem = live.stem().u8string();
-    const std::string extension = live.extension().u8string();
+    // In the system's own form: a name that is no valid text cannot be converted.
+    using Native = std::filesystem::path::string_type;
+    const Native& text = name.native();
+    const Native stem = live.stem().native();
+    const Native extension = live.extension().native();
     if (text.size() <= stem.size() + extension.size() || text.compare(0, stem.size(), stem) != 0 ||
-        text.compare(text.size() - extension.size(), std::string::npos, extension) != 0) {
+        text.compare(text.size() - extension.size(), Native::npos, extension) != 0) {
         return std::nullopt;
     }
-    return parseMiddle(
-        std::string_view(text).substr(stem.size(), text.size() - stem.size() - extension.size()));
+    const Native middle = text.substr(stem.size(), text.size() - stem.size() - extension.size());
+    std::string ascii;
+    for (const Native::value_type unit : middle) {
+        if (unit <= 0 || unit > maxAscii) {
+            return std::nullopt;
+        }
+        ascii += static_cast<char>(unit);
+    }
+    return parseMiddle(ascii);
 }
 
 bool RotatedName::isOlderThan(const RotatedName& other) const noexcept {
     if (number != other.number) {
         return number > other.number;
     }
-    return std::tie(time, counter) < std::tie(other.time, other.counter);
+    return std::tie(time, counter, day) < std::tie(other.time, other.counter, other.day);
 }
 
 } // namespace ZOL::Backends

@@ -12,8 +12,8 @@ namespace ZOL::Backends {
 /// and a counter within the second. A file that holds a day has it in front:
 /// zol_2026-01-31.20260201T000000Z.000.log.
 ///
-/// Earlier versions named files zol.3.log, where the highest number is the oldest one, and
-/// zol_2026-01-31.log. These are read, but not made.
+/// Earlier versions named files zol.3.log, up to zol.1000.log, the highest being the oldest one,
+/// and zol_2026-01-31.log. These are read, but not made.
 struct RotatedName {
     static constexpr unsigned maxCounter = 999;
 
@@ -32,8 +32,8 @@ struct RotatedName {
     static std::optional<RotatedName> parse(const std::filesystem::path& name,
                                             const std::filesystem::path& live);
 
-    /// Whether this file is older: by number, the highest first, then by time and counter. Numbered
-    /// files are older than all others.
+    /// Whether this file is older: by number, the highest first, then by time, counter and
+    /// day. Numbered files are older than all others.
     bool isOlderThan(const RotatedName& other) const noexcept;
 };
 

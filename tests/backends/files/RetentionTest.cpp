@@ -70,6 +70,13 @@ TEST(Retention, KeepsFilesOfTheLastDaysWhateverGapsThereAre) {
               (Names{std::to_string(400 * day), std::to_string(2 * day + 1)}));
 }
 
+TEST(Retention, KnowsNoAgeOfNumberedFiles) {
+    std::vector<RotatedFile> files = filesOfAge({0, 1});
+    files[0].name = *RotatedName::parse("zol.1.log", "zol.log");
+    EXPECT_TRUE(expiredFiles(files, {}, 0, now, limits(0, 1, 0)).empty());
+    EXPECT_EQ(expiredFiles(files, {}, 0, now, limits(1, 1, 0)).size(), 1U);
+}
+
 TEST(Retention, KeepsTheNewestOfANumberOfBytes) {
     EXPECT_EQ(expired({3, 2, 1}, limits(0, 0, 3 * size)), Names{});
     EXPECT_EQ(expired({3, 2, 1}, limits(0, 0, 3 * size - 1)), Names{"3"});

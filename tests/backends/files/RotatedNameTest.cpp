@@ -57,6 +57,7 @@ TEST(RotatedName, IsThatOfAnEarlierVersion) {
     const auto numbered = RotatedName::parse("zol.12.log", "zol.log");
     ASSERT_TRUE(numbered);
     EXPECT_EQ(numbered->number, 12U);
+    EXPECT_TRUE(RotatedName::parse("zol.1000.log", "zol.log"));
     const auto daily = RotatedName::parse("zol_2026-01-31.log", "zol.log");
     ASSERT_TRUE(daily);
     EXPECT_EQ(daily->day, "2026-01-31");
@@ -70,6 +71,11 @@ TEST(RotatedName, IsNoOtherFile) {
                                     "zol.0.log",
                                     "zol.03.log",
                                     "zol.-3.log",
+                                    "zol.1001.log",
+                                    "zol.2026.log",
+                                    "zol.20260131.log",
+                                    "zol.99999999999999999999999.log",
+                                    "zol.\xFF.log",
                                     "zol.3.txt",
                                     "zol.3.log.bak",
                                     "azol.3.log",
@@ -111,6 +117,8 @@ TEST(RotatedName, IsOlderByNumberThenTimeThenCounter) {
                                        "zol.20260130T000001Z.000.log",
                                        "zol.20260131T090507Z.000.log",
                                        "zol.20260131T090507Z.001.log",
+                                       "zol_2026-01-30.20260131T090507Z.001.log",
+                                       "zol_2026-01-31.20260131T090507Z.001.log",
                                        "zol_2026-01-01.20260131T090508Z.000.log"};
     const RotatedName* before = nullptr;
     RotatedName kept;
