@@ -100,8 +100,8 @@ void RotatingLog::takeLock() {
     if (lock != nullptr) {
         lock_ = std::move(lock);
     } else if (lock_ == nullptr) {
-        throw LogFileError("another process writes to " + settings_.path.u8string() +
-                           "; with {pid} in the path, each has a file of its own");
+        throw LogFileError("another process or back end writes to " + settings_.path.u8string() +
+                           "; with {pid} in the path, each process has a file of its own");
     }
     // Else this is a child process, whose parent holds the lock.
 }

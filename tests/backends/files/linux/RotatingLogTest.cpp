@@ -197,7 +197,7 @@ struct Progress {
 
 /// Writes numbered lines from the one after the last until it is killed.
 [[noreturn]] void writeUntilKilled(Progress& progress) {
-    RotatingLogSettings settings = withSize(200);
+    RotatingLogSettings settings = withSize(1000);
     settings.clock = RotationClock(0, 0);
     RotatingLog log("Test", settings);
     for (;;) {
@@ -217,7 +217,7 @@ TEST(RotatingLog, LosesNoLineAndWritesNoneTwiceIfItsProcessIsKilled) {
         // A busy machine may need more of them until enough is written.
         constexpr int minKills = 40;
         constexpr int maxKills = 4000;
-        constexpr long minLines = 500;
+        constexpr long minLines = 2000;
         for (int i = 0; i < maxKills && (i < minKills || progress->written < minLines); ++i) {
             const pid_t child = fork();
             ASSERT_NE(child, -1);
