@@ -66,7 +66,7 @@ private:
     const WideString* valueOf(const Setting& setting) const;
     std::optional<std::string> textOf(const Setting& setting) const;
     /// The number of the property or else of the default, if there is one.
-    std::optional<long long> readNumber(const Setting& setting) const;
+    std::optional<long long> readNumber(const Setting& row) const;
     void reportInvalid(const Setting& setting, const std::string& value,
                        const std::string& expected, const std::string& used,
                        std::string_view suggestion = {}) const;

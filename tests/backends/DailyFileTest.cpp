@@ -66,7 +66,7 @@ TEST(DailyFile, RenamesAFileOfAnEarlierDayAfterARestart) {
         const std::time_t now = std::time(nullptr);
         std::string days; // around midnight, two days are right
         for (const int hours : {72, 73}) {
-            const std::time_t then = now - hours * 3600;
+            const std::time_t then = now - std::time_t{hours} * 3600;
             char day[11] = "";
             std::strftime(day, sizeof(day), "%Y-%m-%d", std::localtime(&then));
             days += days.empty() ? day : "|" + std::string(day);

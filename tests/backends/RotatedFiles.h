@@ -12,7 +12,7 @@
 /// "logs/zol.20260131T090507Z.000.log". With a day, those of DailyFile that hold it, or all with
 /// ".*".
 inline std::vector<std::filesystem::path> filesRotatedFrom(const std::filesystem::path& log,
-                                                       const std::string& day = "") {
+                                                           const std::string& day = "") {
     const std::regex name(log.stem().string() + (day.empty() ? "" : "_" + day) +
                           R"(\.\d{8}T\d{6}Z\.\d{3})" + log.extension().string());
     const std::filesystem::path folder = log.has_parent_path() ? log.parent_path() : ".";

@@ -29,7 +29,7 @@ private:
     explicit FileLock(std::intptr_t handle) noexcept;
 
     std::intptr_t handle_;
-    std::size_t slot_ = 0; ///< on Linux, where a child process finds what to close
+    [[maybe_unused]] std::size_t slot_ = 0; ///< on Linux, where a child process finds what to close
 };
 
 } // namespace ZOL::Backends

@@ -12,7 +12,7 @@ namespace ZOL::Backends {
 namespace {
 
 /// Memory that is kept for the lines of the next messages.
-constexpr std::size_t maxKeptBytes = 64 * 1024;
+constexpr std::size_t maxKeptBytes = std::size_t{64} * 1024;
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "files/Retention.h"
 
 #include <algorithm>
+#include <chrono>
 #include <numeric>
 
 namespace ZOL::Backends {
@@ -9,7 +10,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr long long secondsPerDay = 24 * 60 * 60;
+constexpr long long secondsPerDay = 24LL * 60 * 60;
+
+/// The difference of file times can be had everywhere, their epoch cannot.
+std::time_t timeOfLastWrite(const fs::directory_entry& entry, std::error_code& error) {
+    const auto age = fs::file_time_type::clock::now() - entry.last_write_time(error);
+    return std::time(nullptr) - std::chrono::duration_cast<std::chrono::seconds>(age).count();
+}
 
 } // namespace
 
@@ -24,8 +31,15 @@ std::vector<RotatedFile> rotatedFiles(const fs::path& live) {
         if (!name || entry->symlink_status(entryError).type() != fs::file_type::regular) {
             continue;
         }
-        const std::uint64_t size = entry->file_size(entryError);
-        files.push_back({*std::move(name), entry->path(), entryError ? 0 : size});
+        RotatedFile file;
+        file.time = name->number == 0 ? name->time : timeOfLastWrite(*entry, entryError);
+        file.size = entry->file_size(entryError);
+        if (entryError) {
+            continue; // removed by somebody else
+        }
+        file.name = *std::move(name);
+        file.path = entry->path();
+        files.push_back(std::move(file));
     }
     std::sort(files.begin(), files.end(), [](const RotatedFile& left, const RotatedFile& right) {
         return left.name.isOlderThan(right.name);
@@ -45,9 +59,7 @@ std::vector<RotatedFile> expiredFiles(const std::vector<RotatedFile>& files,
                                                                 : lastRotated.filename();
     for (const RotatedFile& file : files) {
         const bool isOneTooMany = limits.count != 0 && count > limits.count;
-        const bool hasAge = file.name.number == 0;
-        const bool isTooOld =
-            limits.days != 0 && hasAge && now - file.name.time > limits.days * secondsPerDay;
+        const bool isTooOld = limits.days != 0 && now - file.time > limits.days * secondsPerDay;
         const bool isTooMuch = limits.bytes != 0 && bytes > limits.bytes;
         if ((isOneTooMany || isTooOld || isTooMuch) && file.path.filename() != last) {
             expired.push_back(file);

@@ -13,7 +13,7 @@ namespace ZOL::Backends {
 /// How many rotated files are kept. Each limit holds alone; 0 is no limit.
 struct RetentionLimits {
     std::size_t count = 0;   ///< rotated files
-    unsigned days = 0;       ///< of 24 hours, since the rotation; numbered files have no age
+    unsigned days = 0;       ///< of 24 hours, since the rotation
     std::uint64_t bytes = 0; ///< of all files together, the live one included
 
     bool isAny() const noexcept { return count != 0 || days != 0 || bytes != 0; }
@@ -23,6 +23,7 @@ struct RetentionLimits {
 struct RotatedFile {
     RotatedName name;
     std::filesystem::path path;
+    std::time_t time = 0; ///< of the rotation; of a numbered file, of the last write
     std::uint64_t size = 0;
 };
 

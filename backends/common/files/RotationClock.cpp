@@ -1,5 +1,8 @@
 #include "files/RotationClock.h"
 
+#include <algorithm>
+#include <optional>
+
 #include <spdlog/details/os.h>
 #include <spdlog/fmt/fmt.h>
 
@@ -7,14 +10,29 @@ namespace ZOL::Backends {
 
 namespace {
 
-constexpr std::time_t secondsPerHour = 60 * 60;
+constexpr std::time_t noTime = -1; // what mktime returns for a time that it cannot represent
+
+/// The time of a local one: the first of two, and the later one that mktime makes of a time that
+/// the day lacks. Without a hint whether it is summer time, mktime of the GNU C library decides
+/// these cases by the calls before, so that the same question gets different answers.
+std::time_t timeOf(const std::tm& local) {
+    std::optional<std::time_t> first;
+    std::time_t latest = noTime;
+    for (const int summerTime : {-1, 0, 1}) {
+        std::tm normalized = local;
+        normalized.tm_isdst = summerTime;
+        const std::time_t time = std::mktime(&normalized);
+        latest = std::max(latest, time);
+        const bool isAsAsked =
+            normalized.tm_hour == local.tm_hour && normalized.tm_min == local.tm_min;
+        if (time != noTime && isAsAsked) {
+            first = std::min(first.value_or(time), time);
+        }
+    }
+    return first.value_or(latest);
+}
 
 } // namespace
-
-bool RotationClock::isShownAt(std::time_t at, const std::tm& day) const {
-    const std::tm local = spdlog::details::os::localtime(at);
-    return local.tm_mday == day.tm_mday && local.tm_hour == hour_ && local.tm_min == minute_;
-}
 
 std::time_t RotationClock::rotationOnDay(std::time_t at, int daysLater) const {
     std::tm day = spdlog::details::os::localtime(at);
@@ -22,21 +40,7 @@ std::time_t RotationClock::rotationOnDay(std::time_t at, int daysLater) const {
     day.tm_hour = hour_;
     day.tm_min = minute_;
     day.tm_sec = 0;
-    day.tm_isdst = -1;
-    std::tm shown = day;
-    const std::time_t rotation = std::mktime(&shown);
-    if (shown.tm_hour != hour_ || shown.tm_min != minute_) {
-        // The clock is put forward over this time. What mktime makes of it then depends on what it
-        // was asked before, unless it is told.
-        day.tm_isdst = 0;
-        return std::mktime(&day);
-    }
-    for (const std::time_t putBack : {secondsPerHour, secondsPerHour / 2}) {
-        if (isShownAt(rotation - putBack, shown)) {
-            return rotation - putBack; // the clock shows the time twice
-        }
-    }
-    return rotation;
+    return timeOf(day);
 }
 
 std::time_t RotationClock::periodStart(std::time_t at) const {

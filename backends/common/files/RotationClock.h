@@ -6,8 +6,8 @@
 namespace ZOL::Backends {
 
 /// When a log that rotates at a time of day does so. All times of day are local ones. On a day that
-/// lacks the time, because the clock is put forward, the log rotates at the time that mktime makes
-/// of it; on one that has it twice, once.
+/// lacks the time, because the clock is put forward, the log rotates by as much later: at 03:30
+/// instead of 02:30. On a day that has the time twice, it rotates at the first one.
 class RotationClock {
 public:
     /// @param hour from 0 to 23
@@ -23,9 +23,6 @@ public:
 private:
     /// The rotation on the local day of a time, or so many days later.
     std::time_t rotationOnDay(std::time_t at, int daysLater) const;
-
-    /// Whether the local clock shows the time of day then, on the day of the month.
-    bool isShownAt(std::time_t at, const std::tm& day) const;
 
     int hour_;
     int minute_;

@@ -1,137 +1,246 @@
 #include "files/RotatedName.h"
 
+#include <algorithm>
+#include <ostream>
 #include <string>
-#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 using namespace ZOL::Backends;
+
 namespace fs = std::filesystem;
+
+namespace ZOL::Backends {
+
+bool operator==(const RotatedName& left, const RotatedName& right) {
+    return left.time == right.time && left.counter == right.counter && left.day == right.day &&
+           left.number == right.number;
+}
+
+std::ostream& operator<<(std::ostream& stream, const RotatedName& name) {
+    return stream << "time " << name.time << ", counter " << name.counter << ", day \"" << name.day
+                  << "\", number " << name.number;
+}
+
+} // namespace ZOL::Backends
 
 namespace {
 
-constexpr std::time_t time = 1769850307; // 2026-01-31 09:05:07 UTC
+using Names = std::vector<RotatedName>;
 
-RotatedName nameOf(std::time_t at, unsigned counter, const std::string& day = "") {
+constexpr std::time_t january31At090507 = 1769850307; // date -u -d '2026-01-31 09:05:07' +%s
+constexpr std::time_t january31 = 1769817600;         // date -u -d 2026-01-31 +%s
+constexpr std::time_t oneDay = std::time_t{24} * 60 * 60;
+
+RotatedName rotatedAt(std::time_t time, unsigned counter = 0, std::string day = "") {
     RotatedName name;
-    name.time = at;
+    name.time = time;
     name.counter = counter;
-    name.day = day;
+    name.day = std::move(day);
     return name;
 }
 
-TEST(RotatedName, HasTheTimeAndTheCounterBeforeTheExtension) {
-    EXPECT_EQ(nameOf(time, 0).pathOf("zol.log"), fs::path("zol.20260131T090507Z.000.log"));
-    EXPECT_EQ(nameOf(time, 999).pathOf(fs::path("logs") / "zol.log"),
-              fs::path("logs") / "zol.20260131T090507Z.999.log");
-    EXPECT_EQ(nameOf(time, 7).pathOf("zol"), fs::path("zol.20260131T090507Z.007"));
-    EXPECT_EQ(nameOf(time, 7).pathOf(".zol"), fs::path(".zol.20260131T090507Z.007"));
-    EXPECT_EQ(nameOf(time, 7).pathOf("a.b.log"), fs::path("a.b.20260131T090507Z.007.log"));
-    EXPECT_EQ(nameOf(0, 0).pathOf("zol.log"), fs::path("zol.19700101T000000Z.000.log"));
+RotatedName numbered(unsigned long number) {
+    RotatedName name;
+    name.number = number;
+    return name;
 }
 
-TEST(RotatedName, HasTheDayInFront) {
-    EXPECT_EQ(nameOf(time, 0, "2026-01-30").pathOf("zol.log"),
-              fs::path("zol_2026-01-30.20260131T090507Z.000.log"));
+std::optional<RotatedName> parsed(const std::string& name, const std::string& live = "zol.log") {
+    return RotatedName::parse(fs::u8path(name), fs::u8path(live));
 }
 
-TEST(RotatedName, IsReadAsItWasMade) {
-    for (const char* const live : {"zol.log", "zol", ".zol", "a.b.log", "\xC3\xA4.log"}) {
-        for (const std::time_t at : {std::time_t{0}, time, std::time_t{951782400}, // 2000-02-29
-                                     std::time_t{1709164799}, std::time_t{4102444799}}) {
-            for (const std::string day : {"", "2026-01-30"}) {
-                const fs::path path = fs::u8path(live);
-                const fs::path made = nameOf(at, 42, day).pathOf(path);
-                const auto name = RotatedName::parse(made.filename(), path);
-                ASSERT_TRUE(name) << made;
-                EXPECT_EQ(name->time, at);
-                EXPECT_EQ(name->counter, 42U);
-                EXPECT_EQ(name->day, day);
-                EXPECT_EQ(name->number, 0U);
-            }
-        }
+void expectNoRotatedFiles(const std::vector<std::string>& names,
+                          const std::string& live = "zol.log") {
+    for (const std::string& name : names) {
+        EXPECT_EQ(parsed(name, live), std::nullopt) << name << " of " << live;
     }
 }
 
-TEST(RotatedName, IsThatOfAnEarlierVersion) {
-    const auto numbered = RotatedName::parse("zol.12.log", "zol.log");
-    ASSERT_TRUE(numbered);
-    EXPECT_EQ(numbered->number, 12U);
-    EXPECT_TRUE(RotatedName::parse("zol.1000.log", "zol.log"));
-    const auto daily = RotatedName::parse("zol_2026-01-31.log", "zol.log");
-    ASSERT_TRUE(daily);
-    EXPECT_EQ(daily->day, "2026-01-31");
-    EXPECT_EQ(daily->time, 1769817600);
+/// Expects that a name of the live file is made and read as expected.
+void expectName(const std::string& live, const RotatedName& name, const std::string& expected) {
+    const fs::path made = name.pathOf(fs::u8path(live));
+    EXPECT_EQ(made.u8string(), expected);
+    EXPECT_EQ(RotatedName::parse(made.filename(), fs::u8path(live)), name) << expected;
 }
 
-TEST(RotatedName, IsNoOtherFile) {
-    for (const char* const other : {"zol.log",
-                                    "zol-important.log",
-                                    "zol..log",
-                                    "zol.0.log",
-                                    "zol.03.log",
-                                    "zol.-3.log",
-                                    "zol.1001.log",
-                                    "zol.2026.log",
-                                    "zol.20260131.log",
-                                    "zol.99999999999999999999999.log",
-                                    "zol.\xFF.log",
-                                    "zol.3.txt",
-                                    "zol.3.log.bak",
-                                    "azol.3.log",
-                                    "zol_2026-01-31.3.log",
-                                    "zol_2026-01-31",
-                                    "zol_2026-1-31.log",
-                                    "zol_2026-13-01.log",
-                                    "zol_2026-00-01.log",
-                                    "zol_2026-04-31.log",
-                                    "zol_2026-02-29.log",
-                                    "zol_2100-02-29.log",
-                                    "zol_2026-01-00.log",
-                                    "zol.20260131T090507Z.log",
-                                    "zol.20260131T090507Z.00.log",
-                                    "zol.20260131T090507Z.0000.log",
-                                    "zol.20260131T090507Z.-01.log",
-                                    "zol.20260131T240507Z.000.log",
-                                    "zol.20260131T096007Z.000.log",
-                                    "zol.20260131T090560Z.000.log",
-                                    "zol.20261331T090507Z.000.log",
-                                    "zol.20260131T090507.000.log",
-                                    "zol.20260131 090507Z.000.log",
-                                    "zol.20260131T090507Z.000.log.gz",
-                                    "zol.20260131T090507Z.000x.log",
-                                    "zol20260131T090507Z.000.log",
-                                    "zol_2026-01-31_20260131T090507Z.000.log"}) {
-        EXPECT_FALSE(RotatedName::parse(other, "zol.log")) << other;
+TEST(RotatedName, HoldsTheTimeInUtcAndTheCounter) {
+    expectName("zol.log", rotatedAt(january31At090507), "zol.20260131T090507Z.000.log");
+    expectName("zol.log", rotatedAt(january31, 7), "zol.20260131T000000Z.007.log");
+    expectName("zol.log", rotatedAt(january31 + oneDay - 1, RotatedName::maxCounter),
+               "zol.20260131T235959Z.999.log");
+}
+
+TEST(RotatedName, MayHoldADayInFront) {
+    expectName("zol.log", rotatedAt(january31At090507, 12, "2026-01-30"),
+               "zol_2026-01-30.20260131T090507Z.012.log");
+}
+
+TEST(RotatedName, IsInTheFolderOfTheLiveFile) {
+    EXPECT_EQ(rotatedAt(january31).pathOf(fs::path("logs") / "zol.log"),
+              fs::path("logs") / "zol.20260131T000000Z.000.log");
+}
+
+TEST(RotatedName, NeedsNoExtension) {
+    expectName("zol", rotatedAt(january31), "zol.20260131T000000Z.000");
+    expectName("zol", rotatedAt(january31, 0, "2026-01-30"), "zol_2026-01-30.20260131T000000Z.000");
+    EXPECT_EQ(parsed("zol.3", "zol"), numbered(3));
+}
+
+TEST(RotatedName, MayBeHidden) {
+    expectName(".zol", rotatedAt(january31), ".zol.20260131T000000Z.000");
+    expectName(".zol.log", rotatedAt(january31), ".zol.20260131T000000Z.000.log");
+}
+
+TEST(RotatedName, MayHaveSeveralDots) {
+    expectName("zol.orders.log", rotatedAt(january31), "zol.orders.20260131T000000Z.000.log");
+    expectNoRotatedFiles({"zol.orders.20260131T000000Z.000.log"}, "zol.log");
+}
+
+TEST(RotatedName, MayBeBeyondAscii) {
+    const std::string stem = "\u0436\u0443\u0440\u043d\u0430\u043b-\u65e5\u672c-\U0001F4D3";
+    expectName(stem + ".\u00e4\u00f6", rotatedAt(january31),
+               stem + ".20260131T000000Z.000.\u00e4\u00f6");
+    // Arabic and fullwidth digits
+    expectNoRotatedFiles({"zol.\u0663.log", "zol.2026013\uff11T090507Z.000.log"});
+}
+
+TEST(RotatedName, HoldsEachDayOfManyYears) {
+    constexpr std::time_t years = 135; // beyond 2100, which is no leap year
+    for (std::time_t time = 0; time < years * 365 * oneDay; time += oneDay) {
+        const RotatedName name = rotatedAt(time);
+        const fs::path path = name.pathOf("zol.log");
+        ASSERT_EQ(RotatedName::parse(path, "zol.log"), name) << path;
     }
-    EXPECT_TRUE(RotatedName::parse("zol_2024-02-29.log", "zol.log"));
-    EXPECT_TRUE(RotatedName::parse("zol_2000-02-29.log", "zol.log"));
 }
 
-TEST(RotatedName, IsOlderByNumberThenTimeThenCounter) {
-    const fs::path live = "zol.log";
-    const char* const oldestFirst[] = {"zol.12.log",
-                                       "zol.2.log",
-                                       "zol.1.log",
-                                       "zol_2026-01-30.log",
-                                       "zol.20260130T000001Z.000.log",
-                                       "zol.20260131T090507Z.000.log",
-                                       "zol.20260131T090507Z.001.log",
-                                       "zol_2026-01-30.20260131T090507Z.001.log",
-                                       "zol_2026-01-31.20260131T090507Z.001.log",
-                                       "zol_2026-01-01.20260131T090508Z.000.log"};
-    const RotatedName* before = nullptr;
-    RotatedName kept;
-    for (const char* const text : oldestFirst) {
-        const auto name = RotatedName::parse(text, live);
-        ASSERT_TRUE(name) << text;
-        EXPECT_FALSE(name->isOlderThan(*name));
-        if (before != nullptr) {
-            EXPECT_TRUE(before->isOlderThan(*name)) << text;
-            EXPECT_FALSE(name->isOlderThan(*before)) << text;
+TEST(RotatedName, OfEarlierVersionsIsRead) {
+    EXPECT_EQ(parsed("zol.3.log"), numbered(3));
+    EXPECT_EQ(parsed("zol.1.log"), numbered(1));
+    EXPECT_EQ(parsed("zol.120.log"), numbered(120));
+    EXPECT_EQ(parsed("zol_2026-01-31.log"), rotatedAt(january31, 0, "2026-01-31"));
+}
+
+TEST(RotatedName, IsNotThatOfTheLiveOrOfAnotherFile) {
+    expectNoRotatedFiles({"zol.log", "zol", "", "zol-important.log", "zol_important.log",
+                          "zol.important.log", "other.20260131T090507Z.000.log",
+                          "ZOL.20260131T090507Z.000.log", "azol.20260131T090507Z.000.log",
+                          "zol2.20260131T090507Z.000.log", "zol20260131T090507Z.000.log",
+                          "zol..log", "zol_.log", "zol...log", "zo.3.log"});
+    expectNoRotatedFiles({"zol", "zol.", "zol.20260131T090507Z.000.log", "zol.3.log"}, "zol");
+}
+
+TEST(RotatedName, EndsWithTheExtension) {
+    expectNoRotatedFiles({"zol.20260131T090507Z.000.log.bak", "zol.20260131T090507Z.000.log.gz",
+                          "zol.20260131T090507Z.000.log~", "zol.20260131T090507Z.000.txt",
+                          "zol.20260131T090507Z.000.LOG", "zol.20260131T090507Z.000",
+                          "zol.20260131T090507Z.000log", "zol.3.log.bak", "zol.3.log.gz", "zol.3",
+                          "zol_2026-01-31.log.bak", "zol_2026-01-31"});
+    expectNoRotatedFiles({"zol.20260131T090507Z.000.gz", "zol.3.gz", "zol_2026-01-31.gz"}, "zol");
+}
+
+TEST(RotatedName, HasNothingElseBetweenItsParts) {
+    expectNoRotatedFiles({"zol.20260131T090507Z.000.bak.log", "zol.20260131T090507Z.000x.log",
+                          "zol.20260131T090507Z.000..log", "zol.3x.log", "zol.3.bak.log",
+                          "zol.3..log", "zol_2026-01-31x.log", "zol_2026-01-31..log",
+                          "zol_2026-01-31.bak.log", "zol_2026-01-31_20260131T090507Z.000.log"});
+}
+
+TEST(RotatedName, HasEachPart) {
+    expectNoRotatedFiles({"zol.20260131T090507.000.log", "zol.20260131T090507z.000.log",
+                          "zol.20260131t090507Z.000.log", "zol.20260131-090507Z.000.log",
+                          "zol.20260131T090507Z.log", "zol.20260131T090507Z..log",
+                          "zol.20260131T090507Z000.log", "zol.20260131T0905Z.000.log",
+                          "zol.20260131T.log", "zol.T090507Z.000.log",
+                          "zol.2026-01-31T090507Z.000.log", "zol_20260131.log", "zol_2026-1-31.log",
+                          "zol_2026-01-1.log", "zol_26-01-31.log", "zol_2026-0131.log"});
+}
+
+TEST(RotatedName, HoldsADayThatExists) {
+    for (const std::string text : {"0101", "0131", "0228", "0430", "1231"}) {
+        EXPECT_TRUE(parsed("zol.2026" + text + "T090507Z.000.log")) << text;
+        EXPECT_TRUE(parsed("zol_2026-" + text.substr(0, 2) + "-" + text.substr(2) + ".log"))
+            << text;
+    }
+    for (const std::string text :
+         {"0001", "1301", "0100", "0132", "0229", "0230", "0431", "0631", "0931", "1131", "1232"}) {
+        const std::string written = text.substr(0, 2) + "-" + text.substr(2);
+        expectNoRotatedFiles({"zol.2026" + text + "T090507Z.000.log",
+                              "zol_2026-" + written + ".log",
+                              "zol_2026-" + written + ".20260131T090507Z.000.log"});
+    }
+}
+
+TEST(RotatedName, HoldsTheLastDayOfFebruaryOnlyInLeapYears) {
+    for (const std::string year : {"2024", "2028", "2000", "2400"}) {
+        EXPECT_TRUE(parsed("zol." + year + "0229T090507Z.000.log")) << year;
+        EXPECT_TRUE(parsed("zol_" + year + "-02-29.log")) << year;
+    }
+    for (const std::string year : {"2026", "2025", "2100", "2200"}) {
+        expectNoRotatedFiles(
+            {"zol." + year + "0229T090507Z.000.log", "zol_" + year + "-02-29.log"});
+    }
+    expectNoRotatedFiles({"zol.20240230T090507Z.000.log", "zol_2024-02-30.log"});
+}
+
+TEST(RotatedName, BeginsWithTheYear1970) {
+    EXPECT_EQ(parsed("zol.19700101T000000Z.000.log"), rotatedAt(0));
+    expectNoRotatedFiles(
+        {"zol.19691231T235959Z.000.log", "zol_1969-12-31.log", "zol.00000101T000000Z.000.log"});
+}
+
+TEST(RotatedName, HoldsATimeOfDayThatExists) {
+    EXPECT_EQ(parsed("zol.20260131T235959Z.000.log"), rotatedAt(january31 + oneDay - 1));
+    expectNoRotatedFiles({"zol.20260131T240000Z.000.log", "zol.20260131T006000Z.000.log",
+                          "zol.20260131T000060Z.000.log"});
+}
+
+TEST(RotatedName, HasACounterOfThreeDigits) {
+    expectNoRotatedFiles({"zol.20260131T090507Z.0.log", "zol.20260131T090507Z.00.log",
+                          "zol.20260131T090507Z.0000.log", "zol.20260131T090507Z.1000.log"});
+}
+
+TEST(RotatedName, HasNoSignsAndBlanksAmongItsDigits) {
+    for (const std::string sign : {"+", "-", " "}) {
+        expectNoRotatedFiles(
+            {"zol." + sign + "1.log", "zol." + sign + "0260131T090507Z.000.log",
+             "zol.2026" + sign + "131T090507Z.000.log", "zol.202601" + sign + "1T090507Z.000.log",
+             "zol.20260131T" + sign + "90507Z.000.log", "zol.20260131T09" + sign + "507Z.000.log",
+             "zol.20260131T0905" + sign + "7Z.000.log", "zol.20260131T090507Z." + sign + "01.log",
+             "zol.20260131T" + sign + "00507Z.000.log", "zol.20260131T090507Z." + sign + "00.log",
+             "zol.20260131T090507Z.0" + sign + "1.log", "zol_2026-" + sign + "1-31.log",
+             "zol_2026-01-" + sign + "1.log"});
+    }
+}
+
+TEST(RotatedName, HasANumberFrom1OnWithoutZerosInFront) {
+    expectNoRotatedFiles({"zol.0.log", "zol.00.log", "zol.01.log", "zol.1001.log", "zol.\xFF.log",
+                          "zol.2025.log", "zol.20260131.log", "zol.0x1.log", "zol.1e3.log",
+                          "zol.99999999999999999999999999.log"});
+}
+
+TEST(RotatedName, HoldsADayOrANumberButNotBoth) {
+    expectNoRotatedFiles({"zol_2026-01-31.3.log", "zol.2026-01-31.log", "zol.3_2026-01-31.log",
+                          "zol.3.20260131T090507Z.000.log"});
+}
+
+TEST(RotatedName, IsOrderedByNumberThenTimeThenCounter) {
+    // The day in front does not count.
+    const Names oldestFirst{numbered(10),
+                            numbered(2),
+                            numbered(1),
+                            rotatedAt(0),
+                            rotatedAt(january31 - 1, 999),
+                            rotatedAt(january31, 0, "2026-01-31"),
+                            rotatedAt(january31, 1, "2026-01-30"),
+                            rotatedAt(january31, 2),
+                            rotatedAt(january31 + 1, 0, "2026-01-01")};
+    for (std::size_t left = 0; left < oldestFirst.size(); ++left) {
+        for (std::size_t right = 0; right < oldestFirst.size(); ++right) {
+            EXPECT_EQ(oldestFirst[left].isOlderThan(oldestFirst[right]), left < right)
+                << oldestFirst[left] << "; " << oldestFirst[right];
         }
-        kept = *name;
-        before = &kept;
     }
 }
 

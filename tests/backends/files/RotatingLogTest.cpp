@@ -170,7 +170,7 @@ TEST_F(RotatingLogTest, CountsTheFilesOfASecond) {
 TEST_F(RotatingLogTest, WritesOnIfASecondHasNoNameLeft) {
     inFolder(
         [] {
-            std::ofstream("zol.20260131T090507Z.999.log");
+            std::ofstream("zol.20260131T090507Z.999.log") << "";
             RotatingLog log("Test", withSize(1));
             for (int i = 0; i < 1002; ++i) {
                 log.write("line " + std::to_string(i) + "\n", start());
@@ -228,7 +228,7 @@ TEST_F(RotatingLogTest, NamesAFileAfterTheDayThatItHoldsAndNotAfterThatOfItsRota
 TEST_F(RotatingLogTest, RotatesNoEmptyFile) {
     inFolder([] {
         RotatingLog log("Test", daily());
-        std::ofstream("zol.log");
+        std::ofstream("zol.log") << "";
         log.write("1\n", Clock::now() + 72h);
         EXPECT_EQ(filesInFolder(), Texts{"zol.log"});
     });
@@ -350,6 +350,9 @@ TEST_F(RotatingLogTest, RemovesExpiredFilesWhenItOpens) {
                                  "zol.20250131T090507Z.000.log.bak"}) {
             std::ofstream(name) << "x\n";
         }
+        const auto age = Clock::now() - start() + 25h;
+        fs::last_write_time("zol.7.log", fs::file_time_type::clock::now() -
+                                             std::chrono::duration_cast<std::chrono::seconds>(age));
         RotatingLogSettings settings = withSize(0);
         settings.retention.days = 1;
         RotatingLog log("Test", settings);

@@ -23,6 +23,7 @@ std::atomic<int> renameError = 0; ///< that of renameat2(), unless 0
 } // namespace
 
 /// In place of the C library's.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the library's are reserved
 extern "C" int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
                          unsigned int flags) noexcept {
     if (renameError != 0) {

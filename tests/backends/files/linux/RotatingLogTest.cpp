@@ -160,7 +160,7 @@ TEST(RotatingLog, WritesOnIfThereIsNoRoomForANewFile) {
         const Clock::time_point now = Clock::now();
         RotatingLog log("Test", settings);
         log.write("1\n", now);
-        std::ofstream("disk/filler");
+        std::ofstream("disk/filler") << "";
         log.write("2\n", now);
         log.write("3\n", now + 2s);
         EXPECT_EQ(textOf("disk/zol.log"), "1\n2\n3\n");

@@ -15,7 +15,7 @@ HeldFile::HeldFile(std::filesystem::path path)
 }
 
 HeldFile::~HeldFile() {
-    CloseHandle(reinterpret_cast<HANDLE>(handle_));
+    CloseHandle(reinterpret_cast<HANDLE>(handle_)); // NOLINT(performance-no-int-to-ptr)
 }
 
 void HeldFile::prepare() {}
