@@ -26,6 +26,16 @@ TEST(RotatedFiles, AreNoSymbolicLinks) {
     });
 }
 
+TEST(RotatedFiles, AreFoundBesideANameThatIsNoText) {
+    inFreshFolder([] {
+        for (const char* const name : {"zol.\xFF.log", "\xFF.log", "zol.1.log"}) {
+            std::ofstream(name) << "text";
+        }
+        ASSERT_EQ(rotatedFiles("zol.log").size(), 1U);
+        EXPECT_EQ(rotatedFiles("zol.log").front().path.filename(), "zol.1.log");
+    });
+}
+
 TEST(RotatedFiles, MayBeInAFolderThatIsASymbolicLink) {
     inFreshFolder([] {
         fs::create_directory("disk");
