@@ -1,0 +1,10 @@
+#pragma once
+
+#include "../FileSubject.h"
+
+namespace benchmarks {
+
+FileSubject fileFloor();
+FileSubject fileProduct();
+
+} // namespace benchmarks
