@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """tables.py times FILE...             what the benchmark programs wrote, one JSON file for each
+tables.py latencies NUMBER FILE     what BenchmarkFiles wrote, a JSON document a line, NUMBER for a row
 tables.py compile COMPILER NUMBER   the time to compile compile/TenLines.cpp, NUMBER times
 
-Writes a Markdown table to standard output. For `compile`, each line of standard input is a name in the
+Writes a Markdown table to standard output, or nothing if no row was measured. For `compile`, each line of standard input is a name in the
 table and the flags to compile with; the one named Empty is what the others are compared with.
 """
 
@@ -55,7 +56,7 @@ def measured_rows(paths):
 def write_times(paths):
     workloads = measured_rows(paths)
     if not workloads:
-        sys.exit("tables.py: no row was measured")
+        return
     print("| Work | Subject | ns, median | to the floor | to the best peer |")
     print("|---|---|--:|--:|--:|")
     for workload, rows in workloads.items():
@@ -74,6 +75,35 @@ def write_times(paths):
                 f"| {mark}{median:.{1 if median < 100 else 0}f}{mark} "
                 f"| {f'{median / floor:.2f}' if floor else ''} "
                 f"| {f'{median / peer:.2f}' if is_product and peer else ''} |"
+            )
+
+
+def write_latencies(repetitions, path):
+    columns = ["p50", "p99", "p99.9", "max"]
+    workloads = {}
+    for line in pathlib.Path(path).read_text().splitlines():
+        run = json.loads(line)
+        workload, subject = run["row"].split(" | ")
+        rows = workloads.setdefault(workload, {})
+        rows.setdefault(subject, (run["role"], []))[1].append([run[column] for column in columns])
+    if not workloads:
+        return
+    print(f"| Work | Subject | {' | '.join(columns)} | p50 to the floor |")
+    print("|---|---|--:|--:|--:|--:|--:|")
+    for workload, rows in workloads.items():
+        medians = {}
+        for subject, (_, runs) in rows.items():
+            if len(runs) != repetitions:
+                sys.exit(f"tables.py: {workload} | {subject} was measured {len(runs)} times")
+            medians[subject] = [statistics.median(column) for column in zip(*runs)]
+        floor = min((medians[s][0] for s in rows if rows[s][0] == "floor"), default=None)
+        for number, (subject, (role, _)) in enumerate(rows.items()):
+            mark = "**" if role == "product" else ""
+            cells = [f"{mark}{median:.0f}{mark}" for median in medians[subject]]
+            ratio = f"{medians[subject][0] / floor:.2f}" if floor else ""
+            print(
+                f"| {'' if number else workload} | {mark}{subject}{mark} "
+                f"| {' | '.join(cells)} | {ratio} |"
             )
 
 
@@ -96,6 +126,8 @@ def write_compile_times(compiler, repetitions):
 
 if sys.argv[1:2] == ["times"] and len(sys.argv) > 2:
     write_times(sys.argv[2:])
+elif sys.argv[1:2] == ["latencies"] and len(sys.argv) == 4:
+    write_latencies(int(sys.argv[2]), sys.argv[3])
 elif sys.argv[1:2] == ["compile"] and len(sys.argv) == 4:
     write_compile_times(sys.argv[2], int(sys.argv[3]))
 else:

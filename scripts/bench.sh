@@ -25,6 +25,7 @@ done
 
 repetitions=9
 milliseconds=20 # of each repetition
+lines=200000    # of each repetition that writes into a file
 timeout=300     # seconds for one program
 programs=(Operations Installation Loading)
 results=build/bench
@@ -44,7 +45,7 @@ build() { # PLATFORM
     say "$1: building"
     run_logged "$logs/bench-$1.configure" cmake --preset "$1" -B "$results/$1" \
         -DZOL_BUILD_BENCHMARKS=ON -DZOL_BUILD_TESTS=OFF -DZOL_BUILD_EXAMPLES=OFF \
-        -DZOL_BUILD_TOOLS=OFF -DZOL_BUILD_BACKENDS=OFF
+        -DZOL_BUILD_TOOLS=OFF -DZOL_BUILD_BACKENDS=ON
     run_logged "$logs/bench-$1.build" cmake --build "$results/$1"
 }
 
@@ -62,19 +63,55 @@ run_windows() { # PROGRAM ARGUMENT...
     scripts/wine.sh "$results/windows/bin/$1.exe" "${@:2}"
 }
 
-measure() { # PLATFORM PROGRAM
-    say "$1: $2"
+# Errors go to the program's log.
+run_program() { # PLATFORM PROGRAM ARGUMENT...
     local result=0 log=$logs/bench-$1.$2
     # A function in a shell of its own, which timeout can end.
     export -f "run_$1"
     results=$results timeout "$timeout" bash -c 'set -euo pipefail; "$@"' bash "run_$1" "Benchmark$2" \
-        --benchmark_enable_random_interleaving=true --benchmark_repetitions="$repetitions" \
-        --benchmark_min_time="$(printf '0.%03d' "$milliseconds")" --benchmark_filter="$only" \
-        >"$results/$1.$2.json" 2>"$log" || result=$?
+        "${@:3}" 2>"$log" || result=$?
     # Under Wine, a program that has written its results sometimes does not end. tables.py refuses
     # incomplete results.
     [ "$result" = 0 ] || { [ "$1" = windows ] && [ "$result" = 124 ]; } ||
         { tail -n 20 "$log" >&2; die "$2 failed on $1"; }
+}
+
+measure() { # PLATFORM PROGRAM
+    say "$1: $2"
+    run_program "$1" "$2" \
+        --benchmark_enable_random_interleaving=true --benchmark_repetitions="$repetitions" \
+        --benchmark_min_time="$(printf '0.%03d' "$milliseconds")" --benchmark_filter="$only" \
+        >"$results/$1.$2.json"
+}
+
+# That the file consists of all lines, each with time stamp, level, logger and text. The program that
+# wrote them has ended.
+check_lines() { # FILE ROW
+    local digits='[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\.[0-9]{3,6}' whole all
+    whole=$(LC_ALL=C grep -cE "^$digits (INFO|info) \[benchmarks\] .{40}"$'\r?$' "$1" || true)
+    all=$(wc -l <"$1")
+    if [ "$whole" != "$lines" ] || [ "$all" != "$lines" ]; then
+        die "$2: the file has $all lines, of which $whole are as they should be, and not $lines"
+    fi
+}
+
+# Latencies: one process for each measurement, the subjects of a workload in turns.
+measure_files() { # PLATFORM
+    say "$1: Files"
+    local folder=$results/files rows workload row result=$results/$1.Files.json
+    : >"$result"
+    rows=$(run_program "$1" Files list | tr -d '\r' | grep -E -- "$only" || true)
+    while read -r workload; do
+        for _ in $(seq "$repetitions"); do
+            while read -r row; do
+                rm -rf "$folder"
+                mkdir "$folder"
+                run_program "$1" Files measure "$row" "$folder/zol.log" "$lines" >>"$result" </dev/null
+                check_lines "$folder/zol.log" "$row"
+            done < <(grep -F -- "$workload | " <<<"$rows")
+        done
+    done < <(sed -n 's/ | .*//p' <<<"$rows" | uniq)
+    rm -rf "$folder"
 }
 
 describe() { # PLATFORM COMPILER
@@ -89,6 +126,8 @@ describe() { # PLATFORM COMPILER
         paste -s -d , | sed 's/,/, /g')"
     echo "- Each row: the median of $repetitions repetitions of at least $milliseconds ms each, in which" \
         "the subjects take turns"
+    echo "- Each row of a line into a file: the medians of $repetitions repetitions of $lines statements" \
+        "each, in ns, every repetition in a process of its own; the subjects take turns"
 }
 
 # Sizes of what a program has to ship, without debug information.
@@ -136,16 +175,19 @@ windows_libraries() {
 }
 
 bench() { # PLATFORM COMPILER PEER...
-    local platform=$1 compiler=$2 files=()
+    local platform=$1 compiler=$2 files=() times latencies
     peers=("${@:3}")
     for program in "${programs[@]}"; do
         measure "$platform" "$program"
         files+=("$results/$platform.$program.json")
     done
+    measure_files "$platform"
+    times=$(benchmarks/tables.py times "${files[@]}")
+    latencies=$(benchmarks/tables.py latencies "$repetitions" "$results/$platform.Files.json")
+    [ -n "$times$latencies" ] || die "no row matches $only"
     {
         describe "$platform" "$compiler"
-        echo
-        benchmarks/tables.py times "${files[@]}"
+        printf '%s' "${times:+$'\n'$times$'\n'}" "${latencies:+$'\n'$latencies$'\n'}"
         if [ -z "$only" ]; then
             say "$platform: sizes and compile times"
             echo
