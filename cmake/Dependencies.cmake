@@ -2,6 +2,7 @@
 #   zol_boost_thread   what the framework module links
 #   zol_spdlog         the headers of spdlog and fmt; backends/common compiles both
 #   zol_utf8           UTF8-CPP, which backends/common includes
+#   zol_zlib           zlib, which backends/common links: shared on Linux, static on Windows
 #   zol_command_line   CLI11 and
 #   zol_json           JSON for Modern C++, what the tools compile in
 #   zol_elf            libelf, which the tools link on Linux
@@ -17,6 +18,7 @@ if(MSVC)
     target_compile_options(zol_spdlog INTERFACE /wd4702)
 endif()
 add_library(zol_utf8 INTERFACE)
+add_library(zol_zlib INTERFACE)
 add_library(zol_command_line INTERFACE)
 add_library(zol_json INTERFACE)
 add_library(zol_elf INTERFACE)
@@ -51,6 +53,13 @@ if(MINGW)
     foreach(target IN ITEMS zol_command_line zol_json)
         target_include_directories(${target} SYSTEM INTERFACE ${ZOL_WINDOWS_DEPS}/include)
     endforeach()
+
+    if(ZOL_BUILD_BACKENDS)
+        # Debian builds it for mingw. The static library, so that no further DLL is shipped. Its headers are
+        # beside those of Windows, where the compiler finds them.
+        find_library(ZOL_LIBZ libz.a REQUIRED)
+        target_link_libraries(zol_zlib INTERFACE ${ZOL_LIBZ})
+    endif()
 else()
     set(Boost_USE_STATIC_LIBS ${WIN32})
     find_package(Boost 1.74 REQUIRED COMPONENTS thread)
@@ -83,6 +92,12 @@ else()
             target_link_libraries(zol_utf8 INTERFACE utf8::cpp)
         else()
             target_link_libraries(zol_utf8 INTERFACE utf8cpp::utf8cpp) # from its version 4 on
+        endif()
+        find_package(ZLIB 1.2.13 REQUIRED)
+        target_link_libraries(zol_zlib INTERFACE ZLIB::ZLIB)
+        if(NOT WIN32)
+            # The back ends that write no files load on a machine without it.
+            target_link_options(zol_zlib INTERFACE LINKER:--as-needed)
         endif()
     endif()
 

@@ -83,14 +83,15 @@ set(zolClangOptions
     -D_CRT_INTERNAL_LOCAL_PRINTF_OPTIONS=0x24
     -DSTRICT)
 # What find_package finds: the header-only libraries that are linked into build/deps/include, and
-# Boost.Thread built from source.
+# Boost.Thread and zlib built from source.
 list(APPEND CMAKE_MODULE_PATH ${zolStandins}/packages)
 list(APPEND CMAKE_INCLUDE_PATH ${zolDeps}/include)
 
 list(TRANSFORM zolClangOptions PREPEND /clang: OUTPUT_VARIABLE zolFlags)
 list(JOIN zolFlags " " CMAKE_CXX_FLAGS_INIT)
-# GoogleTest's project asks for a compiler of C, and compiles nothing with it.
-set(CMAKE_C_FLAGS_INIT "/clang:-nostdlibinc /clang:-idirafter${zolWineHeaders}/msvcrt")
+# zlib is in C. GoogleTest's project asks for a compiler of C, and compiles nothing with it.
+set(CMAKE_C_FLAGS_INIT
+    "/clang:-nostdlibinc /clang:-idirafter${zolWineHeaders}/msvcrt /clang:-idirafter${zolWineHeaders}/windows")
 
 set(CMAKE_RC_FLAGS_INIT "-I${zolWineHeaders}/windows -I${zolWineHeaders}/msvcrt")
 

@@ -2,7 +2,7 @@
 # setup.sh [PROFILE] [windows|linux]: installs what a bare Debian 12 or 13 lacks for a job, on one
 # platform or on both, and puts the headers and sources that the cross build uses into build/deps.
 # A second run costs nothing. Profiles, each with what the ones before it need:
-#   demo        compilers, CMake, Boost, spdlog, fmt and UTF8-CPP; Wine for Windows
+#   demo        compilers, CMake, Boost, spdlog, fmt, UTF8-CPP and zlib; Wine for Windows
 #   sdk         the libraries of zol-backend-check, and what makes packages
 #   test        what scripts/test.sh needs (the default)
 #   all         what scripts/test.sh all needs: clang's sanitizers, the documents, syslog-ng, and for
@@ -88,10 +88,10 @@ are_offered() { apt-cache show "$@" >/dev/null 2>&1; }
 
 packages=(cmake ninja-build libboost-dev libspdlog-dev libfmt-dev libutfcpp-dev)
 if has linux "${platforms[@]}"; then
-    packages+=(g++ libboost-thread-dev)
+    packages+=(g++ libboost-thread-dev zlib1g-dev)
 fi
 if has windows "${platforms[@]}"; then
-    packages+=(g++-mingw-w64-x86-64-posix wine wine64 xz-utils)
+    packages+=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 xz-utils)
 fi
 if has "$profile" sdk test all; then
     packages+=(libcli11-dev nlohmann-json3-dev dpkg-dev)
@@ -110,7 +110,8 @@ if [ "$profile" = all ]; then
     packages+=(
         gdb libxml2-utils pkgconf # what the tests of the packages look with
         doxygen furo python3-breathe python3-myst-parser python3-sphinx python3-sphinx-copybutton # the site
-        libwine-dev)              # the C headers for Visual C++'s ABI
+        libwine-dev               # the C headers for Visual C++'s ABI
+        zlib1g-dev)               # whose sources are built for it
     if has linux "${platforms[@]}"; then
         packages+=(fakeroot lintian lld) # what the tests of the Debian packages and of other linkers use
         packages+=(libgmock-dev)          # GoogleTest as users have it, for docs/testing.md
@@ -212,6 +213,22 @@ if [ "$profile" = all ]; then
 fi
 
 if [ "$profile" = all ] && has windows "${platforms[@]}"; then
+    # Debian builds zlib for Linux and for mingw only: fetch its sources for Visual C++'s ABI.
+    version=$(dpkg-query -W -f '${source:Version}' zlib1g-dev)
+    if [ "$(cat "$deps/zlib/version" 2>/dev/null || true)" != "$version" ]; then
+        source=$(dpkg-query -W -f '${source:Package}' zlib1g-dev)
+        scripts/fetch-source.sh zlib1g-dev "$source" "$version" "$deps/zlib-source"
+        say "unpacking the sources of zlib $version"
+        rm -rf "$deps/zlib"
+        mkdir -p "$deps/zlib"
+        # Releases of Debian differ in how the archive is compressed, and it may have a signature.
+        archive=$(find "$deps/zlib-source" -name "${source}_*.orig.tar.*" ! -name '*.asc')
+        tar -xf "$archive" -C "$deps/zlib" --strip-components=1 \
+            --wildcards --no-wildcards-match-slash '*/*.[ch]'
+        rm -rf "$deps/zlib-source"
+        echo "$version" >"$deps/zlib/version"
+    fi
+
     # The libraries of cmake/msvc-clang.cmake. That takes a minute.
     runtime=$deps/msvc-clang
     key=$(cat "$deps/libcxx/version" cmake/msvc-clang.cmake $(git ls-files cmake/msvc-clang) | sha256sum)
