@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# fetch-source.sh BINARY SOURCE VERSION FOLDER: downloads a Debian source package into a new folder,
-# from the archive that offers the binary package. The machine's own package lists stay as they are.
+# fetch-source.sh BINARY SOURCE VERSION FOLDER: downloads the original sources of a Debian source package,
+# without Debian's changes, into a new folder, from the archive that offers the binary package. The
+# machine's own package lists stay as they are.
 set -euo pipefail
 
 say() { echo "fetch-source: $*"; }
@@ -22,7 +23,7 @@ apt=(apt-get -q
     -o "Dir::State::Lists=$folder/lists" -o APT::Sandbox::User=root)
 if ! (
     cd "$folder" && "${apt[@]}" update &&
-    "${apt[@]}" source --download-only --only-source "$source=$version"
+    "${apt[@]}" source --download-only --tar-only --only-source "$source=$version"
 ) >"$folder/log" 2>&1; then
     tail -n 20 "$folder/log" >&2
     die "cannot fetch the sources of $source $version"
