@@ -1,13 +1,13 @@
 #include "files/LogFile.h"
 
 #include <cerrno>
-#include <system_error>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "FileErrors.h"
 #include "ReopeningSink.h"
 #include "linux/Descriptors.h"
 
@@ -18,43 +18,6 @@ namespace {
 constexpr mode_t defaultMode = 0640;
 /// Of attempts to open a file that others create and delete meanwhile.
 constexpr int maxAttempts = 10;
-
-/// What lies at the path, if it is not a regular file.
-const char* otherKind(mode_t mode) {
-    switch (mode & S_IFMT) {
-    case S_IFREG:
-        return nullptr;
-    case S_IFDIR:
-        return "a folder";
-    case S_IFIFO:
-        return "a FIFO";
-    case S_IFLNK:
-        return "a symbolic link";
-    case S_IFSOCK:
-        return "a socket";
-    default:
-        return "a device";
-    }
-}
-
-[[noreturn]] void throwOtherKind(const std::filesystem::path& path, const char* kind) {
-    throw LogFileError(path.string() + " is " + kind + " and not a regular file");
-}
-
-[[noreturn]] void throwError(const char* action, const std::filesystem::path& path, int error) {
-    throw LogFileError("cannot " + std::string(action) + " " + path.string() + ": " +
-                       std::generic_category().message(error));
-}
-
-[[noreturn]] void throwOpenError(const std::filesystem::path& path, int error) {
-    struct stat status = {};
-    if (lstat(path.c_str(), &status) == 0) {
-        if (const char* const kind = otherKind(status.st_mode)) {
-            throwOtherKind(path, kind);
-        }
-    }
-    throwError("open", path, error);
-}
 
 int openDescriptor(const std::filesystem::path& path, std::optional<unsigned> mode) {
     // Without O_NONBLOCK, opening a FIFO would wait for its other end.
@@ -138,7 +101,7 @@ void LogFile::write(std::string_view bytes) {
             bytes.remove_prefix(written);
             isTorn_ = bytes.empty() ? false : isTorn_ || written > 0;
         } else if (errno != EINTR) {
-            throwError("write to", path_, errno);
+            throwFileError("write to", path_, errno);
         }
     }
 }

@@ -1,70 +1,24 @@
 #include "files/LogFile.h"
 
 #include <algorithm>
-#include <system_error>
 #include <utility>
 
 #include <windows.h>
 
+#include "FileHandle.h"
 #include "ReopeningSink.h"
 
 namespace ZOL::Backends {
 
 namespace {
 
-constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-HANDLE handleOf(std::intptr_t handle) {
-    return reinterpret_cast<HANDLE>(handle); // NOLINT(performance-no-int-to-ptr)
-}
-
-/// A handle that is closed with its scope.
-class ScopedHandle {
-public:
-    explicit ScopedHandle(HANDLE handle) : handle_(handle) {}
-    ScopedHandle(const ScopedHandle&) = delete;
-    ScopedHandle& operator=(const ScopedHandle&) = delete;
-    ~ScopedHandle() {
-        if (isValid()) {
-            CloseHandle(handle_);
-        }
-    }
-
-    bool isValid() const { return handle_ != INVALID_HANDLE_VALUE; }
-    HANDLE get() const { return handle_; }
-
-private:
-    HANDLE handle_;
-};
-
-[[noreturn]] void throwError(const char* action, const std::filesystem::path& path, DWORD error) {
-    throw LogFileError("cannot " + std::string(action) + " " + path.u8string() + ": " +
-                       std::system_category().message(static_cast<int>(error)));
-}
-
 /// Without the right to delete: a viewer that does not share deletion would be refused, and this
 /// program by such a viewer.
 HANDLE openHandle(const std::filesystem::path& path) {
-    HANDLE handle = CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
-                                shareAll, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        const DWORD attributes = GetFileAttributesW(path.c_str());
-        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-            throw LogFileError(path.u8string() + " is a folder and not a regular file");
-        }
-        throwError("open", path, error);
-    }
-    if (GetFileType(handle) != FILE_TYPE_DISK) {
-        CloseHandle(handle);
-        throw LogFileError(path.u8string() + " is a device and not a regular file");
-    }
-    return handle;
-}
-
-std::uint64_t combined(DWORD high, DWORD low) {
-    constexpr unsigned bitsOfLow = 32;
-    return static_cast<std::uint64_t>(high) << bitsOfLow | low;
+    return requireRegularFile(
+        CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, shareAll,
+                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr),
+        path);
 }
 
 /// Whether a file ends within a line. Unknown, and taken for no, if it cannot be read.
@@ -117,10 +71,10 @@ void LogFile::write(std::string_view bytes) {
         DWORD count = 0;
         const auto size = static_cast<DWORD>(std::min(bytes.size(), maxWrite));
         if (!WriteFile(handleOf(handle_), bytes.data(), size, &count, nullptr)) {
-            throwError("write to", path_, GetLastError());
+            throwFileError("write to", path_, GetLastError());
         }
         if (count == 0) {
-            throwError("write to", path_, ERROR_DISK_FULL);
+            throwFileError("write to", path_, ERROR_DISK_FULL);
         }
         size_ += count;
         bytes.remove_prefix(count);
@@ -163,12 +117,7 @@ std::chrono::system_clock::time_point LogFile::lastWrite() const noexcept {
     if (!GetFileTime(handleOf(handle_), nullptr, nullptr, &time)) {
         return std::chrono::system_clock::now();
     }
-    constexpr std::uint64_t ticksPerSecond = 10000000;
-    constexpr std::int64_t epoch = 11644473600; // 1970 in seconds since 1601
-    return std::chrono::system_clock::from_time_t(
-        static_cast<std::time_t>(combined(time.dwHighDateTime, time.dwLowDateTime) /
-                                 ticksPerSecond) -
-        epoch);
+    return std::chrono::system_clock::from_time_t(toTime(time));
 }
 
 } // namespace ZOL::Backends
