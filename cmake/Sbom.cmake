@@ -111,14 +111,14 @@ function(zol_owner_version result file)
     set(${result} ${version} PARENT_SCOPE)
 endfunction()
 
-# zol_set_texts(<variable with a JSON object> <key> <text>...)
+# zol_set_texts(<variable with a JSON object> <key> <text>...): a text may contain semicolons.
 function(zol_set_texts variable)
     set(object "${${variable}}")
-    set(members ${ARGN})
-    while(members)
-        list(POP_FRONT members key text)
-        string(JSON object SET "${object}" ${key} "\"${text}\"")
-    endwhile()
+    math(EXPR last "${ARGC} - 1")
+    foreach(index RANGE 1 ${last} 2)
+        math(EXPR next "${index} + 1")
+        string(JSON object SET "${object}" ${ARGV${index}} "\"${ARGV${next}}\"")
+    endforeach()
     set(${variable} "${object}" PARENT_SCOPE)
 endfunction()
 
@@ -188,6 +188,14 @@ if(ZOL_BUILD_BACKENDS)
         set(libraryVersion NOASSERTION)
     endif()
     zol_add_package(UTF8-CPP ${libraryVersion} BSL-1.0 ${others} CONTAINS "Compiled into the back ends")
+
+    # On Linux it is a shared library, below.
+    if(WIN32)
+        zol_header_numbers(numbers zol_zlib zlib.h
+            MACROS ZLIB_VER_MAJOR ZLIB_VER_MINOR ZLIB_VER_REVISION)
+        list(JOIN numbers "." numbers)
+        zol_add_package(zlib ${numbers} Zlib ${others} STATIC_LINK "Linked into the back ends that write files")
+    endif()
 endif()
 
 if(ZOL_BUILD_TOOLS)
@@ -235,6 +243,11 @@ else()
     zol_add_package(libgcc ${libraryVersion} ${gccLicence} ${others} DYNAMIC_LINK "Not shipped")
     zol_owner_version(libraryVersion libc.so.6)
     zol_add_package(glibc ${libraryVersion} LGPL-2.1-or-later ${others} DYNAMIC_LINK "Not shipped")
+    if(ZOL_BUILD_BACKENDS)
+        zol_owner_version(libraryVersion libz.so.1)
+        zol_add_package(zlib ${libraryVersion} Zlib ${others} DYNAMIC_LINK
+            "Not shipped; the back ends that write files need it")
+    endif()
     if(ZOL_BUILD_TOOLS)
         zol_owner_version(libraryVersion libelf.so.1)
         zol_add_package(libelf ${libraryVersion} "LGPL-3.0-or-later OR GPL-2.0-or-later" ${others}
