@@ -29,6 +29,8 @@ foreach(package IN ITEMS zol-framework zol-framework-dev)
         expect_field(${package} Depends "${needed} \\(>= [0-9.]+")
     endforeach()
 endforeach()
+# Of the back ends that write files.
+expect_field(zol-framework Depends "zlib1g \\(>= 1:[0-9.]+")
 expect_field(zol-framework-dev Depends "^zol-framework \\(= ${version}\\), .*libelf1(t64)? \\(>= [0-9.]+")
 expect_field(zol-framework-dbg Depends "^zol-framework \\(= ${version}\\)\n$")
 
