@@ -190,6 +190,9 @@ else
 fi
 finish_part setup "done"
 use_ccache
+if [ "$profile" = all ]; then
+    export ZOL_TEST_ROUNDS=100 # of tests that repeat what happens at random, 20 by default
+fi
 mkdir -p "$logs"
 
 presets=()

@@ -24,6 +24,10 @@ public:
 
     /// Writes one message. A message that cannot be written is counted as dropped.
     virtual void write(const Record& record) noexcept = 0;
+
+    /// The process ends: hands on what is kept back. From now on, each message is handed on at
+    /// once. Any thread may call it, at the same time as write and several times.
+    virtual void finish() noexcept {}
 };
 
 /// What a writer has in common with all others: the form of its lines, and who counts its drops.
@@ -44,6 +48,9 @@ struct WriterOptions {
     /// Limit for %v, which is "LEVEL [logger] text"; longer lines are truncated. Without a limit, a
     /// line that is too long for a sink would close it, and the next messages would be dropped.
     std::size_t maxLineBytes = unlimitedLineBytes;
+    /// Whether the writer has a worker, which must be finished while the threads of the process
+    /// run.
+    bool hasWorker = false;
 };
 
 } // namespace ZOL::Backends

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
+#include <cstdint>
 #include <limits>
 #include <stdexcept>
 #include <type_traits>
@@ -113,6 +115,49 @@ std::optional<unsigned> parseMode(std::string_view text) {
         return std::nullopt;
     }
     return mode;
+}
+
+/// Parses a time such as 200ms, 2s or 5m, from a millisecond to an hour.
+std::optional<std::chrono::milliseconds> parseTime(std::string_view text) {
+    using namespace std::chrono_literals;
+    constexpr std::chrono::milliseconds maxTime = 1h;
+    struct Unit {
+        std::string_view name;
+        std::chrono::milliseconds time;
+    };
+    constexpr Unit units[] = {{"ms", 1ms}, {"s", 1s}, {"m", 1min}, {"h", 1h}};
+    std::int64_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    const std::string_view unitName = text.substr(static_cast<std::size_t>(rest - text.data()));
+    for (const Unit& unit : units) {
+        if (error == std::errc() && number > 0 && equalsIgnoreCase(unitName, unit.name)) {
+            return number <= maxTime / unit.time ? std::optional(number * unit.time) : std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<FlushSettings> parseFlush(std::string_view text) {
+    constexpr std::string_view eachLine = "line";
+    /// After which lines below the level are handed over: a reader of the file should see them.
+    constexpr std::chrono::seconds intervalBelowLevel(1);
+    if (equalsIgnoreCase(text, eachLine)) {
+        return FlushSettings();
+    }
+    FlushSettings flush;
+    if (const auto time = parseTime(text)) {
+        flush.interval = time;
+        return flush;
+    }
+    const bool isNumber = text.find_first_not_of("-0123456789") == std::string_view::npos;
+    const auto level = isNumber ? std::nullopt : parseLevel(text); // more likely a time
+    if (level) {
+        flush.minLevel = *level;
+        flush.interval = intervalBelowLevel;
+        return flush;
+    }
+    return std::nullopt;
 }
 
 bool isValidText(SettingType type, const std::string& value) {
@@ -268,6 +313,19 @@ std::size_t Settings::size(std::string_view setting) const {
         reportInvalid(row, *value, expectedValue(row), std::to_string(fallback));
     }
     return fallback;
+}
+
+FlushSettings Settings::flush(std::string_view setting) const {
+    const Setting& row = find(setting, {SettingType::flush});
+    const std::optional<std::string> value = textOf(row);
+    const std::optional<FlushSettings> flush = value ? parseFlush(*value) : std::nullopt;
+    if (flush) {
+        return *flush;
+    }
+    if (value) {
+        reportInvalid(row, *value, expectedValue(row), std::string(row.defaultValue));
+    }
+    return parseFlush(row.defaultValue).value();
 }
 
 std::string_view Settings::choice(std::string_view setting) const {

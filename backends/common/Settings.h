@@ -12,6 +12,7 @@
 
 #include "Levels.h"
 #include "SettingsTable.h"
+#include "files/FlushSettings.h"
 
 namespace ZOL::Backends {
 
@@ -50,6 +51,9 @@ public:
 
     /// A number of bytes. A suffix K, M or G multiplies by a power of 1024.
     std::size_t size(std::string_view setting) const;
+
+    /// When lines are handed to the system.
+    FlushSettings flush(std::string_view setting) const;
 
     /// One of the choices in the table, as it is written there.
     std::string_view choice(std::string_view setting) const;

@@ -25,6 +25,17 @@ constexpr Setting size(std::string_view backend, std::string_view name,
     return {backend, name, SettingType::size, SettingPlatform::any, help, defaultValue, {}};
 }
 
+constexpr Setting flush(std::string_view backend) {
+    return {backend,
+            "flush",
+            SettingType::flush,
+            SettingPlatform::any,
+            "when the system gets a line: before the logging call returns, before that for lines "
+            "from a level up and within a second for others, or within a time",
+            "line",
+            {}};
+}
+
 constexpr Setting fileMode(std::string_view backend) {
     return {backend,
             "mode",
@@ -70,6 +81,8 @@ constexpr std::string_view bytesHelp = "the maximum size of all files together. 
 constexpr std::string_view defaultModeHelp = "0640 less the umask";
 constexpr long long maxCount = 100000;
 constexpr long long maxDays = 10000;
+constexpr std::string_view compressions[] = {"none", "gzip"};
+constexpr std::string_view compressHelp = "how older files are compressed, on a thread of its own";
 constexpr std::string_view times[] = {"local", "utc"};
 constexpr std::string_view colours[] = {"auto", "always", "never"};
 constexpr std::string_view protocols[] = {"tcp", "udp"};
@@ -99,6 +112,8 @@ constexpr Setting rows[] = {
     number("RotatingFile", "count", "5", 0, maxCount, countHelp),
     number("RotatingFile", "days", "0", 0, maxDays, daysHelp),
     size("RotatingFile", "bytes", "0", bytesHelp),
+    choice("RotatingFile", "compress", compressions, compressHelp),
+    flush("RotatingFile"),
     withDefaultHelp(fileMode("RotatingFile"), defaultModeHelp),
 
     text(SettingType::path, "DailyFile", "path", "zol.log", "the file, as for RotatingFile"),
@@ -108,6 +123,8 @@ constexpr Setting rows[] = {
     number("DailyFile", "count", "0", 0, maxCount, countHelp),
     number("DailyFile", "days", "0", 0, maxDays, daysHelp),
     size("DailyFile", "bytes", "0", bytesHelp),
+    choice("DailyFile", "compress", compressions, compressHelp),
+    flush("DailyFile"),
     withDefaultHelp(fileMode("DailyFile"), defaultModeHelp),
 
     only(SettingPlatform::onLinux, withDefaultHelp(text(SettingType::tag, "SystemLog", "source", "",
@@ -158,6 +175,8 @@ std::string expectedValue(const Setting& setting) {
     case SettingType::size:
         return setting.min == 0 ? "a size such as 4096, 500K, 10M or 1G, or 0"
                                 : "a size such as 4096, 500K, 10M or 1G";
+    case SettingType::flush:
+        return "line, a level such as ERROR, or a time such as 200ms or 2s, up to 1h";
     case SettingType::mode:
         return "an octal number from 0 to 0777 such as 0640";
     case SettingType::choice: {

@@ -12,6 +12,7 @@ enum class SettingType {
     path,        ///< the name of a file
     number,      ///< an integer from min to max
     size,        ///< a number of bytes, from min on
+    flush,       ///< when lines are handed to the system
     mode,        ///< permissions of a file on Linux
     choice,      ///< one of the choices, in any case
     levels,      ///< rules of a LevelFilter

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Diagnostics.h"
+#include "Process.h"
 #include "Text.h"
 
 namespace ZOL::Backends {
@@ -45,6 +46,7 @@ BackendConfiguration::BackendConfiguration(Settings readSettings, const OptionsR
     : settings(std::move(readSettings)), filter(settings.levels("levels")) {
     const WriterOptions options = readOptions(settings);
     maxLineBytes = options.maxLineBytes;
+    hasWorker = options.hasWorker;
     writer =
         options.factory({settings.backend(), readPattern(settings), readTimeType(settings), drops});
 }
@@ -95,6 +97,11 @@ void SinkBackend::update(Settings settings) {
         std::make_unique<BackendConfiguration>(std::move(settings), readOptions_, drops_);
 }
 
+bool SinkBackend::hasWorker() const noexcept {
+    return configuration_.hasWorker ||
+           (nextConfiguration_ != nullptr && nextConfiguration_->hasWorker);
+}
+
 void SinkBackend::applyUpdate() noexcept {
     configuration_ = std::move(*nextConfiguration_);
     nextConfiguration_.reset();
@@ -137,27 +144,38 @@ Framework::GenericLogger::LoggingChannel* SinkBackend::createChannel(const char*
 
 namespace {
 
-/// Reports the drops when the static objects of the plug-in are destroyed.
-struct ExitReport {
-    explicit ExitReport(const SinkBackend& reportedBackend) : backend(reportedBackend) {}
-    ExitReport(const ExitReport&) = delete;
-    ExitReport& operator=(const ExitReport&) = delete;
-    ~ExitReport() { backend.reportDropsAtExit(); }
+SinkBackend* backend = nullptr; ///< the one of this module
 
-    const SinkBackend& backend;
+/// Finishes the back end and reports the drops when the static objects of the plug-in are
+/// destroyed.
+struct AtExit {
+    AtExit() = default;
+    AtExit(const AtExit&) = delete;
+    AtExit& operator=(const AtExit&) = delete;
+    ~AtExit() {
+        backend->finish();
+        backend->reportDropsAtExit();
+    }
 };
+
+void finishBackend() {
+    backend->finish();
+}
 
 } // namespace
 
 SinkBackend* createSinkBackend(const char* name, OptionsReader readOptions) noexcept {
-    static SinkBackend* backend = nullptr;
     try {
         Settings settings(name);
         if (backend != nullptr) {
             backend->update(std::move(settings));
         } else {
             backend = new SinkBackend(std::move(settings), std::move(readOptions));
-            static const ExitReport exitReport(*backend);
+            static const AtExit atExit;
+        }
+        if (backend->hasWorker() && keepModuleLoaded()) {
+            static const bool isRegistered = (callAtExit(finishBackend), true);
+            static_cast<void>(isRegistered);
         }
     } catch (const std::bad_alloc&) {
         reportToStderr(name, "there is no memory for the settings");

@@ -28,6 +28,7 @@ struct BackendConfiguration {
     Settings settings;
     LevelFilter filter;
     std::size_t maxLineBytes;
+    bool hasWorker;
     std::unique_ptr<RecordWriter> writer;
 };
 
@@ -71,6 +72,12 @@ public:
     Framework::GenericLogger::LoggingChannel* createChannel(const char* name) override;
 
     void countOutOfMemory() noexcept { drops_.addOutOfMemory(); }
+
+    /// Whether the present or the next writer has a worker.
+    bool hasWorker() const noexcept;
+
+    /// The process ends, see RecordWriter. Any thread may call it, at the same time as others.
+    void finish() noexcept { configuration_.writer->finish(); }
 
     void reportDropsAtExit() const noexcept { drops_.reportAtExit(); }
 

@@ -118,6 +118,10 @@ void readSetting(const Settings& settings, const Setting& setting) {
     case SettingType::mode:
         EXPECT_EQ(settings.mode(setting.name), std::nullopt);
         break;
+    case SettingType::flush:
+        EXPECT_EQ(setting.defaultValue, "line");
+        EXPECT_EQ(settings.flush(setting.name).interval, std::nullopt);
+        break;
     case SettingType::choice:
         EXPECT_EQ(settings.choice(setting.name), setting.defaultValue);
         break;

@@ -1,7 +1,12 @@
 #include "Settings.h"
 
+#include <chrono>
 #include <iterator>
+#include <limits>
+#include <map>
+#include <optional>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -24,6 +29,7 @@ constexpr Setting rows[] = {
     {"Test", "hour", SettingType::number, SettingPlatform::any, "", "", "no hour", 0, 23},
     {"Test", "size", SettingType::size, SettingPlatform::any, "", "2K", {}, 1},
     {"Test", "limit", SettingType::size, SettingPlatform::any, "", "0", {}},
+    {"Test", "flush", SettingType::flush, SettingPlatform::any, "", "line", {}},
     {"Test", "mode", SettingType::mode, SettingPlatform::any, "", "", "the mode of the system"},
     {"Test",
      "choice",
@@ -178,6 +184,35 @@ TEST_F(SettingsTest, ReadsSizesWithTheirUnits) {
         EXPECT_EQ(report(), "ZOL back end Test: the property Test.size is \"" +
                                 std::string(invalid) +
                                 "\" and not a size such as 4096, 500K, 10M or 1G; using 2048\n");
+    }
+}
+
+TEST_F(SettingsTest, ReadsWhenLinesAreFlushed) {
+    using namespace std::chrono_literals;
+    constexpr long long aboveAllLevels = std::numeric_limits<long long>::max();
+    const std::map<std::string, std::pair<std::chrono::milliseconds, long long>> expected{
+        {"1ms", {1ms, aboveAllLevels}},   {"200ms", {200ms, aboveAllLevels}},
+        {"2S", {2s, aboveAllLevels}},     {"60m", {1h, aboveAllLevels}},
+        {"1h", {1h, aboveAllLevels}},     {"3600000ms", {1h, aboveAllLevels}},
+        {"ERROR", {1s, LOG_LEVEL_ERROR}}, {"trace", {1s, LOG_LEVEL_TRACE}}};
+    for (const auto& [text, flush] : expected) {
+        const FlushSettings result = settings("flush", text).flush("flush");
+        EXPECT_EQ(result.interval, flush.first) << text;
+        EXPECT_EQ(result.minLevel, flush.second) << text;
+    }
+    for (const char* const line : {"line", "LINE"}) {
+        EXPECT_EQ(settings("flush", line).flush("flush").interval, std::nullopt);
+    }
+}
+
+TEST_F(SettingsTest, ReportsOtherTimesOfFlushes) {
+    for (const std::string text :
+         {"200", "0ms", "-1ms", "61m", "2h", "3600001ms", "1.5s", "1 s", "s", "", "lines",
+          "99999999999999999999ms", "9223372036854775807h", "ERROR;", "-5", "1d"}) {
+        EXPECT_EQ(settings("flush", text).flush("flush").interval, std::nullopt);
+        EXPECT_EQ(report(), "ZOL back end Test: the property Test.flush is \"" + text +
+                                "\" and not line, a level such as ERROR, or a time such as 200ms "
+                                "or 2s, up to 1h; using line\n");
     }
 }
 

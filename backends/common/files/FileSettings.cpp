@@ -14,6 +14,8 @@ RotatingLogSettings readFileSettings(const Settings& settings) {
     result.retention.count = static_cast<std::size_t>(settings.number("count"));
     result.retention.days = static_cast<unsigned>(settings.number("days"));
     result.retention.bytes = settings.size("bytes");
+    result.flush = settings.flush("flush");
+    result.isCompressed = settings.choice("compress") == "gzip";
     if (settings.has("mode")) {
         result.mode = settings.mode("mode");
     }

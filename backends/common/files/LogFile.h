@@ -43,13 +43,24 @@ public:
     LogFile& operator=(const LogFile&) = delete;
     ~LogFile();
 
-    /// Appends a line, which has its line end, in one system call if the system takes it whole. If
-    /// the system takes only a part, throws, and the next call ends the torn line first. Blocks
-    /// until the system has taken it.
-    void append(std::string_view line);
+    /// Appends whole lines, with their line ends, in one system call if the system takes them
+    /// whole, and removes from the text what it has taken, also if this throws. After a line of
+    /// which it took only a part, the next call ends the torn line first. Blocks until the system
+    /// has taken them.
+    void appendFrom(std::string_view& lines);
+
+    /// Appends one line, as appendFrom does.
+    void append(std::string_view line) { appendFrom(line); }
+
+    /// Ends a torn line, as appendFrom does first.
+    void endTornLine();
 
     /// The size as of the opening or the last refresh, and what has been appended since.
     std::uint64_t size() const { return size_; }
+
+    /// The size at the moment, which includes what a killed thread has appended. As size() if it
+    /// cannot be read.
+    std::uint64_t currentSize() const noexcept;
 
     /// Reads the size anew: somebody else may have truncated the file.
     void refreshSize() noexcept;
@@ -71,8 +82,8 @@ private:
     /// Whether the handle is that of this file.
     bool isOpen() const noexcept;
 
-    /// Writes all, or throws.
-    void write(std::string_view bytes);
+    /// Writes all, or throws. Removes what has been written.
+    void write(std::string_view& bytes);
 
     std::filesystem::path path_;
     std::intptr_t handle_ = -1;

@@ -10,4 +10,8 @@ namespace ZOL::Backends {
 std::error_code renameWithoutReplacing(const std::filesystem::path& from,
                                        const std::filesystem::path& to) noexcept;
 
+/// Whether nobody keeps a file from being removed at the moment: on Windows, who has it open
+/// without sharing deletion does.
+bool canBeRemoved(const std::filesystem::path& path) noexcept;
+
 } // namespace ZOL::Backends

@@ -38,7 +38,7 @@ std::vector<RotatedFile> rotatedFiles(const fs::path& live) {
             continue; // removed by somebody else
         }
         file.name = *std::move(name);
-        file.path = entry->path();
+        file.path = live.parent_path() / entry->path().filename();
         files.push_back(std::move(file));
     }
     std::sort(files.begin(), files.end(), [](const RotatedFile& left, const RotatedFile& right) {

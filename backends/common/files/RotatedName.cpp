@@ -161,22 +161,11 @@ std::optional<RotatedName> parseMiddle(std::string_view text) {
     return name;
 }
 
-} // namespace
+// In the system's own form: a name that is no valid text cannot be converted.
+using Native = std::filesystem::path::string_type;
 
-std::filesystem::path RotatedName::pathOf(const std::filesystem::path& live) const {
-    const std::tm utc = spdlog::details::os::gmtime(time);
-    std::filesystem::path path = live.parent_path() / live.stem();
-    path += fmt::format("{}{}.{:04}{:02}{:02}T{:02}{:02}{:02}Z.{:03}", day.empty() ? "" : "_", day,
-                        utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min,
-                        utc.tm_sec, counter);
-    return path += live.extension();
-}
-
-std::optional<RotatedName> RotatedName::parse(const std::filesystem::path& name,
-                                              const std::filesystem::path& live) {
-    // In the system's own form: a name that is no valid text cannot be converted.
-    using Native = std::filesystem::path::string_type;
-    const Native& text = name.native();
+std::optional<RotatedName> parseUncompressed(const Native& text,
+                                             const std::filesystem::path& live) {
     const Native stem = live.stem().native();
     const Native extension = live.extension().native();
     if (text.size() <= stem.size() + extension.size() || text.compare(0, stem.size(), stem) != 0 ||
@@ -194,11 +183,39 @@ std::optional<RotatedName> RotatedName::parse(const std::filesystem::path& name,
     return parseMiddle(ascii);
 }
 
+} // namespace
+
+std::filesystem::path RotatedName::pathOf(const std::filesystem::path& live) const {
+    const std::tm utc = spdlog::details::os::gmtime(time);
+    std::filesystem::path path = live.parent_path() / live.stem();
+    path += fmt::format("{}{}.{:04}{:02}{:02}T{:02}{:02}{:02}Z.{:03}", day.empty() ? "" : "_", day,
+                        utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min,
+                        utc.tm_sec, counter);
+    path += live.extension();
+    if (isCompressed) {
+        path += compressedExtension;
+    }
+    return path;
+}
+
+std::optional<RotatedName> RotatedName::parse(const std::filesystem::path& name,
+                                              const std::filesystem::path& live) {
+    std::optional<RotatedName> result = parseUncompressed(name.native(), live);
+    if (!result && name.extension() == compressedExtension) {
+        result = parseUncompressed(name.stem().native(), live);
+        if (result) {
+            result->isCompressed = true;
+        }
+    }
+    return result;
+}
+
 bool RotatedName::isOlderThan(const RotatedName& other) const noexcept {
     if (number != other.number) {
         return number > other.number;
     }
-    return std::tie(time, counter, day) < std::tie(other.time, other.counter, other.day);
+    return std::tie(time, counter, day, isCompressed) <
+           std::tie(other.time, other.counter, other.day, other.isCompressed);
 }
 
 } // namespace ZOL::Backends

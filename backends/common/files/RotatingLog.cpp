@@ -1,9 +1,10 @@
 #include "files/RotatingLog.h"
 
-#include <utility>
+#include <exception>
 
 #include "Diagnostics.h"
 #include "ScopedSignalBlock.h"
+#include "files/Compression.h"
 #include "files/Rename.h"
 
 namespace ZOL::Backends {
@@ -16,31 +17,127 @@ using namespace std::chrono_literals;
 constexpr RotatingLog::Clock::duration checkInterval = 200ms;
 /// From one attempt to open or to rename to the next.
 constexpr RotatingLog::Clock::duration retryInterval = 1s;
+/// Of lines that wait for a flush. Filled by one busy thread within several milliseconds, so that
+/// not one statement in a thousand has to wait for a write.
+constexpr std::size_t maxKeptBytes = std::size_t{1024} * 1024;
 
 } // namespace
 
 RotatingLog::RotatingLog(std::string backend, RotatingLogSettings settings)
-    : backend_(std::move(backend)), settings_(std::move(settings)) {}
+    : backend_(std::move(backend)), settings_(std::move(settings)), buffer_(maxKeptBytes) {}
 
-void RotatingLog::write(std::string_view line, Clock::time_point now) {
-    if (file_ == nullptr || isPast(lastCheck_, checkInterval, now)) {
-        check(now);
-    }
+void RotatingLog::write(std::string_view line, Clock::time_point now, Delivery delivery) {
+    checkIfDue(now);
     rotateIfDue(line.size(), now);
+    if (delivery == Delivery::later && buffer_.add(line)) {
+        return;
+    }
+    writeKeptLines(now);
+    if (delivery == Delivery::later && buffer_.add(line)) {
+        return;
+    }
+    append(line, now);
+}
+
+void RotatingLog::flush(Clock::time_point now) {
+    if (!buffer_.text().empty()) {
+        checkIfDue(now);
+        writeKeptLines(now);
+    }
+}
+
+void RotatingLog::writeLast(std::string_view line) {
+    if (file_ == nullptr) {
+        throw LogFileError("the process ends, and " + settings_.path.u8string() + " is not open");
+    }
+    writeKeptLines({});
+    append(line, {});
+}
+
+void RotatingLog::recover() noexcept {
+    if (isWriting_ && file_ != nullptr) {
+        const std::uint64_t size = file_->currentSize();
+        if (size >= sizeWhenFlushed_) {
+            buffer_.setBegin(writtenFrom_ + static_cast<std::size_t>(size - sizeWhenFlushed_));
+        }
+    }
+    isWriting_ = false;
+}
+
+void RotatingLog::forgetKeptLines() noexcept {
+    isWriting_ = false;
+    buffer_.clear();
+}
+
+void RotatingLog::close() noexcept {
+    file_.reset();
+    lock_.reset();
+    buffer_.clear();
+}
+
+/// Writes the lines that are kept. Those that are not written stay.
+/// @param now if empty, nothing is opened.
+void RotatingLog::writeKeptLines(std::optional<Clock::time_point> now) {
+    std::string_view rest = buffer_.text();
+    if (rest.empty()) {
+        return;
+    }
+    file_->endTornLine();
+    writtenFrom_ = buffer_.begin();
+    sizeWhenFlushed_ = file_->size();
+    isWriting_ = true;
+    std::exception_ptr failure;
     try {
-        file_->append(line);
+        append(rest, now);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    const std::string_view text = buffer_.text();
+    std::size_t taken = text.size() - rest.size();
+    if (taken != 0 && text[taken - 1] != '\n') {
+        taken = text.find('\n', taken) + 1; // the rest of that line is of no use any more
+        ++tornLines_;
+    }
+    buffer_.setBegin(writtenFrom_ + taken);
+    isWriting_ = false;
+    if (failure != nullptr) {
+        std::rethrow_exception(failure);
+    }
+}
+
+/// Whether no line is kept any more.
+bool RotatingLog::hasWrittenKeptLines(Clock::time_point now) noexcept {
+    try {
+        writeKeptLines(now);
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+/// Appends lines to the file and removes from the text what the system has taken.
+/// @param now if empty, nothing is opened.
+void RotatingLog::append(std::string_view& lines, std::optional<Clock::time_point> now) {
+    try {
+        file_->appendFrom(lines);
     } catch (const LogFileError&) {
-        if (file_->isAtItsPath()) {
+        if (!now || file_->isAtItsPath()) {
             throw;
         }
-        check(now); // the host has closed the descriptor
-        file_->append(line);
+        check(*now); // the host has closed the descriptor
+        file_->appendFrom(lines);
     }
 }
 
 /// Whether a wait is over. A clock that was set back ends it as well.
 bool RotatingLog::isPast(Clock::time_point moment, Clock::duration wait, Clock::time_point now) {
     return now < moment || now - moment >= wait;
+}
+
+void RotatingLog::checkIfDue(Clock::time_point now) {
+    if (file_ == nullptr || isPast(lastCheck_, checkInterval, now)) {
+        check(now);
+    }
 }
 
 /// Opens the file if it is not open, or if the path no longer leads to it.
@@ -78,6 +175,9 @@ void RotatingLog::open(Clock::time_point now) {
     }
     if (!hasBeenOpen_) {
         hasBeenOpen_ = true;
+        if (ownsFiles()) {
+            removeIncompleteCompression(settings_.path);
+        }
         removeExpired({}, now);
     }
 }
@@ -114,9 +214,13 @@ void RotatingLog::startPeriod(Clock::time_point at) {
     }
 }
 
+/// With the lines that are kept.
+std::uint64_t RotatingLog::size() const noexcept {
+    return file_->size() + buffer_.text().size();
+}
+
 bool RotatingLog::isFull(std::size_t lineBytes) const noexcept {
-    return settings_.maxBytes != 0 && file_->size() != 0 &&
-           file_->size() + lineBytes > settings_.maxBytes;
+    return settings_.maxBytes != 0 && size() != 0 && size() + lineBytes > settings_.maxBytes;
 }
 
 bool RotatingLog::isPeriodOver(Clock::time_point now) const noexcept {
@@ -127,18 +231,19 @@ void RotatingLog::rotateIfDue(std::size_t lineBytes, Clock::time_point now) {
     if (settings_.clock && now < periodBegin_) {
         startPeriod(now); // the clock has been set back
     }
-    if (isPeriodOver(now) && file_->size() == 0) {
+    if (isPeriodOver(now) && size() == 0) {
         startPeriod(now);
     }
     if ((isPeriodOver(now) || isFull(lineBytes)) &&
-        (!isRotationRefused_ || isPast(lastRefusal_, retryInterval, now))) {
+        (!isRotationRefused_ || isPast(lastRefusal_, retryInterval, now)) &&
+        hasWrittenKeptLines(now)) {
         rotate(now);
     }
 }
 
 void RotatingLog::rotate(Clock::time_point now) {
     takeLock();
-    if (lock_ != nullptr && !lock_->isHeld()) {
+    if (!ownsFiles()) {
         isRotationRefused_ = true; // the parent of this process will rename the file
         lastRefusal_ = now;
         return;
@@ -163,6 +268,7 @@ void RotatingLog::rotate(Clock::time_point now) {
     }
     identity_ = file_->identity();
     isRotationRefused_ = false;
+    ++rotations_;
     startPeriod(now);
     removeExpired(name, now);
 }
@@ -177,7 +283,9 @@ std::error_code RotatingLog::rename(Clock::time_point now, std::filesystem::path
     rotated.counter = rotated.time == lastName_.time ? lastName_.counter + 1 : 0;
     for (; rotated.counter <= RotatedName::maxCounter; ++rotated.counter) {
         name = rotated.pathOf(settings_.path);
-        const std::error_code error = renameWithoutReplacing(settings_.path, name);
+        const std::error_code error = isCompressed(name)
+                                          ? std::make_error_code(std::errc::file_exists)
+                                          : renameWithoutReplacing(settings_.path, name);
         if (error != std::errc::file_exists) {
             lastName_ = rotated;
             return error;
@@ -196,10 +304,8 @@ void RotatingLog::refuseRotation(const std::string& reason, Clock::time_point no
 
 void RotatingLog::removeExpired(const std::filesystem::path& lastRotated,
                                 Clock::time_point now) noexcept {
-    if (lock_ != nullptr && !lock_->isHeld()) {
-        return; // the parent of this process does it
-    }
-    if (!settings_.retention.isAny()) {
+    const bool isChild = !ownsFiles(); // the parent of this process does it
+    if (isChild || !settings_.retention.isAny()) {
         return;
     }
     try {

@@ -186,10 +186,12 @@ TEST(RotatedFiles, AreThoseOfOneLiveFileTheOldestFirst) {
                                 "zol_2026-01-30.log",
                                 "zol.20260131T000000Z.000.log",
                                 "zol.20260131T000000Z.001.log",
+                                "zol.20260131T000000Z.002.log.gz",
                                 "zol_2026-01-30.20260131T000001Z.000.log",
                                 "zol.20260131T000002Z.000.log"};
-        for (const char* other : {"zol.log", "zol-important.log", "zol.20260131T000000Z.000.log.gz",
-                                  "zol.log.lock", "orders.20260131T000000Z.000.log"}) {
+        for (const char* other :
+             {"zol.log", "zol-important.log", "zol.20260131T000000Z.000.log.gz.tmp", "zol.log.lock",
+              "orders.20260131T000000Z.000.log"}) {
             write(other);
         }
         for (const std::string& name : oldestFirst) {

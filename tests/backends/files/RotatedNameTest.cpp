@@ -15,12 +15,12 @@ namespace ZOL::Backends {
 
 bool operator==(const RotatedName& left, const RotatedName& right) {
     return left.time == right.time && left.counter == right.counter && left.day == right.day &&
-           left.number == right.number;
+           left.number == right.number && left.isCompressed == right.isCompressed;
 }
 
 std::ostream& operator<<(std::ostream& stream, const RotatedName& name) {
     return stream << "time " << name.time << ", counter " << name.counter << ", day \"" << name.day
-                  << "\", number " << name.number;
+                  << "\", number " << name.number << (name.isCompressed ? ", compressed" : "");
 }
 
 } // namespace ZOL::Backends
@@ -122,6 +122,22 @@ TEST(RotatedName, OfEarlierVersionsIsRead) {
     EXPECT_EQ(parsed("zol_2026-01-31.log"), rotatedAt(january31, 0, "2026-01-31"));
 }
 
+TEST(RotatedName, MayBeThatOfACompressedFile) {
+    RotatedName name = rotatedAt(january31At090507, 12, "2026-01-30");
+    name.isCompressed = true;
+    const std::string text = "zol_2026-01-30.20260131T090507Z.012.log.gz";
+    EXPECT_EQ(name.pathOf("zol.log"), fs::path(text));
+    EXPECT_EQ(parsed(text), name);
+    EXPECT_TRUE(parsed("zol.3.log.gz").value().isCompressed);
+    EXPECT_TRUE(parsed("zol.3.gz", "zol").value().isCompressed);
+    EXPECT_FALSE(parsed("zol.3.gz", "zol.gz").value().isCompressed);
+    EXPECT_TRUE(parsed("zol.3.gz.gz", "zol.gz").value().isCompressed);
+    RotatedName uncompressed = name;
+    uncompressed.isCompressed = false;
+    EXPECT_TRUE(uncompressed.isOlderThan(name));
+    EXPECT_FALSE(name.isOlderThan(uncompressed));
+}
+
 TEST(RotatedName, IsNotThatOfTheLiveOrOfAnotherFile) {
     expectNoRotatedFiles({"zol.log", "zol", "", "zol-important.log", "zol_important.log",
                           "zol.important.log", "other.20260131T090507Z.000.log",
@@ -132,12 +148,13 @@ TEST(RotatedName, IsNotThatOfTheLiveOrOfAnotherFile) {
 }
 
 TEST(RotatedName, EndsWithTheExtension) {
-    expectNoRotatedFiles({"zol.20260131T090507Z.000.log.bak", "zol.20260131T090507Z.000.log.gz",
-                          "zol.20260131T090507Z.000.log~", "zol.20260131T090507Z.000.txt",
-                          "zol.20260131T090507Z.000.LOG", "zol.20260131T090507Z.000",
-                          "zol.20260131T090507Z.000log", "zol.3.log.bak", "zol.3.log.gz", "zol.3",
+    expectNoRotatedFiles({"zol.20260131T090507Z.000.log.bak", "zol.20260131T090507Z.000.log.gz.gz",
+                          "zol.20260131T090507Z.000.log.gz.tmp", "zol.20260131T090507Z.000.log~",
+                          "zol.20260131T090507Z.000.txt", "zol.20260131T090507Z.000.LOG",
+                          "zol.20260131T090507Z.000", "zol.20260131T090507Z.000log",
+                          "zol.3.log.bak", "zol.3.log.gzip", "zol.3.log.GZ", "zol.log.gz", "zol.3",
                           "zol_2026-01-31.log.bak", "zol_2026-01-31"});
-    expectNoRotatedFiles({"zol.20260131T090507Z.000.gz", "zol.3.gz", "zol_2026-01-31.gz"}, "zol");
+    expectNoRotatedFiles({"zol.20260131T090507Z.000.bz2", "zol.3.xz", "zol.gz"}, "zol");
 }
 
 TEST(RotatedName, HasNothingElseBetweenItsParts) {

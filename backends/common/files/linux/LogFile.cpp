@@ -85,25 +85,37 @@ bool LogFile::isOpen() const noexcept {
            identity_ == Identity{status.st_dev, status.st_ino};
 }
 
-void LogFile::append(std::string_view line) {
-    if (isTorn_) {
-        write(platformLineEnd);
-    }
-    write(line);
+void LogFile::appendFrom(std::string_view& lines) {
+    endTornLine();
+    write(lines);
 }
 
-void LogFile::write(std::string_view bytes) {
+void LogFile::endTornLine() {
+    if (isTorn_) {
+        std::string_view lineEnd = platformLineEnd;
+        write(lineEnd);
+    }
+}
+
+void LogFile::write(std::string_view& bytes) {
     while (!bytes.empty()) {
         const ssize_t count = ::write(static_cast<int>(handle_), bytes.data(), bytes.size());
         if (count >= 0) {
             const auto written = static_cast<std::size_t>(count);
             size_ += written;
+            isTorn_ = written == 0 ? isTorn_ : bytes[written - 1] != '\n';
             bytes.remove_prefix(written);
-            isTorn_ = bytes.empty() ? false : isTorn_ || written > 0;
         } else if (errno != EINTR) {
             throwFileError("write to", path_, errno);
         }
     }
+}
+
+std::uint64_t LogFile::currentSize() const noexcept {
+    struct stat status = {};
+    return fstat(static_cast<int>(handle_), &status) == 0
+               ? static_cast<std::uint64_t>(status.st_size)
+               : size_;
 }
 
 void LogFile::refreshSize() noexcept {

@@ -24,4 +24,8 @@ std::error_code renameWithoutReplacing(const std::filesystem::path& from,
                                                  : std::error_code(errno, std::generic_category());
 }
 
+bool canBeRemoved(const std::filesystem::path&) noexcept {
+    return true; // whoever has it open keeps it
+}
+
 } // namespace ZOL::Backends

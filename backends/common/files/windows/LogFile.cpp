@@ -58,14 +58,19 @@ bool LogFile::isOpen() const noexcept {
                                  combined(information.nFileIndexHigh, information.nFileIndexLow)};
 }
 
-void LogFile::append(std::string_view line) {
-    if (isTorn_) {
-        write(platformLineEnd);
-    }
-    write(line);
+void LogFile::appendFrom(std::string_view& lines) {
+    endTornLine();
+    write(lines);
 }
 
-void LogFile::write(std::string_view bytes) {
+void LogFile::endTornLine() {
+    if (isTorn_) {
+        std::string_view lineEnd = platformLineEnd;
+        write(lineEnd);
+    }
+}
+
+void LogFile::write(std::string_view& bytes) {
     constexpr std::size_t maxWrite = 0x40000000;
     while (!bytes.empty()) {
         DWORD count = 0;
@@ -77,9 +82,15 @@ void LogFile::write(std::string_view bytes) {
             throwFileError("write to", path_, ERROR_DISK_FULL);
         }
         size_ += count;
+        isTorn_ = bytes[count - 1] != '\n';
         bytes.remove_prefix(count);
-        isTorn_ = !bytes.empty();
     }
+}
+
+std::uint64_t LogFile::currentSize() const noexcept {
+    LARGE_INTEGER size = {};
+    return GetFileSizeEx(handleOf(handle_), &size) ? static_cast<std::uint64_t>(size.QuadPart)
+                                                   : size_;
 }
 
 void LogFile::refreshSize() noexcept {

@@ -16,4 +16,15 @@ std::error_code renameWithoutReplacing(const std::filesystem::path& from,
     return {static_cast<int>(error), std::system_category()};
 }
 
+bool canBeRemoved(const std::filesystem::path& path) noexcept {
+    HANDLE handle =
+        CreateFileW(path.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    CloseHandle(handle);
+    return true;
+}
+
 } // namespace ZOL::Backends

@@ -1,0 +1,28 @@
+#include "files/LineBuffer.h"
+
+#include <new>
+
+namespace ZOL::Backends {
+
+bool LineBuffer::add(std::string_view line) noexcept {
+    if (line.size() > maxBytes_ - text_.size()) {
+        return false;
+    }
+    try {
+        text_.reserve(maxBytes_); // the first time
+        text_.append(line);
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+void LineBuffer::setBegin(std::size_t begin) noexcept {
+    begin_ = begin;
+    if (begin_ >= text_.size()) {
+        text_.clear(); // in this order: text() is empty in between
+        begin_ = 0;
+    }
+}
+
+} // namespace ZOL::Backends

@@ -1,0 +1,161 @@
+// What is in the files of RotatingFile when its process has ended, in all ways in which it may end.
+// ZOL_TEST_ROUNDS is the number of processes for each of them, 20 by default.
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "ChildProcess.h"
+#include "EndProcess.h"
+#include "FreshFolder.h"
+#include "LogFiles.h"
+#include "files/Compression.h"
+
+using support::ChildProcess;
+using ZOL::Backends::removeIncompleteCompression;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int exitCode = 3;
+constexpr int maxThreads = 3;
+
+int rounds() {
+    const std::string text = ChildProcess::environment("ZOL_TEST_ROUNDS");
+    return text.empty() ? 20 : std::stoi(text);
+}
+
+struct Round {
+    std::string end;
+    std::string flush;
+    std::string compress;
+    int threads;
+    int microseconds;
+
+    std::string text() const {
+        return end + " " + flush + " " + compress + " " + std::to_string(threads) + " " +
+               std::to_string(microseconds);
+    }
+};
+
+/// Whether the exit table is run, and in it a function that stops all threads.
+bool stopsThreads(const std::string& end) {
+    return end == "return" || end == "exit" || end == "exitOfThread";
+}
+
+/// The number of the last statement of a thread that returned.
+std::uint64_t acknowledged(int thread) {
+    std::uint64_t number = 0;
+    std::ifstream file("acknowledged." + std::to_string(thread), std::ios::binary);
+    file.read(reinterpret_cast<char*>(&number), sizeof(number));
+    return number;
+}
+
+/// Checks that each thread's lines are there in order, once, and without a gap up to the last one.
+/// @param isLossy whether the last ones may be missing.
+void checkLines(const Round& round, bool isLossy) {
+    std::map<int, std::uint64_t> last;
+    std::vector<std::string> words;
+    std::istringstream lines(textOfAllFiles("zol.log"));
+    constexpr const char* prefix = "INFO [x] ";
+    for (std::string line; std::getline(lines, line);) {
+        if (lines.eof() && !stopsThreads(round.end)) {
+            break; // a thread was killed while the system wrote this line
+        }
+        ASSERT_EQ(line.rfind(prefix, 0), 0U) << "a torn line: " << line;
+        ASSERT_FALSE(lines.eof()) << "a torn line: " << line;
+        line.erase(0, std::string(prefix).size());
+        if (line == "last words" || line == "exit") {
+            words.push_back(line);
+            continue;
+        }
+        std::istringstream numbers(line);
+        int thread = -1;
+        std::uint64_t number = 0;
+        ASSERT_TRUE(numbers >> thread >> number) << line;
+        ASSERT_EQ(number, last[thread] + 1) << "thread " << thread;
+        last[thread] = number;
+    }
+    for (int thread = 0; thread < round.threads; ++thread) {
+        EXPECT_LE(last[thread], acknowledged(thread) + 1);
+        if (!isLossy) {
+            EXPECT_GE(last[thread], acknowledged(thread))
+                << "lines of thread " << thread << " are missing";
+        }
+    }
+    EXPECT_EQ(words, stopsThreads(round.end) ? (std::vector<std::string>{"exit", "last words"})
+                                             : std::vector<std::string>());
+}
+
+void runRound(const Round& round, bool isLossy) {
+    const std::string client = ChildProcess::program("ProcessEndClient");
+    for (const auto& entry : fs::directory_iterator(".")) {
+        fs::remove(entry.path());
+    }
+    ChildProcess process({client, round.end, round.flush, round.compress,
+                          std::to_string(round.threads), std::to_string(round.microseconds)});
+    const int code = process.wait();
+    if (round.end == "abort" || round.end == "kill") {
+        EXPECT_NE(code, exitCode);
+    } else {
+        EXPECT_EQ(code, exitCode);
+    }
+    removeIncompleteCompression("zol.log"); // as the next process does first
+    checkLines(round, isLossy);
+    for (const auto& entry : fs::directory_iterator(".")) {
+        EXPECT_NE(entry.path().extension(), ".tmp") << entry.path();
+    }
+}
+
+/// Runs rounds of a kind with everything else at random.
+void runRounds(const std::string& end, const std::vector<std::string>& flushes, bool isLossy) {
+    inFreshFolder([&] {
+        const auto seed = std::random_device{}();
+        std::minstd_rand random(seed);
+        for (int i = 0; i < rounds() && !testing::Test::HasFailure(); ++i) {
+            constexpr unsigned maxMicroseconds = 30000;
+            const Round round{end, flushes[random() % flushes.size()],
+                              random() % 4 == 0 ? "gzip" : "none",
+                              1 + static_cast<int>(random() % maxThreads),
+                              static_cast<int>(random() % maxMicroseconds)};
+            SCOPED_TRACE(round.text() + ", seed " + std::to_string(seed));
+            runRound(round, isLossy);
+        }
+    });
+}
+
+const std::vector<std::string> intervals{"1ms", "5ms", "200ms", "1h", "ERROR"};
+
+class ProcessEnd : public testing::TestWithParam<std::string> {};
+
+TEST_P(ProcessEnd, DeliversEachLineThatIsFlushed) {
+    runRounds(GetParam(), {"line"}, false);
+}
+
+TEST_P(ProcessEnd, DeliversOrLosesTheLastLinesThatAreKept) {
+    const auto& lossy = processEnds().lose;
+    runRounds(GetParam(), intervals,
+              std::find(lossy.begin(), lossy.end(), GetParam()) != lossy.end());
+}
+
+std::vector<std::string> allEnds() {
+    std::vector<std::string> ends = processEnds().deliver;
+    ends.insert(ends.end(), processEnds().lose.begin(), processEnds().lose.end());
+    return ends;
+}
+
+std::string nameOf(const testing::TestParamInfo<std::string>& info) {
+    return info.param[0] == '_' ? "underscore" + info.param.substr(1) : info.param;
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, ProcessEnd, testing::ValuesIn(allEnds()), nameOf);
+
+} // namespace
