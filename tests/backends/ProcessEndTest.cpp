@@ -1,5 +1,4 @@
 // What is in the files of RotatingFile when its process has ended, in all ways in which it may end.
-// ZOL_TEST_ROUNDS is the number of processes for each of them, 20 by default.
 
 #include <algorithm>
 #include <cstdint>
@@ -17,6 +16,7 @@
 #include "EndProcess.h"
 #include "FreshFolder.h"
 #include "LogFiles.h"
+#include "Rounds.h"
 #include "files/Compression.h"
 
 using support::ChildProcess;
@@ -27,11 +27,6 @@ namespace {
 
 constexpr int exitCode = 3;
 constexpr int maxThreads = 3;
-
-int rounds() {
-    const std::string text = ChildProcess::environment("ZOL_TEST_ROUNDS");
-    return text.empty() ? 20 : std::stoi(text);
-}
 
 struct Round {
     std::string end;
@@ -120,7 +115,7 @@ void runRounds(const std::string& end, const std::vector<std::string>& flushes, 
     inFreshFolder([&] {
         const auto seed = std::random_device{}();
         std::minstd_rand random(seed);
-        for (int i = 0; i < rounds() && !testing::Test::HasFailure(); ++i) {
+        for (int i = 0; i < rounds(20) && !testing::Test::HasFailure(); ++i) {
             constexpr unsigned maxMicroseconds = 30000;
             const Round round{end, flushes[random() % flushes.size()],
                               random() % 4 == 0 ? "gzip" : "none",
@@ -134,13 +129,15 @@ void runRounds(const std::string& end, const std::vector<std::string>& flushes, 
 
 const std::vector<std::string> intervals{"1ms", "5ms", "200ms", "1h", "ERROR"};
 
-class ProcessEnd : public testing::TestWithParam<std::string> {};
+// Two suites: each is a test of its own that has to end in time.
+class ProcessEndWithFlush : public testing::TestWithParam<std::string> {};
+class ProcessEndWithBuffer : public testing::TestWithParam<std::string> {};
 
-TEST_P(ProcessEnd, DeliversEachLineThatIsFlushed) {
+TEST_P(ProcessEndWithFlush, DeliversEachLine) {
     runRounds(GetParam(), {"line"}, false);
 }
 
-TEST_P(ProcessEnd, DeliversOrLosesTheLastLinesThatAreKept) {
+TEST_P(ProcessEndWithBuffer, DeliversEachLineOrLosesTheLastOnes) {
     const auto& lossy = processEnds().lose;
     runRounds(GetParam(), intervals,
               std::find(lossy.begin(), lossy.end(), GetParam()) != lossy.end());
@@ -156,6 +153,7 @@ std::string nameOf(const testing::TestParamInfo<std::string>& info) {
     return info.param[0] == '_' ? "underscore" + info.param.substr(1) : info.param;
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, ProcessEnd, testing::ValuesIn(allEnds()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Ways, ProcessEndWithFlush, testing::ValuesIn(allEnds()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Ways, ProcessEndWithBuffer, testing::ValuesIn(allEnds()), nameOf);
 
 } // namespace

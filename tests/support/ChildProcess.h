@@ -21,6 +21,9 @@ public:
     /// Waits until it has ended and returns its exit code, never 0 if something else ended it.
     int wait();
 
+    /// Ends it at once, as a crash does, and waits for its end.
+    void kill();
+
     /// Sees to it that this process, if it was started by this class, does not outlive its parent,
     /// however that ends.
     static void endWithParent();

@@ -62,7 +62,8 @@ public:
     /// cannot be read.
     std::uint64_t currentSize() const noexcept;
 
-    /// Reads the size anew: somebody else may have truncated the file.
+    /// Reads the size anew: somebody else may have truncated the file. If the file was truncated
+    /// within a line, it gets a line end before the next one.
     void refreshSize() noexcept;
 
     /// Whether the path still leads to this file, which also is still open. False as well if the

@@ -1,5 +1,6 @@
 #include "files/RotatingLog.h"
 
+#include <algorithm>
 #include <exception>
 
 #include "Diagnostics.h"
@@ -27,8 +28,9 @@ RotatingLog::RotatingLog(std::string backend, RotatingLogSettings settings)
     : backend_(std::move(backend)), settings_(std::move(settings)), buffer_(maxKeptBytes) {}
 
 void RotatingLog::write(std::string_view line, Clock::time_point now, Delivery delivery) {
+    lineBytes_ = line.size();
     checkIfDue(now);
-    rotateIfDue(line.size(), now);
+    rotateIfDue(now);
     if (delivery == Delivery::later && buffer_.add(line)) {
         return;
     }
@@ -219,22 +221,22 @@ std::uint64_t RotatingLog::size() const noexcept {
     return file_->size() + buffer_.text().size();
 }
 
-bool RotatingLog::isFull(std::size_t lineBytes) const noexcept {
-    return settings_.maxBytes != 0 && size() != 0 && size() + lineBytes > settings_.maxBytes;
+bool RotatingLog::isFull() const noexcept {
+    return settings_.maxBytes != 0 && size() != 0 && size() + lineBytes_ > settings_.maxBytes;
 }
 
 bool RotatingLog::isPeriodOver(Clock::time_point now) const noexcept {
     return settings_.clock && now >= periodEnd_;
 }
 
-void RotatingLog::rotateIfDue(std::size_t lineBytes, Clock::time_point now) {
+void RotatingLog::rotateIfDue(Clock::time_point now) {
     if (settings_.clock && now < periodBegin_) {
         startPeriod(now); // the clock has been set back
     }
     if (isPeriodOver(now) && size() == 0) {
         startPeriod(now);
     }
-    if ((isPeriodOver(now) || isFull(lineBytes)) &&
+    if ((isPeriodOver(now) || isFull()) &&
         (!isRotationRefused_ || isPast(lastRefusal_, retryInterval, now)) &&
         hasWrittenKeptLines(now)) {
         rotate(now);
@@ -310,7 +312,8 @@ void RotatingLog::removeExpired(const std::filesystem::path& lastRotated,
     }
     try {
         const std::uint64_t liveBytes =
-            settings_.maxBytes != 0 ? settings_.maxBytes : file_->size();
+            settings_.maxBytes != 0 ? std::max<std::uint64_t>(settings_.maxBytes, lineBytes_)
+                                    : size() + lineBytes_;
         for (const RotatedFile& file :
              expiredFiles(rotatedFiles(settings_.path), lastRotated, liveBytes,
                           Clock::to_time_t(now), settings_.retention)) {

@@ -117,9 +117,9 @@ private:
     void open(Clock::time_point now);
     void takeLock();
     void startPeriod(Clock::time_point at);
-    bool isFull(std::size_t lineBytes) const noexcept;
+    bool isFull() const noexcept;
     bool isPeriodOver(Clock::time_point now) const noexcept;
-    void rotateIfDue(std::size_t lineBytes, Clock::time_point now);
+    void rotateIfDue(Clock::time_point now);
     void rotate(Clock::time_point now);
     void refuseRotation(const std::string& reason, Clock::time_point now);
     std::error_code rename(Clock::time_point now, std::filesystem::path& name);
@@ -147,6 +147,7 @@ private:
 
     LineBuffer buffer_;
     std::size_t tornLines_ = 0;
+    std::size_t lineBytes_ = 0; ///< of the line that is being written
     /// While the buffer is written: what recover() needs to know.
     std::atomic<bool> isWriting_ = false;
     std::size_t writtenFrom_ = 0;       ///< where the buffer began

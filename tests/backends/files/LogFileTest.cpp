@@ -140,6 +140,43 @@ TEST(LogFile, ThatLostItsTornLineGetsNoLineEnd) {
     });
 }
 
+TEST(LogFile, ThatIsTruncatedWithinALineGetsALineEndFirst) {
+    inFreshFolder([] {
+        LogFile file(name);
+        file.append("first\n");
+        file.append("second\n");
+        fs::resize_file(name, 9);
+        file.refreshSize();
+        EXPECT_EQ(file.size(), 9U);
+        file.append("third\n");
+        file.append("fourth\n");
+        EXPECT_EQ(textOf(name), "first\nsec\nthird\nfourth\n");
+        EXPECT_EQ(file.size(), fs::file_size(name));
+    });
+}
+
+TEST(LogFile, WhoseTornLineIsTruncatedToAnotherTornLineStillGetsALineEnd) {
+    inFreshFolder([] {
+        put(name, "first\ntorn line");
+        LogFile file(name);
+        fs::resize_file(name, 10);
+        file.refreshSize();
+        file.append("second\n");
+        EXPECT_EQ(textOf(name), "first\ntorn\nsecond\n");
+    });
+}
+
+TEST(LogFile, ThatIsTruncatedAfterALineGetsNoLineEnd) {
+    inFreshFolder([] {
+        put(name, "first\ntorn line");
+        LogFile file(name);
+        fs::resize_file(name, 6);
+        file.refreshSize();
+        file.append("second\n");
+        EXPECT_EQ(textOf(name), "first\nsecond\n");
+    });
+}
+
 TEST(LogFile, ThatEndsWithALineEndGetsNoOther) {
     inFreshFolder([] {
         for (const char* const text : {"", "\n", "whole\n", "whole\r\n"}) {

@@ -51,6 +51,13 @@ int ChildProcess::wait() {
     return exitCode_;
 }
 
+void ChildProcess::kill() {
+    if (!waitedFor_) {
+        ::kill(static_cast<pid_t>(process_), SIGKILL);
+        wait();
+    }
+}
+
 void ChildProcess::endWithParent() {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
 }

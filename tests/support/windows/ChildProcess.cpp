@@ -73,6 +73,11 @@ int ChildProcess::wait() {
     return exitCode_;
 }
 
+void ChildProcess::kill() {
+    TerminateProcess(handleOf(process_), 1);
+    wait();
+}
+
 void ChildProcess::endWithParent() {
     // The parent's job has it already.
 }

@@ -122,7 +122,9 @@ void LogFile::refreshSize() noexcept {
     struct stat status = {};
     if (fstat(static_cast<int>(handle_), &status) == 0) {
         const auto size = static_cast<std::uint64_t>(status.st_size);
-        isTorn_ = isTorn_ && size >= size_; // a truncated file has lost its torn line
+        if (size < size_) { // truncated by somebody else, perhaps within a line
+            isTorn_ = endsWithinLine(path_, status.st_size);
+        }
         size_ = size;
     }
 }

@@ -97,7 +97,9 @@ void LogFile::refreshSize() noexcept {
     LARGE_INTEGER size = {};
     if (GetFileSizeEx(handleOf(handle_), &size)) {
         const auto newSize = static_cast<std::uint64_t>(size.QuadPart);
-        isTorn_ = isTorn_ && newSize >= size_; // a truncated file has lost its torn line
+        if (newSize < size_) { // truncated by somebody else, perhaps within a line
+            isTorn_ = endsWithinLine(path_);
+        }
         size_ = newSize;
     }
 }
