@@ -14,11 +14,11 @@
 
 #include "files/FileLock.h"
 #include "files/FlushSettings.h"
-#include "files/LineBuffer.h"
 #include "files/LogFile.h"
 #include "files/Retention.h"
 #include "files/RotatedName.h"
 #include "files/RotationClock.h"
+#include "files/WriteBuffer.h"
 
 namespace ZOL::Backends {
 
@@ -145,7 +145,7 @@ private:
     bool isFileSizeLimited_ = true;
     unsigned rotations_ = 0;
 
-    LineBuffer buffer_;
+    WriteBuffer buffer_;
     std::size_t tornLines_ = 0;
     std::size_t lineBytes_ = 0; ///< of the line that is being written
     /// While the buffer is written: what recover() needs to know.

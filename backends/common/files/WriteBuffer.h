@@ -10,9 +10,9 @@ namespace ZOL::Backends {
 /// its functions, the buffer is as before or after the call.
 ///
 /// Calls are serialised by the caller.
-class LineBuffer {
+class WriteBuffer {
 public:
-    explicit LineBuffer(std::size_t maxBytes) : maxBytes_(maxBytes) {}
+    explicit WriteBuffer(std::size_t maxBytes) : maxBytes_(maxBytes) {}
 
     /// Appends a line, which has its line end. False if there is no room for it, or no memory for
     /// the buffer.

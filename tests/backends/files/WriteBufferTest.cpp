@@ -1,31 +1,31 @@
-#include "files/LineBuffer.h"
+#include "files/WriteBuffer.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
-using ZOL::Backends::LineBuffer;
+using ZOL::Backends::WriteBuffer;
 
 namespace {
 
-TEST(LineBuffer, KeepsLinesInOrder) {
-    LineBuffer buffer(10);
+TEST(WriteBuffer, KeepsLinesInOrder) {
+    WriteBuffer buffer(10);
     EXPECT_EQ(buffer.text(), "");
     EXPECT_TRUE(buffer.add("ab\n"));
     EXPECT_TRUE(buffer.add("cd\n"));
     EXPECT_EQ(buffer.text(), "ab\ncd\n");
 }
 
-TEST(LineBuffer, TakesNoLineForWhichThereIsNoRoom) {
-    LineBuffer buffer(4);
+TEST(WriteBuffer, TakesNoLineForWhichThereIsNoRoom) {
+    WriteBuffer buffer(4);
     EXPECT_FALSE(buffer.add("1234\n"));
     EXPECT_TRUE(buffer.add("123\n"));
     EXPECT_FALSE(buffer.add("\n"));
     EXPECT_EQ(buffer.text(), "123\n");
 }
 
-TEST(LineBuffer, HasRoomAgainWhenItIsEmpty) {
-    LineBuffer buffer(4);
+TEST(WriteBuffer, HasRoomAgainWhenItIsEmpty) {
+    WriteBuffer buffer(4);
     ASSERT_TRUE(buffer.add("ab\n"));
     buffer.setBegin(2);
     EXPECT_EQ(buffer.text(), "\n");
@@ -40,8 +40,8 @@ TEST(LineBuffer, HasRoomAgainWhenItIsEmpty) {
     EXPECT_TRUE(buffer.add("abc\n"));
 }
 
-TEST(LineBuffer, MayBeginBehindItsEnd) {
-    LineBuffer buffer(4);
+TEST(WriteBuffer, MayBeginBehindItsEnd) {
+    WriteBuffer buffer(4);
     ASSERT_TRUE(buffer.add("ab\n"));
     buffer.setBegin(100); // the size of a file that somebody else appended to tells so
     EXPECT_EQ(buffer.text(), "");

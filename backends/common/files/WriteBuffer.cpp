@@ -1,10 +1,10 @@
-#include "files/LineBuffer.h"
+#include "files/WriteBuffer.h"
 
 #include <new>
 
 namespace ZOL::Backends {
 
-bool LineBuffer::add(std::string_view line) noexcept {
+bool WriteBuffer::add(std::string_view line) noexcept {
     if (line.size() > maxBytes_ - text_.size()) {
         return false;
     }
@@ -17,7 +17,7 @@ bool LineBuffer::add(std::string_view line) noexcept {
     }
 }
 
-void LineBuffer::setBegin(std::size_t begin) noexcept {
+void WriteBuffer::setBegin(std::size_t begin) noexcept {
     begin_ = begin;
     if (begin_ >= text_.size()) {
         text_.clear(); // in this order: text() is empty in between
