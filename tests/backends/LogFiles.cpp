@@ -21,7 +21,7 @@ std::string contentOf(const fs::path& file) {
 
 /// Throws if the file is not complete.
 std::string uncompressed(const fs::path& file) {
-    const gzFile input = gzopen(file.string().c_str(), "rb");
+    gzFile input = gzopen(file.string().c_str(), "rb");
     std::string text;
     std::array<char, 65536> block{};
     int count = 0;

@@ -5,6 +5,7 @@
 
 #include "Diagnostics.h"
 #include "Process.h"
+#include "Thread.h"
 #include "files/Compression.h"
 
 namespace ZOL::Backends {
@@ -15,6 +16,8 @@ using namespace std::chrono_literals;
 
 /// From one attempt to start a worker to the next.
 constexpr BufferedLog::Clock::duration retryInterval = 1s;
+/// Longer than a block takes to be compressed, except on a disk that hardly answers.
+constexpr std::chrono::milliseconds maxBlockTime = 100ms;
 
 std::size_t countLines(std::string_view text) {
     return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
@@ -47,7 +50,8 @@ BufferedLog::BufferedLog(std::string backend, const RotatingLogSettings& setting
       log_(backend_, settings),
       needsWorker_(needsWorker(settings)),
       forkCount_(needsWorker_ ? forkCount() : 0),
-      mutex_(needsWorker_ ? std::make_unique<std::mutex>() : nullptr) {}
+      mutex_(needsWorker_ ? std::make_unique<std::mutex>() : nullptr),
+      compressing_(needsWorker_ ? std::make_unique<std::timed_mutex>() : nullptr) {}
 
 bool BufferedLog::needsWorker(const RotatingLogSettings& settings) noexcept {
     return settings.flush.interval.has_value() || settings.isCompressed;
@@ -98,9 +102,12 @@ void BufferedLog::startWorker(Clock::time_point now) {
 /// The threads of the parent do not exist here, and one of them may have held the mutex.
 void BufferedLog::becomeChildProcess() {
     auto mutex = std::make_unique<std::mutex>();
+    auto compressing = std::make_unique<std::timed_mutex>();
     static_cast<void>(mutex_.release());
+    static_cast<void>(compressing_.release());
     static_cast<void>(worker_.release());
     mutex_ = std::move(mutex);
+    compressing_ = std::move(compressing);
     log_.forgetKeptLines();
     lostLines_ = 0;
     lastStart_ = {};
@@ -110,9 +117,23 @@ void BufferedLog::becomeChildProcess() {
 }
 
 void BufferedLog::finish() noexcept {
-    if (!needsWorker_) {
-        return;
+    if (needsWorker_) {
+        writeAll();
+        letWorkerRest();
     }
+}
+
+/// Under Wine, a thread that is killed while it works on files may take locks of the system with
+/// it, for which the end of the process then waits.
+void BufferedLog::letWorkerRest() noexcept {
+    isResting_ = true;
+    if (settings_.isCompressed && !areOtherThreadsGone() &&
+        compressing_->try_lock_for(maxBlockTime)) {
+        compressing_->unlock();
+    }
+}
+
+void BufferedLog::writeAll() noexcept {
     try {
         if (forkCount() != forkCount_) {
             becomeChildProcess();
@@ -132,8 +153,8 @@ void BufferedLog::finish() noexcept {
 }
 
 void BufferedLog::close() noexcept {
-    finish();
     if (needsWorker_) {
+        writeAll();
         const Lock lock(*this);
         log_.close();
     }
@@ -249,11 +270,17 @@ void BufferedLog::compressIfDue() noexcept {
 
 /// Compresses the rotated files that are not, the oldest first.
 void BufferedLog::compress() {
-    const auto isCancelled = [this] {
+    std::unique_lock<std::timed_mutex> busy(*compressing_);
+    const auto isCancelled = [this, &busy] {
+        busy.unlock();
+        if (isResting_) {
+            WakeSignal().wait({}); // for ever
+        }
         if (!isFinished_) {
             const Lock lock(*this);
             flushIfDue();
         }
+        busy.lock();
         return isFinished_.load();
     };
     for (const RotatedFile& file : rotatedFiles(settings_.path)) {

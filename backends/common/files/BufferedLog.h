@@ -40,12 +40,13 @@ public:
     /// @param level of the line.
     void write(std::string_view line, long long level, Clock::time_point now);
 
-    /// The process ends, or nobody writes any more: writes the lines that are kept. Any thread may
-    /// call it, at the same time as other functions and several times. At the end of the process on
-    /// Windows, when the other threads are gone, it only writes to the file that is open.
+    /// The process ends: writes the lines that are kept, and lets the worker rest. Any thread may
+    /// call it, at the same time as other functions and several times. On Windows, when the other
+    /// threads are gone, it only writes to the file that is open.
     void finish() noexcept;
 
-    /// Finishes, closes the file and ends the worker. What could not be written is lost.
+    /// Writes the lines that are kept, closes the file and ends the worker. What could not be
+    /// written is lost.
     void close() noexcept;
 
     /// Tells of kept lines that are lost, and forgets them: finish() or close() could not write
@@ -64,6 +65,8 @@ private:
 
     void startWorker(Clock::time_point now);
     void becomeChildProcess();
+    void writeAll() noexcept;
+    void letWorkerRest() noexcept;
     bool hasKeptLines() const noexcept { return !log_.keptLines().empty(); }
     bool isCompressionDue() const noexcept;
     void flush(Clock::time_point now) noexcept;
@@ -91,6 +94,8 @@ private:
     std::atomic<bool> isFinished_ = false;
 
     // The worker's own:
+    std::unique_ptr<std::timed_mutex> compressing_; ///< held while it works on a block of a file
+    std::atomic<bool> isResting_ = false;           ///< it does so no more
     bool isFlushPlanned_ = false;
     SteadyClock::time_point nextFlush_; ///< if one is planned
     bool isCompressionRefused_ = false;

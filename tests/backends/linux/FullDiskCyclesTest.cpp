@@ -34,7 +34,7 @@ std::string message(int number) {
 
 /// Leaves less room than the lines need.
 void fillDisk(int cycle) {
-    const std::uintmax_t room = 4096U * (static_cast<unsigned>(cycle) % 4);
+    const std::uintmax_t room = std::uintmax_t{4096} * (static_cast<unsigned>(cycle) % 4);
     const std::uintmax_t free = fs::space("disk").available;
     std::ofstream("disk/filler") << std::string(free > room ? free - room : 0, 'x');
 }
