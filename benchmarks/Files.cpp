@@ -5,8 +5,8 @@
 //
 // Measures how long a statement takes that writes a line into a file. Unlike in Driver.h, the
 // times of all statements count, not only their mean, and each measurement has a process of its
-// own: no subject shares threads, memory or caches with another one. scripts/bench.sh starts them in
-// turns, and counts the lines in the file after the end of the process.
+// own: no subject shares threads, memory or caches with another one. scripts/bench.sh starts them
+// in turns, and counts the lines in the file after the end of the process.
 
 #include <algorithm>
 #include <atomic>
