@@ -51,17 +51,11 @@ void writeLines(int thread, std::chrono::steady_clock::time_point end) {
     std::ofstream acknowledged("acknowledged." + std::to_string(thread), std::ios::binary);
     Logger* const logger = Logger::getLogger("x");
     const std::string prefix = std::to_string(thread) + " ";
-    for (std::uint64_t number = 1; std::chrono::steady_clock::now() < end; ++number) {
-        ++busyThreads;
-        if (isStopped) {
-            --busyThreads;
-            return;
-        }
+    for (std::uint64_t number = 1; !isStopped && std::chrono::steady_clock::now() < end; ++number) {
         logger->info((prefix + std::to_string(number)).c_str());
         acknowledged.seekp(0);
         acknowledged.write(reinterpret_cast<const char*>(&number), sizeof(number));
         acknowledged.flush();
-        --busyThreads;
     }
 }
 
@@ -83,7 +77,11 @@ int main(int argc, char** argv) {
     const int threads = std::atoi(argv[4]);
     const auto now = std::chrono::steady_clock::now();
     for (int i = 1; i < threads; ++i) {
-        std::thread(writeLines, i, now + std::chrono::hours(1)).detach();
+        ++busyThreads;
+        std::thread([i, now] {
+            writeLines(i, now + std::chrono::hours(1));
+            --busyThreads;
+        }).detach();
     }
     writeLines(0, now + std::chrono::microseconds(std::atoi(argv[5])));
     if (end == "exitOfThread") {

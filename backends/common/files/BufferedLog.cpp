@@ -1,6 +1,7 @@
 #include "files/BufferedLog.h"
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 #include "Diagnostics.h"
@@ -51,7 +52,7 @@ BufferedLog::BufferedLog(std::string backend, const RotatingLogSettings& setting
       needsWorker_(needsWorker(settings)),
       forkCount_(needsWorker_ ? forkCount() : 0),
       mutex_(needsWorker_ ? std::make_unique<std::mutex>() : nullptr),
-      compressing_(needsWorker_ ? std::make_unique<std::timed_mutex>() : nullptr) {}
+      compressing_(needsWorker_ ? std::make_unique<std::mutex>() : nullptr) {}
 
 bool BufferedLog::needsWorker(const RotatingLogSettings& settings) noexcept {
     return settings.flush.interval.has_value() || settings.isCompressed;
@@ -102,7 +103,7 @@ void BufferedLog::startWorker(Clock::time_point now) {
 /// The threads of the parent do not exist here, and one of them may have held the mutex.
 void BufferedLog::becomeChildProcess() {
     auto mutex = std::make_unique<std::mutex>();
-    auto compressing = std::make_unique<std::timed_mutex>();
+    auto compressing = std::make_unique<std::mutex>();
     static_cast<void>(mutex_.release());
     static_cast<void>(compressing_.release());
     static_cast<void>(worker_.release());
@@ -127,9 +128,13 @@ void BufferedLog::finish() noexcept {
 /// it, for which the end of the process then waits.
 void BufferedLog::letWorkerRest() noexcept {
     isResting_ = true;
-    if (settings_.isCompressed && !areOtherThreadsGone() &&
-        compressing_->try_lock_for(maxBlockTime)) {
-        compressing_->unlock();
+    if (!settings_.isCompressed || areOtherThreadsGone()) {
+        return;
+    }
+    const auto end = SteadyClock::now() + maxBlockTime;
+    while (!std::unique_lock<std::mutex>(*compressing_, std::try_to_lock).owns_lock() &&
+           SteadyClock::now() < end) {
+        std::this_thread::sleep_for(1ms);
     }
 }
 
@@ -270,7 +275,7 @@ void BufferedLog::compressIfDue() noexcept {
 
 /// Compresses the rotated files that are not, the oldest first.
 void BufferedLog::compress() {
-    std::unique_lock<std::timed_mutex> busy(*compressing_);
+    std::unique_lock<std::mutex> busy(*compressing_);
     const auto isCancelled = [this, &busy] {
         busy.unlock();
         if (isResting_) {

@@ -142,7 +142,7 @@ private:
     bool isRetentionRefused_ = false;
     bool isLockRefused_ = false;
     bool hasBeenOpen_ = false;
-    bool isFileSizeLimited_ = true;
+    std::atomic<bool> isFileSizeLimited_ = true; ///< asked for without the lock of BufferedLog
     unsigned rotations_ = 0;
 
     WriteBuffer buffer_;
