@@ -95,7 +95,7 @@ private:
 
     // The worker's own:
     std::unique_ptr<std::mutex> compressing_; ///< held while it works on a block of a file
-    std::atomic<bool> isResting_ = false;           ///< it does so no more
+    std::atomic<bool> isResting_ = false;     ///< it does so no more
     bool isFlushPlanned_ = false;
     SteadyClock::time_point nextFlush_; ///< if one is planned
     bool isCompressionRefused_ = false;
