@@ -119,6 +119,22 @@ repeat_timeouts() { # PRESET: whether all that failed has passed then
     done
 }
 
+# What ctest says of each failed test, with the end of the test's own output, and the list of them.
+show_failures() { # LOG
+    awk -v max=60 '
+        function flush_lines(i) {
+            for (i = (count > max ? count - max : 0); i < count; i++) print "    " lines[i]
+            count = 0
+        }
+        /^ *[0-9]+\/[0-9]+ Test *#[0-9]+:/ { flush_lines(); failed = /\*\*\*/; if (failed) print; next }
+        /^ *Start *[0-9]+: / { next }
+        /^[0-9]+% tests passed/ { flush_lines(); failed = 0 }
+        /^The following tests FAILED/ { list = 1 }
+        list { print; next }
+        failed { lines[count++] = $0 }
+    ' "$1"
+}
+
 test_preset() { # PRESET
     local preset=$1 log=$logs/$1
     build_preset "$preset" || return 0
@@ -127,7 +143,7 @@ test_preset() { # PRESET
     [ -z "$pattern" ] || select=(-R "$pattern" --no-tests=error)
     ctest --preset "$preset" "${select[@]}" >"$log.test" 2>&1 || result=$?
     if [ "$result" != 0 ]; then
-        sed -n '/\*\*\*/p; /^The following tests FAILED/,$p' "$log.test"
+        show_failures "$log.test"
         say "$preset: the whole output of the tests is in $log.test"
         if repeat_timeouts "$preset"; then
             result=0
