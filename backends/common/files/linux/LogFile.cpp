@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "FileErrors.h"
@@ -57,6 +58,12 @@ bool endsWithinLine(const std::filesystem::path& path, off_t size) {
     return count == 1 && last != '\n';
 }
 
+/// As write of the C library, which is a cancellation point besides: that costs time with each
+/// line, and a thread that is cancelled there would tear its line and those that are kept.
+ssize_t writeOnce(int descriptor, std::string_view bytes) {
+    return syscall(SYS_write, descriptor, bytes.data(), bytes.size());
+}
+
 } // namespace
 
 LogFile::LogFile(std::filesystem::path path, std::optional<unsigned> mode)
@@ -99,7 +106,7 @@ void LogFile::endTornLine() {
 
 void LogFile::write(std::string_view& bytes) {
     while (!bytes.empty()) {
-        const ssize_t count = ::write(static_cast<int>(handle_), bytes.data(), bytes.size());
+        const ssize_t count = writeOnce(static_cast<int>(handle_), bytes);
         if (count >= 0) {
             const auto written = static_cast<std::size_t>(count);
             size_ += written;

@@ -5,10 +5,12 @@
 #include <fstream>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -196,6 +198,22 @@ TEST(LogFileOnLinux, IsClosedWithItsObject) {
             EXPECT_EQ(descriptorsOf(name).size(), 1U);
         }
         EXPECT_TRUE(descriptorsOf(name).empty());
+    });
+}
+
+TEST(LogFileOnLinux, DoesNotEndACancelledThreadWithinALine) {
+    inFreshFolder([] {
+        LogFile file(name);
+        bool hasReturned = false;
+        std::thread([&] {
+            pthread_cancel(pthread_self());
+            file.append("a line\n");
+            hasReturned = true;
+            pthread_testcancel();
+            ADD_FAILURE() << "it was not cancelled";
+        }).join();
+        EXPECT_TRUE(hasReturned);
+        EXPECT_EQ(textOf(name), "a line\n");
     });
 }
 
