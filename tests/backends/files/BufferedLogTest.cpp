@@ -178,6 +178,17 @@ TEST(BufferedLog, WritesTheLinesWhenItClosesAndFreesTheFile) {
     });
 }
 
+TEST(BufferedLog, IsDestroyedSoonAfterItWasClosed) {
+    inFreshFolder([] {
+        auto log = std::make_shared<BufferedLog>("Test", flushedEach(never));
+        log->write("1\n", LOG_LEVEL_INFO, BufferedLog::Clock::now());
+        const std::weak_ptr<BufferedLog> observer = log;
+        log->close();
+        log.reset();
+        EXPECT_TRUE(isSoon([&] { return observer.expired(); })) << "its worker goes on";
+    });
+}
+
 TEST(BufferedLog, WritesTheLinesWhenTheBufferIsFull) {
     inFreshFolder([] {
         const TestLog log(flushedEach(never));

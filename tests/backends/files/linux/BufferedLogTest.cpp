@@ -137,6 +137,28 @@ TEST(BufferedLogInAChildProcess, MayBeForkedWhileTheWorkerWrites) {
     });
 }
 
+TEST(BufferedLogInAChildProcess, MayBeForkedWhileTheWorkerHasTheLock) {
+    inFreshFolder([] {
+        const auto log = makeLog(1ms);
+        const std::string line(std::size_t{100} * 1024, 'x'); // a write takes long
+        writeUntilOneIsKept(*log);
+        for (int i = 0; i < 30 && !testing::Test::HasFailure(); ++i) {
+            const auto before = fs::file_size("zol.log");
+            for (int j = 0; j < 9; ++j) {
+                write(*log, line);
+            }
+            while (fs::file_size("zol.log") == before) {
+            }
+            inChild([&] {
+                write(*log, "child");
+                log->finish();
+            });
+        }
+        log->close();
+        EXPECT_EQ(count(textOf("zol.log"), "child"), 30U);
+    });
+}
+
 TEST(BufferedLogOnAFullDisk, KeepsItsLinesUntilThereIsRoom) {
     inFreshFolder([] {
         fs::create_directory("disk");
