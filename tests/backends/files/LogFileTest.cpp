@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -294,7 +295,7 @@ TEST(LogFile, CanBeReadRenamedAndDeletedWhileItIsOpen) {
 
 TEST(LogFile, IsKeptWhenItIsClosed) {
     inFreshFolder([] {
-        { LogFile(name).append("line\n"); }
+        std::make_unique<LogFile>(name)->append("line\n");
         EXPECT_EQ(bytesOf(name), "line\n");
     });
 }

@@ -158,10 +158,10 @@ TEST(LogFileOnLinux, KeepsThePermissionsOfAnExistingFile) {
     inFreshFolder([] {
         std::ofstream(name) << "text\n";
         ASSERT_EQ(chmod(name, 0604), 0);
-        { const LogFile file(name); }
-        EXPECT_EQ(modeOf(name), 0604U);
-        { const LogFile file(name, 0660); }
-        EXPECT_EQ(modeOf(name), 0604U);
+        for (const std::optional<unsigned> mode : {std::optional<unsigned>(), {0660U}}) {
+            const LogFile file(name, mode);
+            EXPECT_EQ(modeOf(name), 0604U);
+        }
     });
 }
 
