@@ -9,6 +9,7 @@
 
 #include "FreshFolder.h"
 #include "Property.h"
+#include "WaitFor.h"
 
 using namespace ZOL::Framework::GenericLogger;
 
@@ -41,6 +42,27 @@ TEST(ReinstalledBackend, ReadsItsSettingsAnew) {
         EXPECT_EQ(Logger::installBackend("RotatingFile"), backend);
         logger->info("first again");
         EXPECT_EQ(textOf("first.log"), "INFO [orders] first\n<INFO [orders] first again>\n");
+    });
+}
+
+TEST(ReinstalledBackend, WritesWhatItHasKeptToTheFileBefore) {
+    inFreshFolder([] {
+        setProperty("RotatingFile.path", "first.log");
+        setProperty("RotatingFile.pattern", "%v");
+        setProperty("RotatingFile.flush", "1h");
+        LoggerBackend* const backend = Logger::installBackend("RotatingFile");
+        Logger* const logger = Logger::getLogger("orders");
+        std::string expected;
+        ASSERT_TRUE(isSoon([&] {
+            logger->info("first");
+            expected += "INFO [orders] first\n";
+            return textOf("first.log") != expected;
+        })) << "no line is kept";
+
+        Logger::uninstallBackend(backend);
+        setProperty("RotatingFile.path", "second.log");
+        EXPECT_EQ(Logger::installBackend("RotatingFile"), backend);
+        EXPECT_EQ(textOf("first.log"), expected);
     });
 }
 
