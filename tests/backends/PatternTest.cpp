@@ -113,6 +113,13 @@ TEST(Pattern, WritesTimesInUtc) {
     EXPECT_EQ(line("[%8z][%3!z]"), "[  +00:00][+00]");
 }
 
+TEST(Pattern, WritesTheTimeOfAClockThatWasSetBack) {
+    const PatternLine line("%H:%M:%S");
+    EXPECT_EQ(line.at(exampleTime()), "09:05:07");
+    EXPECT_EQ(line.at(exampleTime() - std::chrono::hours(2)), "07:05:07");
+    EXPECT_EQ(line.at(exampleTime()), "09:05:07");
+}
+
 TEST(Pattern, HasTheShapeOfASyslogLineForCollectors) {
     const std::string expected = "<12>2026-01-31T09:05:07.012+00:00 " + hostName() + " " +
                                  programName() + "[" + line("%P") +
