@@ -3,9 +3,9 @@
 //   ProcessEndClient END FLUSH COMPRESS THREADS MICROSECONDS
 //
 // Each thread writes "thread number" with numbers from 1 on, and keeps the number of its last
-// statement that has returned in the file acknowledged.THREAD, which survives any end. Threads log
-// on while the process ends. The last words of a static object and of a function of the exit table
-// are "last words" and "exit".
+// statement that has returned in the file acknowledged.THREAD, which survives any end. The file
+// begun is there from the begin of main on. Threads log on while the process ends. The last words
+// of a static object and of a function of the exit table are "last words" and "exit".
 
 #include <atomic>
 #include <chrono>
@@ -66,6 +66,7 @@ int main(int argc, char** argv) {
         std::cerr << "usage: ProcessEndClient END FLUSH COMPRESS THREADS MICROSECONDS\n";
         return 1;
     }
+    static_cast<void>(std::ofstream("begun"));
     const std::string end = argv[1];
     setProperty("RotatingFile.pattern", "%v");
     setProperty("RotatingFile.size", "64K");

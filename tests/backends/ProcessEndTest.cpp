@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <map>
+#include <memory>
 #include <random>
 #include <sstream>
 #include <string>
@@ -17,6 +19,7 @@
 #include "FreshFolder.h"
 #include "LogFiles.h"
 #include "Rounds.h"
+#include "WaitFor.h"
 #include "files/Compression.h"
 
 using support::ChildProcess;
@@ -90,14 +93,28 @@ void checkLines(const Round& round, bool isLossy) {
                                              : std::vector<std::string>());
 }
 
-void runRound(const Round& round, bool isLossy) {
-    const std::string client = ChildProcess::program("ProcessEndClient");
-    for (const auto& entry : fs::directory_iterator(".")) {
-        fs::remove(entry.path());
+/// Starts the client in an empty folder. Wine was seen to hang while it loads the libraries of a
+/// program, once in some thousands of starts: a client that has not begun is started again.
+std::unique_ptr<ChildProcess> startClient(const std::vector<std::string>& command) {
+    constexpr int maxStarts = 3;
+    for (int start = 1;; ++start) {
+        for (const auto& entry : fs::directory_iterator(".")) {
+            fs::remove(entry.path());
+        }
+        auto process = std::make_unique<ChildProcess>(command);
+        if (isSoon([] { return fs::exists("begun"); }) || start == maxStarts) {
+            return process;
+        }
+        std::cerr << "the client has not begun within ten seconds; starting it again\n";
+        process->kill();
     }
-    ChildProcess process({client, round.end, round.flush, round.compress,
-                          std::to_string(round.threads), std::to_string(round.microseconds)});
-    const int code = process.wait();
+}
+
+void runRound(const Round& round, bool isLossy) {
+    const auto process = startClient({ChildProcess::program("ProcessEndClient"), round.end,
+                                      round.flush, round.compress, std::to_string(round.threads),
+                                      std::to_string(round.microseconds)});
+    const int code = process->wait();
     if (round.end == "abort" || round.end == "kill") {
         EXPECT_NE(code, exitCode);
     } else {
