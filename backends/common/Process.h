@@ -21,6 +21,10 @@ unsigned forkCount() noexcept;
 /// hands. Never on Linux.
 bool areOtherThreadsGone() noexcept;
 
+/// Waits until threads that have just been killed are really gone: Wine lets them finish what they
+/// do in the system. At once on Linux.
+void waitForKilledThreads() noexcept;
+
 /// Keeps the module that contains this code loaded until the process ends. False if that is
 /// refused.
 bool keepModuleLoaded() noexcept;

@@ -4,6 +4,7 @@
 #include <exception>
 
 #include "Diagnostics.h"
+#include "Process.h"
 #include "ScopedSignalBlock.h"
 #include "files/Compression.h"
 #include "files/Rename.h"
@@ -58,12 +59,27 @@ void RotatingLog::writeLast(std::string_view line) {
 
 void RotatingLog::recover() noexcept {
     if (isWriting_ && file_ != nullptr) {
-        const std::uint64_t size = file_->currentSize();
+        const std::uint64_t size = finalSize();
         if (size >= sizeWhenFlushed_) {
             buffer_.setBegin(writtenFrom_ + static_cast<std::size_t>(size - sizeWhenFlushed_));
         }
     }
     isWriting_ = false;
+}
+
+/// The size of the file when the killed thread has written what the system was writing for it.
+std::uint64_t RotatingLog::finalSize() const noexcept {
+    constexpr int maxWaits = 50;
+    std::uint64_t size = file_->currentSize();
+    for (int i = 0; i < maxWaits; ++i) {
+        waitForKilledThreads();
+        const std::uint64_t before = size;
+        size = file_->currentSize();
+        if (size == before) {
+            break;
+        }
+    }
+    return size;
 }
 
 void RotatingLog::forgetKeptLines() noexcept {

@@ -117,6 +117,7 @@ private:
     void open(Clock::time_point now);
     void takeLock();
     void startPeriod(Clock::time_point at);
+    std::uint64_t finalSize() const noexcept;
     bool isFull() const noexcept;
     bool isPeriodOver(Clock::time_point now) const noexcept;
     void rotateIfDue(Clock::time_point now);

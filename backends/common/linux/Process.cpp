@@ -42,6 +42,8 @@ bool areOtherThreadsGone() noexcept {
     return false;
 }
 
+void waitForKilledThreads() noexcept {}
+
 bool keepModuleLoaded() noexcept {
     static const bool isKept = [] {
         Dl_info info = {};

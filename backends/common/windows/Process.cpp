@@ -51,6 +51,11 @@ bool areOtherThreadsGone() noexcept {
     return isShutdownInProgress != nullptr && isShutdownInProgress() != 0;
 }
 
+void waitForKilledThreads() noexcept {
+    constexpr DWORD milliseconds = 20;
+    Sleep(milliseconds);
+}
+
 bool keepModuleLoaded() noexcept {
     HMODULE module = nullptr;
     static const char marker = 0;
