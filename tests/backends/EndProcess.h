@@ -11,5 +11,8 @@ void endProcess(const std::string& way);
 struct ProcessEnds {
     std::vector<std::string> deliver;
     std::vector<std::string> lose; ///< lines that are kept for a flush
+    /// How many of a hundred ends may hang. A thread that Wine kills within one of its own
+    /// functions takes a lock of Wine with it, for which the last thread may wait for ever.
+    int maxHangsPerHundred;
 };
 const ProcessEnds& processEnds();

@@ -82,6 +82,8 @@ int main(int argc, char** argv) {
         std::thread([i, now] {
             writeLines(i, now + std::chrono::hours(1));
             --busyThreads;
+            // Wine may hang if it kills a thread that is just ending.
+            std::this_thread::sleep_for(std::chrono::hours(1));
         }).detach();
     }
     writeLines(0, now + std::chrono::microseconds(std::atoi(argv[5])));

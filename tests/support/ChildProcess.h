@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -20,6 +21,9 @@ public:
 
     /// Waits until it has ended and returns its exit code, never 0 if something else ended it.
     int wait();
+
+    /// Whether it ends within a time.
+    bool endsWithin(std::chrono::milliseconds time);
 
     /// Ends it at once, as a crash does, and waits for its end.
     void kill();

@@ -21,7 +21,7 @@ void endProcess(const std::string& way) {
 }
 
 const ProcessEnds& processEnds() {
-    static const ProcessEnds ends{{"return", "exit", "exitOfThread"},
-                                  {"quickExit", "_exit", "abort", "kill"}};
+    static const ProcessEnds ends{
+        {"return", "exit", "exitOfThread"}, {"quickExit", "_exit", "abort", "kill"}, 0};
     return ends;
 }

@@ -18,7 +18,7 @@ void endProcess(const std::string& way) {
 }
 
 const ProcessEnds& processEnds() {
-    static const ProcessEnds ends{{"return", "exit", "exitOfThread", "_exit", "ExitProcess"},
-                                  {"TerminateProcess"}};
+    static const ProcessEnds ends{
+        {"return", "exit", "exitOfThread", "_exit", "ExitProcess"}, {"TerminateProcess"}, 5};
     return ends;
 }

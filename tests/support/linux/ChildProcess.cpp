@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <iterator>
 #include <stdexcept>
+#include <thread>
 
 #include <spawn.h>
 #include <sys/prctl.h>
@@ -49,6 +50,20 @@ int ChildProcess::wait() {
         }
     }
     return exitCode_;
+}
+
+bool ChildProcess::endsWithin(std::chrono::milliseconds time) {
+    const auto end = std::chrono::steady_clock::now() + time;
+    siginfo_t ended = {};
+    while (!waitedFor_ && ended.si_pid == 0) {
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        // The process stays for wait().
+        waitid(P_PID, static_cast<id_t>(process_), &ended, WEXITED | WNOHANG | WNOWAIT);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
 }
 
 void ChildProcess::kill() {

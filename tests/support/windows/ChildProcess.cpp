@@ -73,6 +73,11 @@ int ChildProcess::wait() {
     return exitCode_;
 }
 
+bool ChildProcess::endsWithin(std::chrono::milliseconds time) {
+    return waitedFor_ || WaitForSingleObject(handleOf(process_),
+                                             static_cast<DWORD>(time.count())) == WAIT_OBJECT_0;
+}
+
 void ChildProcess::kill() {
     TerminateProcess(handleOf(process_), 1);
     wait();
